@@ -1,0 +1,58 @@
+#include "app/Sequence.h"
+
+#include "core/App.h"
+#include "core/FileTypes1.h"
+#include "core/Globals.h"
+#include "platform/runtime/Plugins.h"
+#include "ui/MenuBar1.h"
+#include "ui/WAbout.h"
+#include "ui/WPerm.h"
+#include "ui/Window1.h"
+
+namespace zelto {
+
+namespace {
+
+void NewAppInstance() {
+  const auto app = RuntimeNewObject<class App>();
+  app->MenuBar(MenuBar1());
+  RuntimeRegisterAppObject(app);
+}
+
+void MakeDefaultView() { Window1(); }
+
+}  // namespace
+
+void initialize() {
+  App::ClassTable();
+  MenuBar1::ClassTable();
+  Window1::ClassTable();
+  WPerm::ClassTable();
+  WPerm::Timer1::ClassTable();
+  WAbout::ClassTable();
+}
+
+void Main() {
+  try {
+    InitPluginEntrypoints();
+    FileTypes1::Initialize();
+    NewAppInstance();
+    MakeDefaultView();
+    RuntimeRun();
+  } catch (const RuntimeException& exception) {
+    RuntimeUnhandledException(&exception);
+  } catch (...) {
+    RuntimeUnhandledException(nullptr);
+  }
+}
+
+void finalize() {
+  WindowSupport::Finalize();
+  MenuBar1::Finalize();
+  FileTypes1::Finalize();
+  Globals::User = {};
+  Globals::Passwd = {};
+  Globals::thePatchName = {};
+}
+
+}  // namespace zelto

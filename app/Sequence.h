@@ -1,0 +1,12 @@
+#pragma once
+
+namespace zelto {
+
+// Builds the class tables.
+void initialize();
+// The application from its start to the end of its event loop.
+void Main();
+// Releases the windows and the global objects.
+void finalize();
+
+}  // namespace zelto

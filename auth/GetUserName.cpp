@@ -1,0 +1,16 @@
+#include "auth/GetUserName.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace zelto::Globals {
+
+String GetUserName(bool shortName) {
+  const passwd* account = getpwuid(getuid());
+  if (!account) return {};
+  if (shortName) return account->pw_name;
+  // The full name is the first of the fields that share this entry.
+  return account->pw_gecos ? NthField(account->pw_gecos, ",", 1) : String();
+}
+
+}  // namespace zelto::Globals

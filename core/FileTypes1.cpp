@@ -1,0 +1,24 @@
+#include "core/FileTypes1.h"
+
+namespace zelto::FileTypes1 {
+
+namespace {
+
+Ref<FileType> pgzipTarFile;
+
+}  // namespace
+
+const Ref<FileType>& gzipTarFile() { return pgzipTarFile; }
+
+void Initialize() {
+  pgzipTarFile = RuntimeNewObject<FileType>();
+  pgzipTarFile->Name("gzip compressed tar file");
+  pgzipTarFile->Extensions("tgz;tar.gz");
+  pgzipTarFile->MacType("GZIP");
+  pgzipTarFile->MacCreator("????");
+  pgzipTarFile->Register();
+}
+
+void Finalize() { pgzipTarFile = nullptr; }
+
+}  // namespace zelto::FileTypes1

@@ -1,0 +1,111 @@
+#include "exec/CommandLines.h"
+
+#include <algorithm>
+
+namespace zelto {
+
+namespace {
+
+bool Holds(std::string_view text, char c) { return text.find(c) != std::string_view::npos; }
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+// Characters that no interpreter reads as anything but themselves, wherever they stand in a word.
+bool IsOrdinary(char c) {
+  const auto isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+  return isLetter || (c >= '0' && c <= '9') || Holds("_./:,@%+-", c);
+}
+
+bool IsOrdinary(const String& value) {
+  const auto bytes = value.Bytes();
+  return !bytes.empty() &&
+         std::all_of(bytes.begin(), bytes.end(), [](char c) { return IsOrdinary(c); });
+}
+
+bool StartsWithDash(const String& value) { return value.Bytes().starts_with('-'); }
+
+String SingleQuoted(const String& text) {
+  std::string quoted = "'";
+  for (const char c : text.Bytes()) {
+    if (c == '\'') {
+      quoted += R"('\'')";
+    } else {
+      quoted += c;
+    }
+  }
+  return {quoted + "'"};
+}
+
+String DoubleQuoted(const String& text) {
+  std::string quoted = "\"";
+  for (const char c : text.Bytes()) {
+    if (Holds(R"("\$`)", c)) quoted += '\\';
+    quoted += c;
+  }
+  return {quoted + "\""};
+}
+
+// `echo` eats backslashes in some shells and options in all, so it gets ordinary words only.
+String Echo(const String& passwd) {
+  if (passwd.IsNil() || (IsOrdinary(passwd) && !StartsWithDash(passwd))) return "echo " + passwd;
+  return "printf '%s\\n' " + Quoted(passwd);
+}
+
+// A name that begins with a dash would be an option. Behind "--" `su` still takes one "-" for
+// itself, so the name comes after that.
+String Su(const String& user, const String& command) {
+  const String argument = SingleQuoted(command);
+  if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);
+  return "su " + Quoted(user) + " -c " + argument;
+}
+
+CommandLine Privileged(const String& passwd, const String& user, const String& command) {
+  return {Echo(passwd) + " | " + Su(user, command), passwd};
+}
+
+// The same file, named so that `tar` takes it for one: not for an option, standard input or a
+// file on a host.
+String Local(const String& path) {
+  const auto bytes = path.Bytes();
+  const bool isRelative = !bytes.starts_with('/');
+  return isRelative && (StartsWithDash(path) || Holds(bytes, ':')) ? "./" + path : path;
+}
+
+}  // namespace
+
+String Quoted(const String& value) { return IsOrdinary(value) ? value : SingleQuoted(value); }
+
+CommandLine ForgetCredentials() { return {"sudo -K"}; }
+
+CommandLine CredentialCheck(const String& passwd, const String& user) {
+  return {Echo(passwd) + " | " + Su(user, Echo(passwd) + " | sudo -S /usr/bin/true")};
+}
+
+CommandLine MemberExtract(const String& passwd, const String& user, const String& path) {
+  return Privileged(passwd, user,
+                    "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " /tmp/.KVX.Content");
+}
+
+CommandLine MemberRead(const String& passwd, const String& user) {
+  return Privileged(passwd, user, "sudo cat /tmp/.KVX.Content");
+}
+
+CommandLine FullExtract(const String& passwd, const String& user, const String& path) {
+  return Privileged(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)));
+}
+
+CommandLine ListingTest(const String& path) {
+  String words;
+  for (auto rest = path.Bytes(); !rest.empty();) {
+    const bool isBlank = IsBlank(rest.front());
+    const auto end =
+        std::find_if(rest.begin(), rest.end(), [=](char c) { return IsBlank(c) != isBlank; });
+    const auto length = static_cast<std::size_t>(end - rest.begin());
+    const String word = rest.substr(0, length);
+    words = words + (isBlank ? word : Quoted(Local(word)));
+    rest.remove_prefix(length);
+  }
+  return {"tar -tzf " + words + " /tmp/.KVX.Content"};
+}
+
+}  // namespace zelto

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/runtime/String.h"
+
+namespace zelto {
+
+// One line for the command interpreter.
+struct CommandLine {
+  CommandLine(String text, String passphrase = {})
+      : Text(std::move(text)), Passphrase(std::move(passphrase)) {}
+
+  String Text;
+  // What `sudo` gets when the line makes it ask without a pipe to read from; nil for such a line
+  // only.
+  String Passphrase;
+};
+
+// The six lines of the program. A value that an interpreter or a program would read as anything
+// but itself is quoted, so that it stays one word with its own meaning; all others stand bare.
+CommandLine ForgetCredentials();
+CommandLine CredentialCheck(const String& passwd, const String& user);
+CommandLine MemberExtract(const String& passwd, const String& user, const String& path);
+CommandLine MemberRead(const String& passwd, const String& user);
+CommandLine FullExtract(const String& passwd, const String& user, const String& path);
+// The path is not held together here: at a blank it falls into several words.
+CommandLine ListingTest(const String& path);
+
+// The value as one word of an interpreter's line.
+String Quoted(const String& value);
+
+}  // namespace zelto

@@ -1,0 +1,115 @@
+#include "exec/Interpreter.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace zelto {
+
+namespace {
+
+using Environment = std::vector<std::string>;
+
+// `su -c` makes a session of its own, in which `sudo` finds neither a terminal nor the ticket of an
+// earlier line. So it asks the program in SUDO_ASKPASS, with its prompt as the argument: printenv
+// then answers with the variable of that name. DISPLAY only has to be there.
+Environment CommandEnvironment() {
+  Environment environment{
+      "LC_ALL=C.UTF-8",
+      "DISPLAY=none",
+      "SUDO_ASKPASS=/usr/bin/printenv",
+      std::string("SUDO_PROMPT=") + SudoPrompt,
+  };
+  for (const std::string name : {"PATH", "HOME", "USER", "LOGNAME"}) {
+    if (const char* value = std::getenv(name.c_str())) environment.push_back(name + "=" + value);
+  }
+  return environment;
+}
+
+std::vector<char*> Pointers(Environment& environment) {
+  std::vector<char*> pointers;
+  for (auto& entry : environment) pointers.push_back(entry.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// The variable is exported by the line itself and not given to `sh`, whose environment is there
+// to be read for as long as the command runs.
+String Script(const CommandLine& command) {
+  const String line = command.Text + "\n";
+  if (command.Passphrase.IsNil()) return line;
+  return String("export ") + SudoPrompt + "=" + Quoted(command.Passphrase) + "\n" + line;
+}
+
+// The reader may go before it has read all; then the rest is of no use to anybody.
+void WriteAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return;
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+class SpawnSettings {
+ public:
+  SpawnSettings(int input, int output, int errors) {
+    posix_spawn_file_actions_init(&mActions);
+    posix_spawn_file_actions_adddup2(&mActions, input, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&mActions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&mActions, errors, STDERR_FILENO);
+    posix_spawnattr_init(&mAttributes);
+    posix_spawnattr_setflags(&mAttributes,
+                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&mAttributes, &signals);
+    sigfillset(&signals);
+    posix_spawnattr_setsigdefault(&mAttributes, &signals);
+  }
+  SpawnSettings(const SpawnSettings&) = delete;
+  SpawnSettings& operator=(const SpawnSettings&) = delete;
+  ~SpawnSettings() {
+    posix_spawn_file_actions_destroy(&mActions);
+    posix_spawnattr_destroy(&mAttributes);
+  }
+
+  // The process, or 0 with the reason in errno.
+  pid_t Spawn(const char* program) {
+    std::string name = program;
+    std::array<char*, 2> arguments{name.data(), nullptr};
+    auto environment = CommandEnvironment();
+    pid_t process = 0;
+    errno = posix_spawnp(&process, program, &mActions, &mAttributes, arguments.data(),
+                         Pointers(environment).data());
+    return errno == 0 ? process : 0;
+  }
+
+ private:
+  posix_spawn_file_actions_t mActions{};
+  posix_spawnattr_t mAttributes{};
+};
+
+}  // namespace
+
+pid_t StartInterpreter(const CommandLine& command, int output, int errors) {
+  std::signal(SIGPIPE, SIG_IGN);
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) return 0;
+  for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
+  const pid_t process = SpawnSettings(ends[0], output, errors).Spawn("sh");
+  const int reason = errno;
+  close(ends[0]);
+  if (process != 0) WriteAll(ends[1], Script(command).Bytes());
+  close(ends[1]);
+  errno = reason;
+  return process;
+}
+
+}  // namespace zelto

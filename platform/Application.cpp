@@ -1,0 +1,173 @@
+#include "platform/Application.h"
+
+#include <exception>
+#include <iostream>
+
+#include "platform/MessageDialog.h"
+#include "platform/Toolkit.h"
+#include "platform/runtime/Wait.h"
+
+namespace zelto {
+
+namespace {
+
+// A run of one handler. Handlers nest, where one waits in a loop that serves events.
+struct HandlerRun {
+  HandlerRun* Outer;
+  Waiting Waits = Waiting::Not;
+  int Refusals = 0;
+};
+
+struct State {
+  Ref<Application> App;
+  HandlerRun* Innermost = nullptr;
+  bool Ending = false;
+  Int32 ExitStatus = 0;
+  std::exception_ptr Failure;
+};
+
+State& Now() {
+  static State state;
+  return state;
+}
+
+class HandlerScope {
+ public:
+  HandlerScope() { Now().Innermost = &mRun; }
+  HandlerScope(const HandlerScope&) = delete;
+  HandlerScope& operator=(const HandlerScope&) = delete;
+  ~HandlerScope() {
+    EndWaiting();
+    Now().Innermost = mRun.Outer;
+  }
+
+ private:
+  HandlerRun mRun{Now().Innermost};
+};
+
+void End(Int32 status) {
+  if (!Now().Ending) Now().ExitStatus = status;
+  Now().Ending = true;
+  EndLoops();
+}
+
+void ShowUnhandled(const String& text) {
+  const auto dialog = RuntimeNewObject<MessageDialog>();
+  dialog->Message("The utility has to end.");
+  dialog->Explanation(text);
+  dialog->ShowModal();
+}
+
+}  // namespace
+
+const Class& Application::ClassTable() {
+  static const Class table(
+      {.Name = "Application",
+       .Events = {{"EnableMenuItems", "(  )", {}},
+                  {"UnhandledException", "( RuntimeException ) as Boolean", {}}}});
+  return table;
+}
+
+String Application::ShortVersion() const { return ApplicationVersion(); }
+
+void Application::DoEvents(Int32 milliseconds) {
+  BeginWaiting(Waiting::Busy);
+  ServeEvents(milliseconds);
+  LeaveIfEnding();
+}
+
+void Application::CallFunctionWithExceptionHandling(const std::function<void()>& function) {
+  const HandlerScope scope;
+  try {
+    function();
+  } catch (const EndException&) {
+  } catch (const ThreadEndException&) {
+  } catch (const RuntimeException& exception) {
+    if (!Raise("UnhandledException", {&exception})) RuntimeUnhandledException(&exception);
+  }
+}
+
+void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
+
+Ref<Application> GetAppObject() { return Now().App; }
+
+void RuntimeInit() { StartToolkit(); }
+
+void RuntimeRun() {
+  if (!Now().Ending) RunLoop();
+  if (const auto failure = std::exchange(Now().Failure, nullptr)) std::rethrow_exception(failure);
+}
+
+Int32 RuntimeExit() {
+  const Int32 status = Now().ExitStatus;
+  Now() = {};
+  EndToolkit();
+  return status;
+}
+
+void Quit(Int32 status) {
+  End(status);
+  throw EndException();
+}
+
+void RuntimeUnhandledException(const RuntimeException* exception) {
+  String text = "an unknown exception";
+  if (exception) text = exception->ClassName();
+  if (exception && !exception->Message().IsNil()) text = text + ": " + exception->Message();
+  std::cerr << "zelto-update-utility: " << text.Bytes() << std::endl;
+  if (!Now().Ending) ShowUnhandled(text);
+  End(1);
+}
+
+void Beep() { RuntimeBeep(); }
+
+Int32 Screen::Width() const { return ScreenWidth(); }
+Int32 Screen::Height() const { return ScreenHeight(); }
+
+Ref<class Screen> Screen(Int32 index) {
+  return index == 0 ? RuntimeNewObject<class Screen>() : nullptr;
+}
+
+void FromToolkit(const std::function<void()>& function) {
+  try {
+    GetAppObject()->CallFunctionWithExceptionHandling(function);
+  } catch (...) {
+    Now().Failure = std::current_exception();
+    EndLoops();
+  }
+}
+
+// Also while the innermost one is a small one that runs inside the other's wait.
+bool HandlerWaits() {
+  for (const auto* run = Now().Innermost; run; run = run->Outer) {
+    if (run->Waits != Waiting::Not) return true;
+  }
+  return false;
+}
+
+bool MayClose() {
+  if (!HandlerWaits() || Now().Innermost->Refusals++ > 0) return true;
+  Beep();
+  return false;
+}
+
+void BeginWaiting(Waiting waiting) {
+  auto* run = Now().Innermost;
+  if (!run || run->Waits == waiting) return;
+  run->Waits = waiting;
+  ShowWaiting(waiting);
+}
+
+void EndWaiting() {
+  auto* run = Now().Innermost;
+  if (!run || run->Waits == Waiting::Not) return;
+  run->Waits = Waiting::Not;
+  run->Refusals = 0;
+  ShowWaiting(Waiting::Not);
+}
+
+void LeaveIfEnding() {
+  if (Now().Failure || Now().Ending) throw EndException();
+}
+
+}  // namespace zelto

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "platform/EventSource.h"
+#include "platform/Menu.h"
+#include "platform/Toolkit.h"
+
+namespace zelto {
+
+class Application : public EventSource {
+ public:
+  static const Class& ClassTable();
+  const Class& ClassOf() const override { return ClassTable(); }
+  void SetProperty(const String&, const PropertyValue&) override {}
+
+  Ref<class MenuBar> MenuBar() const { return mMenuBar; }
+  void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
+  String ShortVersion() const;
+
+  // Serves events for at most the time, in milliseconds. The calling handler waits: what the user
+  // does to the windows meanwhile has no effect. Unwinds the handler when the application ends.
+  void DoEvents(Int32 milliseconds);
+
+  // The dispatcher's wrapper around each call of the framework into the program.
+  void CallFunctionWithExceptionHandling(const std::function<void()>& function);
+
+ private:
+  Ref<class MenuBar> mMenuBar;
+};
+
+void RuntimeRegisterAppObject(const Ref<Application>& app);
+Ref<Application> GetAppObject();
+
+void RuntimeInit();
+// Serves events until Quit; returns at once when that has been called already.
+void RuntimeRun();
+// Ends the framework and gives the exit status.
+Int32 RuntimeExit();
+
+// Ends the application with the exit status. Unwinds the calling handler by EndException, and every
+// other handler that waits.
+[[noreturn]] void Quit(Int32 status);
+// Tells the user and ends the application with exit status 1.
+void RuntimeUnhandledException(const RuntimeException* exception);
+
+void Beep();
+
+class Screen : public Object {
+ public:
+  Int32 Width() const;   // pixels
+  Int32 Height() const;  // pixels
+};
+
+// The screen of the index, or nil. Only the main screen, 0, is known.
+Ref<class Screen> Screen(Int32 index);
+
+// Calls the program for the toolkit. No exception comes out: one that the program does not handle
+// ends the loops and comes out of RuntimeRun.
+void FromToolkit(const std::function<void()>& function);
+
+// True while the handler that runs waits for a command, so that input is to be refused.
+bool HandlerWaits();
+// Whether a request to close or quit is to be obeyed. While a handler waits, the first is not: the
+// user hears a beep instead.
+bool MayClose();
+
+// The running handler waits from here on, until it ends or a dialog takes input.
+void BeginWaiting(Waiting waiting);
+void EndWaiting();
+
+// Unwinds the calling handler when the application ends. Follows each loop in which one waited.
+void LeaveIfEnding();
+
+}  // namespace zelto

@@ -1,0 +1,119 @@
+#include "platform/Files.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "platform/Toolkit.h"
+#include "platform/runtime/Plugins.h"
+
+namespace zelto {
+
+namespace {
+
+struct RegisteredType {
+  String Name;
+  String Extensions;
+};
+
+std::vector<RegisteredType>& Registered() {
+  static std::vector<RegisteredType> types;
+  return types;
+}
+
+String NativePathOf(const FolderItem& item) { return item.NativePath(); }
+
+const PublishedEntrypoint published("folderitem.UnixpathMBS as string", NativePathOf);
+
+}  // namespace
+
+Ref<FolderItem> FolderItem::At(const String& path) {
+  const auto item = RuntimeNewObject<FolderItem>();
+  auto absolute = std::filesystem::absolute(path.Bytes()).string();
+  while (absolute.size() > 1 && absolute.back() == '/') absolute.pop_back();
+  item->mPath = String(std::move(absolute));
+  return item;
+}
+
+String FolderItem::Name() const { return mPath.Bytes().substr(mPath.Bytes().rfind('/') + 1); }
+
+Ref<FolderItem> FolderItem::Parent() const {
+  const auto path = mPath.Bytes();
+  if (path == "/") return nullptr;
+  return At(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)));
+}
+
+Ref<FolderItem> FolderItem::Child(const String& name) const { return At(mPath + "/" + name); }
+
+bool FolderItem::Exists() const { return access(mPath.CString(), F_OK) == 0; }
+
+bool FolderItem::IsReadable() const { return access(mPath.CString(), R_OK) == 0; }
+
+Ref<Picture> FolderItem::OpenAsPicture() const { return LoadPicture(mPath); }
+
+String UnixpathMBS(const Ref<FolderItem>& item) {
+  return Glink<String(const FolderItem&)>(PluginSlotOf("folderitem.UnixpathMBS as string"), *item);
+}
+
+FileType::operator String() {
+  Register();
+  return mName;
+}
+
+void FileType::Register() {
+  if (!mRegistered) RuntimeRegisterFileType(mName, mMacCreator, mMacType, mExtensions);
+  mRegistered = true;
+}
+
+void FileType::Deregister() {
+  if (mRegistered) RuntimeDeregisterFileType(mName);
+  mRegistered = false;
+}
+
+void FileType::Set(String& property, const String& value) {
+  Deregister();
+  property = value;
+}
+
+String operator+(const Ref<FileType>& left, const Ref<FileType>& right) {
+  return left + String(*right);
+}
+
+String operator+(const Ref<FileType>& left, const String& right) {
+  return String(*left) + ";" + right;
+}
+
+String operator+(const String& left, const Ref<FileType>& right) {
+  return left + ";" + String(*right);
+}
+
+// A file here has no creator and no type code.
+void RuntimeRegisterFileType(const String& name, const String&, const String&,
+                             const String& extensions) {
+  Registered().push_back({name, extensions});
+}
+
+void RuntimeDeregisterFileType(const String& name) {
+  std::erase_if(Registered(), [&](const RegisteredType& type) { return type.Name == name; });
+}
+
+std::vector<String> FilterExtensions(const String& filter) {
+  std::vector<String> extensions;
+  for (const auto& name : Split(filter, ";")) {
+    for (const auto& type : Registered()) {
+      if (!(type.Name == name)) continue;
+      for (const auto& extension : Split(type.Extensions, ";")) extensions.push_back(extension);
+    }
+  }
+  return extensions;
+}
+
+bool MatchesFilter(const String& fileName, const String& filter) {
+  const auto extensions = FilterExtensions(filter);
+  return std::any_of(extensions.begin(), extensions.end(), [&](const String& extension) {
+    return Right(fileName, Len(extension) + 1) == "." + extension;
+  });
+}
+
+}  // namespace zelto

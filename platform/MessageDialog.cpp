@@ -1,0 +1,30 @@
+#include "platform/MessageDialog.h"
+
+#include "platform/Application.h"
+
+namespace zelto {
+
+void MessageDialog::Init() {
+  mActionButton = RuntimeNewObject<class ActionButton>();
+  mActionButton->Visible(true);
+  mActionButton->Default(true);
+  mActionButton->Caption("OK");
+  mCancelButton = RuntimeNewObject<class CancelButton>();
+  mCancelButton->Cancel(true);
+  mCancelButton->Caption("Cancel");
+  mAlternateActionButton = RuntimeNewObject<class AlternateActionButton>();
+}
+
+Ref<MessageDialogButton> MessageDialog::ShowModal() {
+  const auto pressed = ShowMessageDialog(*this, nullptr);
+  LeaveIfEnding();
+  return pressed;
+}
+
+Ref<MessageDialogButton> MessageDialog::ShowModalWithin(const Ref<Window>& parent) {
+  const auto pressed = ShowMessageDialog(*this, &parent->Imp());
+  LeaveIfEnding();
+  return pressed;
+}
+
+}  // namespace zelto

@@ -1,0 +1,117 @@
+#include "platform/PropertyList.h"
+
+#include <algorithm>
+
+#include "platform/EventSource.h"
+
+namespace zelto {
+
+namespace {
+
+void AppendBigEndian(std::string& bytes, std::uint32_t value) {
+  for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift);
+}
+
+struct Encoder {
+  std::string& Bytes;
+
+  void operator()(Int32 value) { AppendBigEndian(Bytes, static_cast<std::uint32_t>(value)); }
+  void operator()(bool value) { Bytes += value ? '\1' : '\0'; }
+  void operator()(Color value) {
+    for (const auto part : {value.Red, value.Green, value.Blue}) Bytes += static_cast<char>(part);
+  }
+  void operator()(const String& value) {
+    AppendBigEndian(Bytes, static_cast<std::uint32_t>(LenB(value)));
+    Bytes += value.Bytes();
+  }
+};
+
+class Reader {
+ public:
+  explicit Reader(std::string_view bytes) : mRest(bytes) {}
+
+  bool AtEnd() const { return mRest.empty(); }
+
+  std::string_view Take(std::size_t count) {
+    if (count > mRest.size()) throw UnsupportedFormatException("the list ends within an entry");
+    const auto taken = mRest.substr(0, count);
+    mRest.remove_prefix(count);
+    return taken;
+  }
+
+  String TakeKey() {
+    const auto key = Take(std::min(mRest.find(' '), mRest.size()));
+    Take(1);
+    return key;
+  }
+
+  std::uint32_t TakeBigEndian() {
+    std::uint32_t value = 0;
+    for (const char byte : Take(4)) value = value << 8U | static_cast<unsigned char>(byte);
+    return value;
+  }
+
+  PropertyValue TakeValue(std::size_t type) {
+    switch (type) {
+      case 0:
+        return static_cast<Int32>(TakeBigEndian());
+      case 1:
+        return TakeBoolean();
+      case 2:
+        return TakeColor();
+      default:
+        return String(Take(TakeBigEndian()));
+    }
+  }
+
+ private:
+  bool TakeBoolean() {
+    const char byte = Take(1).front();
+    if (byte != 0 && byte != 1) throw UnsupportedFormatException("a Boolean is neither 0 nor 1");
+    return byte == 1;
+  }
+
+  Color TakeColor() {
+    const auto bytes = Take(3);
+    const auto part = [=](std::size_t at) { return static_cast<std::uint8_t>(bytes[at]); };
+    return {part(0), part(1), part(2)};
+  }
+
+  std::string_view mRest;
+};
+
+const Property& Declared(const String& key, const std::vector<Property>& declared) {
+  const auto found = std::find_if(declared.begin(), declared.end(),
+                                  [&](const Property& property) { return property.Name == key; });
+  if (found == declared.end()) throw UnsupportedFormatException("the key is not declared: " + key);
+  return *found;
+}
+
+}  // namespace
+
+String EncodePropertyList(const std::vector<PropertyEntry>& entries) {
+  std::string bytes;
+  for (const auto& [key, value] : entries) {
+    bytes.append(key.Bytes()) += ' ';
+    std::visit(Encoder{bytes}, value);
+  }
+  return {std::move(bytes)};
+}
+
+std::vector<PropertyEntry> DecodePropertyList(const String& list,
+                                              const std::vector<Property>& declared) {
+  std::vector<PropertyEntry> entries;
+  for (Reader reader(list.Bytes()); !reader.AtEnd();) {
+    const Property& property = Declared(reader.TakeKey(), declared);
+    entries.push_back({property.Name, reader.TakeValue(property.Type)});
+  }
+  return entries;
+}
+
+void RuntimeMassPropertySetter(EventSource& object, const String& list) {
+  for (const auto& [name, value] : DecodePropertyList(list, object.ClassOf().Properties())) {
+    object.SetProperty(name, value);
+  }
+}
+
+}  // namespace zelto

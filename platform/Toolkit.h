@@ -1,0 +1,121 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/PropertyList.h"
+
+// All that a toolkit has to supply. The model's objects each own the part that stands for them on
+// the screen; that part knows its object and raises its events through FromToolkit.
+namespace zelto {
+
+class BevelButton;
+class Canvas;
+class EditField;
+class FolderItem;
+class MenuBar;
+class MessageDialog;
+class MessageDialogButton;
+class Picture;
+class PushButton;
+class StaticText;
+class Timer;
+class Window;
+
+class WindowImp {
+ public:
+  virtual ~WindowImp() = default;
+
+  virtual void SetProperty(const String& name, const PropertyValue& value) = 0;
+  // In pixels; a write to a window that is not on the screen counts as well.
+  virtual Int32 Left() const = 0;
+  virtual Int32 Top() const = 0;
+  virtual Int32 Width() const = 0;
+  virtual Int32 Height() const = 0;
+  virtual void MoveTo(Int32 left, Int32 top) = 0;
+
+  virtual void SetMenuBar(const Ref<MenuBar>& bar) = 0;
+  // Comes once the controls stand, before the window is shown.
+  virtual void ControlsCreated() = 0;
+  virtual void Show() = 0;
+  // Blocks until Close; the parent may be null.
+  virtual void ShowModal(WindowImp* parent) = 0;
+  // Takes the window off the screen and ends ShowModal.
+  virtual void Close() = 0;
+  virtual void UpdateNow() = 0;
+};
+
+class Pane {
+ public:
+  virtual ~Pane() = default;
+
+  virtual void SetProperty(const String& name, const PropertyValue& value) = 0;
+  virtual void SetLabel(const String& label) = 0;
+  virtual bool Enabled() const = 0;
+  virtual bool Visible() const = 0;
+  virtual void SetFocus() = 0;
+  // Draws at once.
+  virtual void Refresh() = 0;
+  virtual void AcceptFileDrop(const String& type) = 0;
+};
+
+class TextPane : public Pane {
+ public:
+  virtual String Text() const = 0;
+  virtual void SetText(const String& text) = 0;
+};
+
+class EditFieldPane : public TextPane {
+ public:
+  virtual void SelectAll() = 0;
+};
+
+class CanvasPane : public Pane {
+ public:
+  virtual void SetBackdrop(const Ref<Picture>& picture) = 0;
+};
+
+class TimerImp {
+ public:
+  virtual ~TimerImp() = default;
+
+  // Fires after each period, once only unless repeated.
+  virtual void Start(Int32 milliseconds, bool repeated) = 0;
+  virtual void Stop() = 0;
+};
+
+std::unique_ptr<WindowImp> NewWindowImp(Window& window);
+std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, WindowImp& window);
+std::unique_ptr<TextPane> NewStaticTextPane(WindowImp& window);
+std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window);
+std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window);
+std::unique_ptr<CanvasPane> NewCanvasPane(Canvas& canvas, WindowImp& window);
+std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
+
+// Blocks until the dialog is answered; the parent may be null.
+Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent);
+// Nil when the file cannot be read as a picture.
+Ref<Picture> LoadPicture(const String& path);
+// Blocks until a file of the types is chosen; nil when none was.
+Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
+
+// The toolkit lives from StartToolkit to EndToolkit; windows live in between.
+void StartToolkit();
+void EndToolkit();
+// Serves events until EndLoops.
+void RunLoop();
+// Serves events for at most the time.
+void ServeEvents(Int32 milliseconds);
+// Shows that a handler waits for a command, or no longer does.
+enum class Waiting : std::uint8_t { Not, Busy, Blocked };
+void ShowWaiting(Waiting waiting);
+// Ends RunLoop and every modal loop inside it.
+void EndLoops();
+void RuntimeBeep();
+Int32 ScreenWidth();
+Int32 ScreenHeight();
+String ApplicationVersion();
+Ref<FolderItem> AppFolderItemGetter();
+
+}  // namespace zelto

@@ -1,0 +1,214 @@
+#include "platform/Window.h"
+
+#include <algorithm>
+
+#include "platform/Application.h"
+#include "platform/PropertyLists.h"
+#include "platform/runtime/Plugins.h"
+#include "platform/runtime/Wait.h"
+
+namespace zelto {
+
+namespace {
+
+struct Lists {
+  std::vector<Ref<Window>> Windows;
+  std::vector<std::pair<String, Ref<Window>>> Implicit;  // class name to window
+  std::vector<Ref<Window>> Dirty;
+};
+
+Lists& WindowLists() {
+  static Lists lists;
+  return lists;
+}
+
+auto FindImplicit(const String& className) {
+  auto& list = WindowLists().Implicit;
+  return std::find_if(list.begin(), list.end(),
+                      [&](const auto& entry) { return entry.first == className; });
+}
+
+void DrawNow(Window& window) { window.UpdateNow(); }
+
+const PublishedEntrypoint published("window.UpdateNowMBS", DrawNow);
+
+}  // namespace
+
+const Class& Window::ClassTable() {
+  static const Class table({.Name = "Window",
+                            .Events = {{"Layout", "(  )", {}},
+                                       {"CreateControls", "(  )", {}},
+                                       {"AddMenuHandlers", "( Window )", {}},
+                                       {"SetupBindings", "(  )", {}},
+                                       {"Open", "(  )", {}},
+                                       {"Close", "(  )", {}},
+                                       {"CancelClose", "( Boolean ) as Boolean", {}},
+                                       {"EnableMenuItems", "(  )", {}},
+                                       {"Activate", "(  )", {}},
+                                       {"Deactivate", "(  )", {}}},
+                            .Properties = WindowList::Declared()});
+  return table;
+}
+
+void Window::Init() {
+  mImp = NewWindowImp(*this);
+  auto& lists = WindowLists();
+  const Ref<Window> self(this);
+  lists.Windows.push_back(self);
+  if (!GetImplicitWindow(ClassOf().Name())) lists.Implicit.emplace_back(ClassOf().Name(), self);
+}
+
+void Window::Constructor() {
+  GetAppObject()->CallFunctionWithExceptionHandling([this] {
+    Raise("Layout");
+    Raise("CreateControls");
+    Raise("AddMenuHandlers", {Ref<Object>(this)});
+    Raise("SetupBindings");
+    mImp->ControlsCreated();
+    for (const auto& control : std::vector(mControlList)) control->CallOpenEvent();
+    Raise("Open");
+  });
+}
+
+void Window::Show() { mImp->Show(); }
+
+void Window::ShowModal() {
+  mImp->ShowModal(nullptr);
+  LeaveIfEnding();
+}
+
+void Window::ShowModalWithin(const Ref<Window>& parent) {
+  mImp->ShowModal(&parent->Imp());
+  LeaveIfEnding();
+}
+
+void Window::Close() {
+  const Ref<Window> self(this);  // the lists may hold the last reference
+  if (!UnifiedClose(false)) return;
+  mImp->Close();
+  Raise("Close");
+}
+
+void Window::UpdateNow() { mImp->UpdateNow(); }
+
+Int32 Window::Left() const { return mImp->Left(); }
+void Window::Left(Int32 pixels) { mImp->MoveTo(pixels, Top()); }
+Int32 Window::Top() const { return mImp->Top(); }
+void Window::Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
+Int32 Window::Width() const { return mImp->Width(); }
+Int32 Window::Height() const { return mImp->Height(); }
+
+void Window::MenuBar(const Ref<class MenuBar>& bar) {
+  mMenuBar = bar;
+  mImp->SetMenuBar(bar);
+}
+
+void Window::TakeOwnership(Object& object) {
+  if (auto* control = dynamic_cast<Control*>(&object)) control->SetWindow(this);
+  if (auto* child = dynamic_cast<PaneChild*>(&object)) child->SetWindow(this);
+}
+
+void Window::AddControl(const String& name, const Ref<Object>& control) {
+  mControls.emplace_back(name, control);
+  if (RuntimeObjectIsa<Control>(control))
+    mControlList.push_back(RuntimeCheckCast<Control>(control));
+}
+
+void Window::AddMenuHandler(const String& name, const Method& handler) {
+  mMenuHandlers.push_back({name, handler});
+}
+
+void Window::SetProperty(const String& name, const PropertyValue& value) {
+  mImp->SetProperty(name, value);
+}
+
+bool Window::UnifiedClose(bool quitting) {
+  if (Raise("CancelClose", {quitting})) return false;
+  for (const auto& [name, object] : mControls) {
+    if (RuntimeObjectIsa<Control>(object)) RuntimeCheckCast<Control>(object)->Close();
+    RuntimeBackgroundTask();
+  }
+  mControls.clear();
+  mControlList.clear();
+  auto& windows = WindowLists().Windows;
+  const auto listed = std::find(windows.begin(), windows.end(), Ref<Window>(this));
+  if (listed != windows.end()) windows.erase(listed);
+  const auto implicit = FindImplicit(ClassOf().Name());
+  if (implicit != WindowLists().Implicit.end() && implicit->second.Get() == this) {
+    WindowLists().Implicit.erase(implicit);
+  }
+  return true;
+}
+
+void Window::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
+  Raise("EnableMenuItems");
+  EnableHandledItems(items, mMenuHandlers);
+}
+
+bool Window::CallMenuHandler(const String& name) {
+  for (const auto& [item, handler] : mMenuHandlers) {
+    if (item == name) return handler.Call(*this, {});
+  }
+  return false;
+}
+
+void Window::CallActivated() {
+  Raise("Activate");
+  Raise("EnableMenuItems");
+}
+
+void Window::CallDeactivated() {
+  Raise("Deactivate");
+  Raise("EnableMenuItems");
+}
+
+Ref<Object> RuntimeWindowControlByName(Window& window, const String& name) {
+  for (const auto& [key, control] : window.mControls) {
+    if (key == name) return control;
+  }
+  return nullptr;
+}
+
+Ref<Window> GetImplicitWindow(const String& className) {
+  const auto found = FindImplicit(className);
+  return found == WindowLists().Implicit.end() ? nullptr : found->second;
+}
+
+void AddControlRow(Window& window, const ControlRow& row) {
+  const auto object = row.Create(window);
+  window.AddControl(row.Name, object);
+  const auto control = [&] { return ControlNamed<EventSource>(window, row.Name); };
+  if (row.Backdrop) ControlNamed<Canvas>(window, row.Name)->Backdrop(row.Backdrop());
+  RuntimeMassPropertySetter(*control(), row.List);
+  if (!row.Label.IsNil()) ControlNamed<RectControl>(window, row.Name)->Label(row.Label);
+  for (const auto& event : row.Events) InstallInstanceEventHandler(*control(), event);
+}
+
+namespace WindowSupport {
+
+void Finalize() { WindowLists() = {}; }
+
+const std::vector<Ref<Window>>& Windows() { return WindowLists().Windows; }
+
+void AddDirtyWindow(const Ref<Window>& window) {
+  RemoveDirtyWindow(window);
+  WindowLists().Dirty.push_back(window);
+}
+
+void RemoveDirtyWindow(const Ref<Window>& window) { std::erase(WindowLists().Dirty, window); }
+
+void UpdateDirtyWindows() {
+  for (const auto& window : WindowLists().Dirty) {
+    window->Update();
+    RuntimeBackgroundTask();
+  }
+  WindowLists().Dirty.clear();
+}
+
+}  // namespace WindowSupport
+
+void UpdateNowMBS(const Ref<Window>& window) {
+  Glink<void(Window&)>(PluginSlotOf("window.UpdateNowMBS"), *window);
+}
+
+}  // namespace zelto

@@ -1,0 +1,148 @@
+#include "platform/Application.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcutEvent>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include "platform/Files.h"
+#include "platform/Toolkit.h"
+#include "platform/qt/Text.h"
+#include "platform/qt/TopLevel.h"
+#include "platform/runtime/Wait.h"
+
+namespace zelto {
+
+namespace {
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool AsksToQuit(const QEvent& event) {
+  if (event.type() == QEvent::Quit) return true;
+  return event.type() == QEvent::Shortcut &&
+         static_cast<const QShortcutEvent&>(event).key() == QKeySequence(QKeySequence::Quit);
+}
+
+void QuitIfAllowed() {
+  if (MayClose()) FromToolkit([] { Quit(0); });
+}
+
+// Keeps input from the windows while a handler waits.
+class InputGuard : public QObject {
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (!HandlerWaits()) return false;
+    if (AsksToQuit(*event)) {
+      QuitIfAllowed();
+      return true;
+    }
+    if (!IsInput(event->type())) return false;
+    event->ignore();
+    return true;
+  }
+};
+
+struct Toolkit {
+  int ArgumentCount = 1;
+  char Name[21] = "zelto-update-utility";
+  char* Arguments[2] = {Name, nullptr};
+  QApplication Application{ArgumentCount, Arguments};
+  InputGuard Guard;
+};
+
+std::unique_ptr<Toolkit> toolkit;
+
+void Await(int descriptor, int milliseconds) {
+  BeginWaiting(Waiting::Blocked);
+  QEventLoop loop;
+  QSocketNotifier notifier(QSocketNotifier::Read);
+  if (descriptor >= 0) {
+    notifier.setSocket(descriptor);
+    notifier.setEnabled(true);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
+  }
+  if (milliseconds >= 0) QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+  LeaveIfEnding();
+}
+
+}  // namespace
+
+void StartToolkit() {
+  toolkit = std::make_unique<Toolkit>();
+  QApplication::setApplicationVersion(ZELTO_VERSION);
+  QApplication::setDesktopFileName("zelto-update-utility");
+  QApplication::setQuitOnLastWindowClosed(false);
+  qApp->installEventFilter(&toolkit->Guard);
+  RuntimeSetWaiter(Await);
+}
+
+void EndToolkit() {
+  RuntimeSetWaiter({});
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  toolkit.reset();
+}
+
+void RunLoop() { QApplication::exec(); }
+
+void ServeEvents(Int32 milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+void EndLoops() { QCoreApplication::exit(); }
+
+void ShowWaiting(Waiting waiting) {
+  while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
+  if (waiting != Waiting::Not) {
+    QGuiApplication::setOverrideCursor(waiting == Waiting::Blocked ? Qt::WaitCursor
+                                                                   : Qt::BusyCursor);
+  }
+  for (auto* widget : QApplication::topLevelWidgets()) {
+    auto* top = dynamic_cast<TopLevel*>(widget);
+    if (top && top->isVisible()) top->ShowActivity(waiting == Waiting::Busy);
+  }
+}
+
+void RuntimeBeep() { QApplication::beep(); }
+
+Int32 ScreenWidth() { return QGuiApplication::primaryScreen()->size().width(); }
+Int32 ScreenHeight() { return QGuiApplication::primaryScreen()->size().height(); }
+
+String ApplicationVersion() { return FromShown(QCoreApplication::applicationVersion()); }
+
+Ref<FolderItem> AppFolderItemGetter() {
+  return FolderItem::At(FromShown(QCoreApplication::applicationFilePath()));
+}
+
+}  // namespace zelto

@@ -1,0 +1,66 @@
+#include <QPushButton>
+#include <QToolButton>
+
+#include "platform/Application.h"
+#include "platform/Control.h"
+#include "platform/qt/FittedText.h"
+#include "platform/qt/Text.h"
+#include "platform/qt/WidgetPane.h"
+
+namespace zelto {
+
+namespace {
+
+// What the two kinds of button share.
+template <class Model>
+class ButtonPane : public WidgetPane<Pane> {
+ public:
+  ButtonPane(Model& model, QAbstractButton* button) : WidgetPane(button), mButton(*button) {
+    // By Tab alone: a click leaves the focus in the field that the user is in.
+    button->setFocusPolicy(Qt::NoFocus);
+    QObject::connect(button, &QAbstractButton::clicked, button, [control = &model] {
+      if (HandlerWaits()) return;
+      const Ref<Model> alive(control);
+      FromToolkit([&] { alive->Raise("Action"); });
+    });
+  }
+
+  void SetProperty(const String& name, const PropertyValue& value) override {
+    if (name == "Caption") return mButton.setText(Shown(std::get<String>(value)));
+    if (name == "Default") mButton.setProperty("isDefault", std::get<bool>(value));
+    if (name == "Cancel") mButton.setProperty("isCancel", std::get<bool>(value));
+    if (name == "Default") {
+      if (auto* push = qobject_cast<QPushButton*>(&mButton))
+        push->setDefault(std::get<bool>(value));
+    }
+    WidgetPane::SetProperty(name, value);
+  }
+
+ private:
+  QAbstractButton& mButton;
+};
+
+class Push : public QPushButton {
+ public:
+  explicit Push(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    const QSize room = size() - QSize(8, 2);  // the frame
+    const QFont fitted = FittedFont(font(), text(), room, Qt::AlignCenter);
+    if (fitted != font()) setFont(fitted);
+    QPushButton::paintEvent(event);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window) {
+  return std::make_unique<ButtonPane<PushButton>>(button, new Push(ContentOf(window)));
+}
+
+std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window) {
+  return std::make_unique<ButtonPane<BevelButton>>(button, new QToolButton(ContentOf(window)));
+}
+
+}  // namespace zelto

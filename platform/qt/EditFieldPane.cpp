@@ -1,0 +1,143 @@
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QUrl>
+
+#include "platform/Application.h"
+#include "platform/Control.h"
+#include "platform/Files.h"
+#include "platform/qt/Text.h"
+#include "platform/qt/WidgetPane.h"
+
+namespace zelto {
+
+namespace {
+
+// Lets files of some types be dropped on a widget, and keeps all other files off it.
+class FileDrops : public QObject {
+ public:
+  FileDrops(EditField& field, QWidget* widget, String filter)
+      : QObject(widget), mField(field), mFilter(std::move(filter)) {
+    widget->setAcceptDrops(true);
+    widget->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    const auto type = event->type();
+    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
+    auto& drop = static_cast<QDropEvent&>(*event);
+    if (!drop.mimeData()->hasUrls()) return false;
+    const QString path = drop.mimeData()->urls().constFirst().toLocalFile();
+    if (!MatchesFilter(FromShown(path), mFilter)) {
+      drop.ignore();
+      return true;
+    }
+    drop.setDropAction(Qt::CopyAction);
+    drop.accept();
+    if (type == QEvent::Drop) Deliver(FolderItem::At(FromShown(path)));
+    return true;
+  }
+
+ private:
+  void Deliver(const Ref<FolderItem>& item) {
+    const auto drag = RuntimeNewObject<DragItem>();
+    drag->FolderItem(item);
+    const Ref<EditField> alive(&mField);
+    FromToolkit([&] { alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)}); });
+  }
+
+  EditField& mField;
+  String mFilter;
+};
+
+class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
+ public:
+  EditFieldPaneImp(EditField& field, QLineEdit* line)
+      : WidgetPane(line), mField(field), mLine(line) {
+    line->setFocusPolicy(Qt::ClickFocus);
+    QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
+  }
+
+  void SetProperty(const String& name, const PropertyValue& value) override {
+    if (name == "Text") return Write(std::get<String>(value));
+    if (name == "Multiline" && std::get<bool>(value)) return MakeArea();
+    if (name == "ReadOnly") return SetReadOnly(std::get<bool>(value));
+    if (name == "Password" && std::get<bool>(value) && mLine) {
+      mLine->setEchoMode(QLineEdit::Password);
+    }
+    if (name == "ScrollbarVertical" && mArea && !std::get<bool>(value)) {
+      mArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    WidgetPane::SetProperty(name, value);
+  }
+
+  String Text() const override { return ShownText() == mShown ? mWritten : FromShown(ShownText()); }
+
+  void SetText(const String& text) override {
+    Write(text);
+    mField.Raise("TextChange");
+  }
+
+  void SelectAll() override { mLine ? mLine->selectAll() : mArea->selectAll(); }
+
+  void AcceptFileDrop(const String& type) override {
+    new FileDrops(mField, mArea ? mArea->viewport() : &Widget(), type);
+  }
+
+ private:
+  QString ShownText() const { return mLine ? mLine->text() : mArea->toPlainText(); }
+
+  void Show(const QString& text) {
+    mIsWriting = true;
+    mLine ? mLine->setText(text) : mArea->setPlainText(text);
+    mIsWriting = false;
+  }
+
+  void Write(const String& text) {
+    mWritten = text;
+    Show(Shown(text));
+    mShown = ShownText();
+    mBefore = mShown;
+  }
+
+  // By the user's hand or by assistive technology.
+  void Changed() {
+    if (mIsWriting) return;
+    if (HandlerWaits()) return Show(mBefore);
+    mBefore = ShownText();
+    FromToolkit([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
+  }
+
+  void MakeArea() {
+    mArea = new QPlainTextEdit(Widget().parentWidget());
+    mArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    mArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mArea->setTabChangesFocus(true);
+    QObject::connect(mArea, &QPlainTextEdit::textChanged, mArea, [this] { Changed(); });
+    mArea->setProperty("TabIndex", Widget().property("TabIndex"));
+    Replace(mArea);
+    mLine = nullptr;
+  }
+
+  void SetReadOnly(bool isReadOnly) {
+    mLine ? mLine->setReadOnly(isReadOnly) : mArea->setReadOnly(isReadOnly);
+  }
+
+  EditField& mField;
+  QLineEdit* mLine;
+  QPlainTextEdit* mArea = nullptr;
+  String mWritten;  // what the program wrote last
+  QString mShown;   // how that is shown
+  QString mBefore;  // what was shown before a change
+  bool mIsWriting = false;
+};
+
+}  // namespace
+
+std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, WindowImp& window) {
+  return std::make_unique<EditFieldPaneImp>(field, new QLineEdit(ContentOf(window)));
+}
+
+}  // namespace zelto

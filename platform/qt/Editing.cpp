@@ -1,0 +1,89 @@
+#include "platform/qt/Editing.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPointer>
+
+namespace zelto {
+
+namespace {
+
+struct Command {
+  const char* ItemName;
+  bool (*CanEditLine)(const QLineEdit&);
+  bool (*CanEditArea)(QPlainTextEdit&);
+  void (*EditLine)(QLineEdit&);
+  void (*EditArea)(QPlainTextEdit&);
+};
+
+bool ClipboardHasText() { return !QGuiApplication::clipboard()->text().isEmpty(); }
+
+bool IsOpen(const QLineEdit& line) { return line.echoMode() == QLineEdit::Normal; }
+
+bool HasSelection(const QPlainTextEdit& area) { return area.textCursor().hasSelection(); }
+
+constexpr Command commands[] = {
+    {"EditUndo", [](const QLineEdit& line) { return line.isUndoAvailable(); },
+     [](QPlainTextEdit& area) { return !area.isReadOnly() && area.document()->isUndoAvailable(); },
+     [](QLineEdit& line) { line.undo(); }, [](QPlainTextEdit& area) { area.undo(); }},
+    {"EditCut",
+     [](const QLineEdit& line) {
+       return IsOpen(line) && !line.isReadOnly() && line.hasSelectedText();
+     },
+     [](QPlainTextEdit& area) { return !area.isReadOnly() && HasSelection(area); },
+     [](QLineEdit& line) { line.cut(); }, [](QPlainTextEdit& area) { area.cut(); }},
+    {"EditCopy", [](const QLineEdit& line) { return IsOpen(line) && line.hasSelectedText(); },
+     [](QPlainTextEdit& area) { return HasSelection(area); }, [](QLineEdit& line) { line.copy(); },
+     [](QPlainTextEdit& area) { area.copy(); }},
+    {"EditPaste", [](const QLineEdit& line) { return !line.isReadOnly() && ClipboardHasText(); },
+     [](QPlainTextEdit& area) { return !area.isReadOnly() && ClipboardHasText(); },
+     [](QLineEdit& line) { line.paste(); }, [](QPlainTextEdit& area) { area.paste(); }},
+    {"EditClear",
+     [](const QLineEdit& line) { return !line.isReadOnly() && line.hasSelectedText(); },
+     [](QPlainTextEdit& area) { return !area.isReadOnly() && HasSelection(area); },
+     [](QLineEdit& line) { line.del(); },
+     [](QPlainTextEdit& area) { area.textCursor().removeSelectedText(); }},
+    {"EditSelectAll",
+     [](const QLineEdit& line) { return line.selectedText().size() < line.text().size(); },
+     [](QPlainTextEdit& area) {
+       return area.textCursor().selectedText().size() < area.document()->characterCount() - 1;
+     },
+     [](QLineEdit& line) { line.selectAll(); }, [](QPlainTextEdit& area) { area.selectAll(); }},
+};
+
+QPointer<QWidget> focused;
+
+const Command* Find(const String& itemName) {
+  for (const auto& command : commands) {
+    if (itemName == command.ItemName) return &command;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool CanEdit(const String& itemName) {
+  const Command* command = Find(itemName);
+  if (!command) return false;
+  if (const auto* line = qobject_cast<QLineEdit*>(focused)) return command->CanEditLine(*line);
+  if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) return command->CanEditArea(*area);
+  return false;
+}
+
+void Edit(const String& itemName) {
+  const Command* command = Find(itemName);
+  if (!command) return;
+  if (auto* line = qobject_cast<QLineEdit*>(focused)) command->EditLine(*line);
+  if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
+}
+
+void FollowEditing(QWidget& menuBar) {
+  QObject::connect(qApp, &QApplication::focusChanged, &menuBar, [](QWidget*, QWidget* now) {
+    if (now && !qobject_cast<QMenuBar*>(now)) focused = now;
+  });
+}
+
+}  // namespace zelto

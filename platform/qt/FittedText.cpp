@@ -1,0 +1,24 @@
+#include "platform/qt/FittedText.h"
+
+#include <QFontInfo>
+#include <QFontMetrics>
+#include <QRect>
+
+namespace zelto {
+
+QFont FittedFont(const QFont& font, const QString& text, QSize room, int textFlags) {
+  constexpr int smallest = 7;  // pixels
+  const auto fits = [&](const QFont& candidate) {
+    // A text that wraps has the width of the room and only its height to be measured.
+    const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? room.width() : 0, 0);
+    const QSize needed = QFontMetrics(candidate).boundingRect(bounds, textFlags, text).size();
+    return needed.width() <= room.width() && needed.height() <= room.height();
+  };
+  QFont fitted = font;
+  for (int size = QFontInfo(font).pixelSize(); size > smallest && !fits(fitted);) {
+    fitted.setPixelSize(--size);
+  }
+  return fitted;
+}
+
+}  // namespace zelto

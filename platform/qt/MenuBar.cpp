@@ -1,0 +1,83 @@
+#include "platform/qt/MenuBar.h"
+
+#include <QApplication>
+#include <QMenu>
+
+#include "platform/Application.h"
+#include "platform/qt/Editing.h"
+#include "platform/qt/Text.h"
+
+namespace zelto {
+
+namespace {
+
+QAction::MenuRole RoleOf(const Ref<MenuItem>& item) {
+  if (RuntimeObjectIsa<AppleMenuItem>(item)) return QAction::AboutRole;
+  if (RuntimeObjectIsa<QuitMenuItem>(item)) return QAction::QuitRole;
+  return QAction::NoRole;
+}
+
+// "Cmd+" is the toolkit's Ctrl on every system.
+QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
+  return QKeySequence(Shown(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+"));
+}
+
+void Choose(Window& window, const MenuItem& item) {
+  if (window.CallMenuHandler(item.Name())) return;
+  Edit(item.Name());
+}
+
+void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action) {
+  QObject::connect(&action, &QAction::triggered, &action, [&window, item] {
+    if (HandlerWaits()) return;
+    FromToolkit([alive = Ref<Window>(&window), item] {
+      if (!item->Event_Action()) Choose(*alive, *item);
+    });
+  });
+}
+
+// Enables what has something to do now: by the toolkit, by its class or by its handler.
+void Enable(Window& window, const Ref<MenuItem>& menu) {
+  for (const auto& item : menu->Items()) {
+    item->Disable();
+    const bool isQuit = RuntimeObjectIsa<QuitMenuItem>(item);
+    if (item->AutoEnable() && (isQuit || CanEdit(item->Name()))) item->Enable();
+  }
+  window.EnableMenuItems(menu->Items());
+}
+
+void EnableActions(Window& window, const Ref<MenuItem>& menu, const QMenu& widget) {
+  Enable(window, menu);
+  const auto actions = widget.actions();
+  for (qsizetype i = 0; i < actions.size(); ++i) {
+    actions[i]->setEnabled(menu->Items().at(static_cast<std::size_t>(i))->Enabled());
+  }
+}
+
+void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item) {
+  if (item->Text() == "-") {
+    widget.addSeparator();
+    return;
+  }
+  QAction* action = widget.addAction(Shown(item->Text()));
+  action->setMenuRole(RoleOf(item));
+  action->setShortcut(ShortcutOf(item));
+  ConnectItem(window, item, *action);
+}
+
+}  // namespace
+
+QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar) {
+  auto* widget = new QMenuBar;
+  for (const auto& menu : bar->Items()) {
+    QMenu* menuWidget = widget->addMenu(Shown(menu->Text()));
+    for (const auto& item : menu->Items()) AddItem(window, *menuWidget, item);
+    QObject::connect(menuWidget, &QMenu::aboutToShow, menuWidget, [&window, menu, menuWidget] {
+      FromToolkit([&] { EnableActions(window, menu, *menuWidget); });
+    });
+  }
+  FollowEditing(*widget);
+  return widget;
+}
+
+}  // namespace zelto

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+#include "platform/runtime/String.h"
+
+namespace zelto {
+
+// The text as a person sees it: a byte that is not UTF-8 is U+FFFD, and of the control characters
+// only line end and tab are left.
+QString Shown(const String& text);
+
+String FromShown(const QString& text);
+
+}  // namespace zelto

@@ -1,0 +1,79 @@
+#include "platform/qt/WidgetPane.h"
+
+#include <map>
+#include <string_view>
+
+#include "platform/qt/Text.h"
+
+namespace zelto {
+
+namespace {
+
+using Effect = void (*)(QWidget&, const PropertyValue&);
+
+int Pixels(const PropertyValue& value) { return std::get<Int32>(value); }
+
+bool IsOn(const PropertyValue& value) { return std::get<bool>(value); }
+
+template <class Change>
+void ChangeFont(QWidget& widget, Change change) {
+  QFont font = widget.font();
+  change(font);
+  widget.setFont(font);
+}
+
+// 0 names no size.
+void SetTextSize(QWidget& widget, int size) {
+  if (size > 0) ChangeFont(widget, [=](QFont& font) { font.setPixelSize(size); });
+}
+
+void SetTextFont(QWidget& widget, const String& family) {
+  if (family == "System") return;
+  ChangeFont(widget, [&](QFont& font) { font.setFamily(Shown(family)); });
+}
+
+void SetTabStop(QWidget& widget, bool isStop) {
+  const auto policy = isStop ? widget.focusPolicy() | Qt::TabFocus
+                             : widget.focusPolicy() & ~Qt::FocusPolicy(Qt::TabFocus);
+  widget.setFocusPolicy(static_cast<Qt::FocusPolicy>(int(policy)));
+}
+
+const std::map<std::string_view, Effect>& Effects() {
+  static const std::map<std::string_view, Effect> effects{
+      {"Left", [](QWidget& w, const PropertyValue& v) { w.move(Pixels(v), w.y()); }},
+      {"Top", [](QWidget& w, const PropertyValue& v) { w.move(w.x(), Pixels(v)); }},
+      {"Width", [](QWidget& w, const PropertyValue& v) { w.resize(Pixels(v), w.height()); }},
+      {"Height", [](QWidget& w, const PropertyValue& v) { w.resize(w.width(), Pixels(v)); }},
+      {"TabIndex",
+       [](QWidget& w, const PropertyValue& v) { w.setProperty("TabIndex", Pixels(v)); }},
+      {"TabStop", [](QWidget& w, const PropertyValue& v) { SetTabStop(w, IsOn(v)); }},
+      {"Enabled", [](QWidget& w, const PropertyValue& v) { w.setEnabled(IsOn(v)); }},
+      {"Visible", [](QWidget& w, const PropertyValue& v) { w.setVisible(IsOn(v)); }},
+      {"HelpTag",
+       [](QWidget& w, const PropertyValue& v) { w.setToolTip(Shown(std::get<String>(v))); }},
+      {"TextFont", [](QWidget& w, const PropertyValue& v) { SetTextFont(w, std::get<String>(v)); }},
+      {"TextSize", [](QWidget& w, const PropertyValue& v) { SetTextSize(w, Pixels(v)); }},
+      {"Bold",
+       [](QWidget& w, const PropertyValue& v) {
+         ChangeFont(w, [&](QFont& font) { font.setBold(IsOn(v)); });
+       }},
+      {"Italic",
+       [](QWidget& w, const PropertyValue& v) {
+         ChangeFont(w, [&](QFont& font) { font.setItalic(IsOn(v)); });
+       }},
+      {"Underline",
+       [](QWidget& w, const PropertyValue& v) {
+         ChangeFont(w, [&](QFont& font) { font.setUnderline(IsOn(v)); });
+       }},
+  };
+  return effects;
+}
+
+}  // namespace
+
+void SetWidgetProperty(QWidget& widget, const String& name, const PropertyValue& value) {
+  const auto effect = Effects().find(name.Bytes());
+  if (effect != Effects().end()) effect->second(widget, value);
+}
+
+}  // namespace zelto

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <concepts>
+#include <utility>
+
+#include "platform/runtime/Exceptions.h"
+#include "platform/runtime/String.h"
+
+namespace zelto {
+
+// A counted object: it goes away with its last reference. One thread only.
+class Object {
+ public:
+  Object() = default;
+  Object(const Object&) = delete;
+  Object& operator=(const Object&) = delete;
+  virtual ~Object() = default;
+
+  // Runs once the whole object is made, before its creator gets it.
+  virtual void Init() {}
+
+ private:
+  template <class T>
+  friend class Ref;
+
+  Int32 mLocks = 0;
+};
+
+[[noreturn]] inline void RaiseNilObjectException() { throw NilObjectException(); }
+
+// A handle that may be nil. Access through nil raises NilObjectException.
+template <class T>
+class Ref {
+ public:
+  Ref() = default;
+  Ref(std::nullptr_t) {}
+  explicit Ref(T* object) : mObject(object) { Lock(); }
+  Ref(const Ref& other) : mObject(other.mObject) { Lock(); }
+  Ref(Ref&& other) noexcept : mObject(std::exchange(other.mObject, nullptr)) {}
+  template <std::derived_from<T> U>
+  Ref(const Ref<U>& other) : mObject(other.Get()) {
+    Lock();
+  }
+  Ref& operator=(Ref other) noexcept {
+    std::swap(mObject, other.mObject);
+    return *this;
+  }
+  ~Ref() {
+    if (mObject && --mObject->mLocks == 0) delete mObject;
+  }
+
+  explicit operator bool() const { return mObject != nullptr; }
+  T* Get() const { return mObject; }
+  T& operator*() const {
+    if (!mObject) RaiseNilObjectException();
+    return *mObject;
+  }
+  T* operator->() const { return &**this; }
+
+  // The same object, not the same content.
+  template <class U>
+  bool operator==(const Ref<U>& other) const {
+    return static_cast<const Object*>(mObject) == static_cast<const Object*>(other.Get());
+  }
+
+ private:
+  template <class U>
+  friend class Ref;
+
+  void Lock() {
+    if (mObject) ++mObject->mLocks;
+  }
+
+  T* mObject = nullptr;
+};
+
+template <class T>
+Ref<T> RuntimeNewObject() {
+  Ref<T> object(new T);
+  object->Init();
+  return object;
+}
+
+template <class T, class U>
+bool RuntimeObjectIsa(const Ref<U>& object) {
+  return dynamic_cast<T*>(object.Get()) != nullptr;
+}
+
+// The object as a T. Nil stays nil; an object of another class raises IllegalCastException.
+template <class T, class U>
+Ref<T> RuntimeCheckCast(const Ref<U>& object) {
+  if (object && !RuntimeObjectIsa<T>(object)) throw IllegalCastException();
+  return Ref<T>(dynamic_cast<T*>(object.Get()));
+}
+
+}  // namespace zelto

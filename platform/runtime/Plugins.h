@@ -1,0 +1,88 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "platform/runtime/Exceptions.h"
+
+namespace zelto {
+
+// The names that the plug-ins publish their operations under, in the order of their slots.
+inline constexpr std::array<std::string_view, 39> PluginKeys{
+    "_",
+    "BevelButton.DeleteAllRows",
+    "BevelButton.AddRow(text As String)",
+    "BevelButton.AddSeparator",
+    "BevelButton.RemoveRow(row As Integer)",
+    "BevelButton.InsertRow(row As Integer, text As String)",
+    "BevelButton.List(row As Integer) As String",
+    "BevelButton.addActionNotificationReceiver(receiver As actionNotificationReceiver)",
+    "BevelButton.removeActionNotificationReceiver(receiver As actionNotificationReceiver)",
+    "BevelButton.List(row As Integer) As String.Set",
+    "BevelButton.Caption.Get",
+    "BevelButton.Caption.Set",
+    "BevelButton.CaptionAlign.Set",
+    "BevelButton.CaptionPlacement.Set",
+    "BevelButton.CaptionDelta.Set",
+    "BevelButton.Icon.Set",
+    "BevelButton.IconAlign.Set",
+    "BevelButton.IconDX.Set",
+    "BevelButton.IconDY.Set",
+    "BevelButton.Value.Set",
+    "BevelButton.MenuValue.Get",
+    "BevelButton.MenuValue.Set",
+    "BevelButton.TextFont.Set",
+    "Placard.Value.Set",
+    "DisclosureTriangle.Value.Set",
+    "ImageWell.Image.Set",
+    "Shell.__init",
+    "Shell.__exit",
+    "Shell.Execute(command as String)",
+    "Shell.Execute(command as String, parameters as String)",
+    "Shell.ReadAll() as String",
+    "Shell.Write(s as String)",
+    "Shell.WriteLine(s as String)",
+    "Shell.Close",
+    "Shell.Poll",
+    "Shell.Result.Get",
+    "Shell.Mode.Set",
+    "window.UpdateNowMBS",
+    "folderitem.UnixpathMBS as string",
+};
+
+using PluginEntrypoint = void (*)();
+
+// Fills the table's slots from what has been published. Comes before any use of Glink.
+void InitPluginEntrypoints();
+
+// What a plug-in published under the key, or null.
+PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key);
+
+// What the slot holds; null for an operation that no plug-in publishes.
+PluginEntrypoint PluginSlot(std::size_t slot);
+
+// Publishes an operation for the life of the process.
+struct PublishedEntrypoint {
+  PublishedEntrypoint(std::string_view key, PluginEntrypoint entry);
+  template <class R, class... A>
+  PublishedEntrypoint(std::string_view key, R (*entry)(A...))
+      : PublishedEntrypoint(key, reinterpret_cast<PluginEntrypoint>(entry)) {}
+};
+
+// The slot of a key; a key that is not in the table does not compile.
+consteval std::size_t PluginSlotOf(std::string_view key) {
+  std::size_t slot = 0;
+  while (PluginKeys.at(slot) != key) ++slot;
+  return slot;
+}
+
+// Calls the entry in the slot as a function of the given type. Raises FunctionNotFoundException
+// when the slot is empty.
+template <class Function, class... A>
+auto Glink(std::size_t slot, A&&... arguments) {
+  const auto entry = PluginSlot(slot);
+  if (!entry) throw FunctionNotFoundException(PluginKeys.at(slot));
+  return reinterpret_cast<Function*>(entry)(std::forward<A>(arguments)...);
+}
+
+}  // namespace zelto

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelto {
+
+using Int32 = std::int32_t;
+
+// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. The bytes are
+// overwritten when the last copy goes, since any string may hold a password.
+class String {
+ public:
+  String() = default;
+  String(const char* text) : String(std::string_view(text)) {}
+  String(std::string_view bytes);
+  String(std::string&& bytes);
+
+  bool IsNil() const { return !mBytes; }
+  std::string_view Bytes() const { return mBytes ? std::string_view(*mBytes) : ""; }
+  // The bytes with a NUL behind them, for the system's calls; valid while this string lives.
+  const char* CString() const { return mBytes ? mBytes->c_str() : ""; }
+
+ private:
+  std::shared_ptr<const std::string> mBytes;
+};
+
+String operator+(const String& left, const String& right);
+
+// 0 when the two are equal; the case of ASCII letters does not count.
+Int32 RuntimeStringCompare(const String& left, const String& right);
+inline bool operator==(const String& left, const String& right) {
+  return RuntimeStringCompare(left, right) == 0;
+}
+
+Int32 LenB(const String& text);                  // bytes
+Int32 Len(const String& text);                   // characters
+String Right(const String& text, Int32 length);  // the last `length` characters
+
+// The pieces between the delimiters. A nil delimiter gives the whole text as one piece.
+std::vector<String> Split(const String& text, const String& delimiter);
+// The n-th piece, counted from 1; nil when there is none.
+String NthField(const String& text, const String& delimiter, Int32 n);
+// The element at the index, counted from 0; nil behind the last one.
+String ElementAt(const std::vector<String>& array, Int32 index);
+
+// The platform's line end.
+class EndOfLine {
+ public:
+  operator String() const { return "\n"; }
+};
+
+inline String operator+(const EndOfLine& end, const String& text) { return String(end) + text; }
+inline String operator+(const String& text, const EndOfLine& end) { return text + String(end); }
+
+}  // namespace zelto

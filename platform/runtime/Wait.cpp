@@ -1,0 +1,22 @@
+#include "platform/runtime/Wait.h"
+
+#include <poll.h>
+
+namespace zelto {
+
+namespace {
+
+void OnlyWait(int descriptor, int milliseconds) {
+  pollfd entry{.fd = descriptor, .events = POLLIN, .revents = 0};
+  poll(&entry, 1, milliseconds);
+}
+
+Waiter currentWaiter = OnlyWait;
+
+}  // namespace
+
+void RuntimeAwait(int descriptor, int milliseconds) { currentWaiter(descriptor, milliseconds); }
+
+void RuntimeSetWaiter(Waiter waiter) { currentWaiter = waiter ? waiter : OnlyWait; }
+
+}  // namespace zelto

@@ -1,0 +1,94 @@
+#include "ui/WAbout.h"
+
+#include "core/App.h"
+#include "platform/PropertyLists.h"
+#include "ui/Pictures.h"
+#include "ui/Window1.h"
+
+namespace zelto {
+
+const Class& WAbout::ClassTable() {
+  static const Class table(
+      {.Name = "WAbout.WAbout",
+       .Base = &Window::ClassTable(),
+       .Handlers = {{"Layout", RuntimeCreateDelegate(&WAbout::Layout, "(  )")},
+                    {"CreateControls", RuntimeCreateDelegate(&WAbout::CreateControls, "(  )")}}});
+  return table;
+}
+
+String WAbout::List() {
+  return WindowList{.Width = 310, .Height = 245, .Frame = 1, .Title = "About", .LiveResize = true};
+}
+
+std::vector<ControlRow> WAbout::Controls() {
+  return {
+      {.Name = "Canvas1",
+       .Create = CreateControl<Canvas>,
+       .List = CanvasList{.Name = "Canvas1", .Left = 91, .Top = 14, .Width = 128, .Height = 128},
+       .Backdrop = x_CircleB128x128WhiteBack::CircleB128x128WhiteBack},
+      {.Name = "StaticText1",
+       .Create = CreateControl<StaticText>,
+       .List = StaticTextList{.Name = "StaticText1",
+                              .Left = 20,
+                              .Top = 154,
+                              .Width = 270,
+                              .Height = 20,
+                              .TabIndex = 1,
+                              .Text = "ZELTO Group Update Utility",
+                              .TextAlign = 1}},
+      {.Name = "StaticText2",
+       .Create = CreateControl<StaticText>,
+       .List = StaticTextList{.Name = "StaticText2",
+                              .Left = 20,
+                              .Top = 186,
+                              .Width = 270,
+                              .Height = 20,
+                              .TabIndex = 2,
+                              .Text = "Version",
+                              .TextAlign = 1,
+                              .TextSize = 11},
+       .Events = {{"Open", RuntimeCreateDelegate(&WAbout::StaticText2_Open, "(  )")}}},
+      {.Name = "StaticText3",
+       .Create = CreateControl<StaticText>,
+       .List = StaticTextList{.Name = "StaticText3",
+                              .Left = 20,
+                              .Top = 205,
+                              .Width = 270,
+                              .Height = 20,
+                              .TabIndex = 3,
+                              .Text = "Copyright © 2026 ZELTO Group. All rights reserved.",
+                              .TextAlign = 1,
+                              .TextSize = 11}},
+      {.Name = "Canvas2",
+       .Create = CreateControl<Canvas>,
+       .List = CanvasList{.Name = "Canvas2", .Width = 310, .Height = 245, .TabIndex = 4},
+       .Events = {{"MouseDown", RuntimeCreateDelegate(&WAbout::Canvas2_MouseDown,
+                                                      "( Int32, Int32 ) as Boolean")},
+                  {"MouseUp",
+                   RuntimeCreateDelegate(&WAbout::Canvas2_MouseUp, "( Int32, Int32 )")}}},
+  };
+}
+
+void WAbout::Layout() { RuntimeMassPropertySetter(*this, List()); }
+
+void WAbout::CreateControls() { CreateControls0(); }
+
+void WAbout::CreateControls0() {
+  for (const auto& row : Controls()) AddControlRow(*this, row);
+}
+
+void WAbout::StaticText2_Open() { StaticText2()->Text("Version " + App()->ShortVersion()); }
+
+bool WAbout::Canvas2_MouseDown(Int32, Int32) { return true; }
+
+void WAbout::Canvas2_MouseUp(Int32, Int32) { Close(); }
+
+Ref<class WAbout> WAbout() { return ImplicitWindow<class WAbout>(); }
+
+bool Window1::mAbout_Action() {
+  const auto about = zelto::WAbout();
+  about->ShowModalWithin(zelto::Window1());
+  return true;
+}
+
+}  // namespace zelto

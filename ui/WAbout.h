@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Window.h"
+
+namespace zelto {
+
+// The window that tells the product's name and version.
+class WAbout : public Window {
+ public:
+  static const Class& ClassTable();
+  const Class& ClassOf() const override { return ClassTable(); }
+  static String List();
+  static std::vector<ControlRow> Controls();
+
+  Ref<Canvas> Canvas1() { return ControlNamed<Canvas>(*this, "Canvas1"); }
+  Ref<StaticText> StaticText1() { return ControlNamed<StaticText>(*this, "StaticText1"); }
+  Ref<StaticText> StaticText2() { return ControlNamed<StaticText>(*this, "StaticText2"); }
+  Ref<StaticText> StaticText3() { return ControlNamed<StaticText>(*this, "StaticText3"); }
+  Ref<Canvas> Canvas2() { return ControlNamed<Canvas>(*this, "Canvas2"); }
+
+  virtual void Layout();
+  virtual void CreateControls();
+  virtual void CreateControls0();
+  virtual void StaticText2_Open();
+  virtual bool Canvas2_MouseDown(Int32 x, Int32 y);
+  virtual void Canvas2_MouseUp(Int32 x, Int32 y);
+};
+
+Ref<class WAbout> WAbout();
+
+}  // namespace zelto

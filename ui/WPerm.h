@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/Window.h"
+
+namespace zelto {
+
+// The dialog that asks for a user name and a password.
+class WPerm : public Window {
+ public:
+  static const Class& ClassTable();
+  const Class& ClassOf() const override { return ClassTable(); }
+  static String List();
+  static std::vector<ControlRow> Controls();
+
+  Ref<EditField> authuser() { return ControlNamed<EditField>(*this, "authuser"); }
+  Ref<EditField> passwd() { return ControlNamed<EditField>(*this, "passwd"); }
+  Ref<PushButton> PushButton1() { return ControlNamed<PushButton>(*this, "PushButton1"); }
+  Ref<StaticText> StaticText1() { return ControlNamed<StaticText>(*this, "StaticText1"); }
+  Ref<StaticText> StaticText2() { return ControlNamed<StaticText>(*this, "StaticText2"); }
+  Ref<StaticText> StaticText3() { return ControlNamed<StaticText>(*this, "StaticText3"); }
+  Ref<PushButton> PushButton2() { return ControlNamed<PushButton>(*this, "PushButton2"); }
+  Ref<Canvas> Canvas1() { return ControlNamed<Canvas>(*this, "Canvas1"); }
+  Ref<Timer> Timer1() { return ControlNamed<Timer>(*this, "Timer1"); }
+
+  virtual void Layout();
+  virtual void CreateControls();
+  virtual void CreateControls0();
+  virtual void PushButton1_Action();
+  virtual void PushButton2_Action();
+  virtual void Event_Open();
+
+  // The next position of the dialog that shakes after a failed attempt.
+  void Shake();
+
+  // Drives Shake.
+  class Timer1 : public Timer, public PaneChild {
+   public:
+    static const Class& ClassTable();
+    const Class& ClassOf() const override { return ClassTable(); }
+    void Constructor() {}
+
+    void SetWindow(class Window* window) override { ownerWindow = window; }
+    Ref<class Window> Window() const override { return Ref<class Window>(ownerWindow); }
+    Ref<Object> HandlerSelf() override { return Window(); }
+    void Fire() override;
+
+   private:
+    class Window* ownerWindow = nullptr;
+  };
+
+ protected:
+  Int32 Counter = 0;  // failed attempts; from 3 on none can pass
+  Int32 origx = 0;    // where the shaking dialog belongs, in pixels
+  Int32 wiggle = 0;   // its steps so far
+};
+
+Ref<class WPerm> WPerm();
+
+}  // namespace zelto

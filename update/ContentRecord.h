@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/runtime/String.h"
+
+namespace zelto {
+
+// What an update file says of itself.
+struct ContentRecord {
+  String Product;
+  String Version;
+  String Description;
+};
+
+// Reads the record from the text that the commands of a check give: line 0 is the member that was
+// extracted, lines 1 to 3 are the record's. A value stands between the first and the second "=" of
+// its line; a line that is not there or has none gives nil.
+ContentRecord ReadContentRecord(const String& text);
+
+}  // namespace zelto

@@ -1,0 +1,37 @@
+#include "core/Globals.h"
+#include "platform/Application.h"
+#include "ui/Window1.h"
+#include "update/Actions.h"
+
+namespace zelto {
+
+void Window1::pbUpdate_Action() {
+  const auto shell = New<Shell>();
+  const auto dialog = New<MessageDialog>();
+  shell->Mode(2);
+  stStatus()->Text("Installing Update...");
+  shell->Execute(ForgetCredentials());
+  shell->Execute(CredentialCheck(Globals::Passwd, Globals::User));
+  shell->Execute(FullExtract(Globals::Passwd, Globals::User, EditField1()->Text()));
+  AwaitCommands(*shell);
+  if (shell->ErrorCode() != 0) {
+    DescribeFailure(*dialog, EditField1()->Text(), *shell);
+    stStatus()->Text("Update File Read Error");
+    dialog->ShowModalWithin(Ref<Window>(this));
+    return;
+  }
+  dialog->Message("Update Completed Successfullly");
+  dialog->Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
+                      "Would you like to apply another patch file or quit?");
+  stStatus()->Text("Update completed successfully");
+  dialog->ActionButton()->Caption("Quit");
+  dialog->CancelButton()->Caption("Install Another");
+  dialog->CancelButton()->Visible(true);
+  if (dialog->ShowModalWithin(Ref<Window>(this)) == dialog->ActionButton()) Quit(0);
+  EditField1()->Text({});
+  EditField2()->Text({});
+  stProduct()->Text({});
+  stVersion()->Text({});
+}
+
+}  // namespace zelto
