@@ -53,6 +53,13 @@ class CanvasPaneImp : public WidgetPane<CanvasPane> {
  public:
   explicit CanvasPaneImp(Ground* ground) : WidgetPane(ground), mGround(*ground) {}
 
+  // Without AcceptFocus a canvas takes no focus, also by Tab.
+  void SetProperty(const String& name, const PropertyValue& value) override {
+    if (name == "TabStop") return;
+    if (name == "AcceptFocus" && std::get<bool>(value)) mGround.setFocusPolicy(Qt::StrongFocus);
+    WidgetPane::SetProperty(name, value);
+  }
+
   void SetBackdrop(const Ref<Picture>& picture) override { mGround.Show(picture); }
 
  private:

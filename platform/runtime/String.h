@@ -17,6 +17,7 @@ class String {
   String() = default;
   String(const char* text) : String(std::string_view(text)) {}
   String(std::string_view bytes);
+  String(const std::string& bytes) : String(std::string_view(bytes)) {}
   String(std::string&& bytes);
 
   bool IsNil() const { return !mBytes; }

@@ -1,0 +1,95 @@
+#include "tests/Programs.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+std::vector<std::string> Pieces(const std::string& text, char end) {
+  std::vector<std::string> pieces;
+  std::istringstream stream(text);
+  for (std::string piece; std::getline(stream, piece, end);) pieces.push_back(piece);
+  return pieces;
+}
+
+// Notes the words of the call, each ended by a NUL, and the call by a record separator.
+std::string Noting(const std::filesystem::path& folder, const std::string& program) {
+  const std::string notes = folder / program;
+  return "{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" + notes + ".calls'\n" +
+         "check() { IFS= read -r password; printf '%s\\n' \"$password\" >>'" + notes +
+         ".passwords'; [ \"$password\" = \"$(cat '" + folder.string() + "/password')\" ]; }\n";
+}
+
+}  // namespace
+
+Programs::Programs(const std::string& password, const std::string& loginShell)
+    : mPathBefore(getenv("PATH")) {
+  std::string name = (std::filesystem::temp_directory_path() / "zelto-test-XXXXXX").string();
+  mFolder = mkdtemp(name.data());
+  std::filesystem::create_directory(mFolder / "bin");
+  Write(mFolder / "password", password);
+  setenv("PATH", (Path("bin") + ":" + mPathBefore).c_str(), 1);
+  Script("su",
+         "printf 'Password: ' >&2\n"
+         "check && case \" $* \" in *' zt '*) true;; *) false;; esac ||"
+         " { echo 'su: Authentication failure' >&2; exit 1; }\n"
+         "while [ \"$1\" != -c ]; do shift; done\nexec " +
+             loginShell + " -c \"$2\"");
+  Script("sudo",
+         "case $1 in -K) exit 0;; -S) printf '%s' \"$SUDO_PROMPT\" >&2; check; exit;; esac\n"
+         "[ \"$($SUDO_ASKPASS \"$SUDO_PROMPT\")\" = \"$(cat '" +
+             Path("password") +
+             "')\" ] ||"
+             " { echo 'sudo: no password was provided' >&2; exit 1; }\nexec \"$@\"");
+}
+
+Programs::~Programs() {
+  setenv("PATH", mPathBefore.c_str(), 1);
+  std::filesystem::remove_all(mFolder);
+}
+
+void Programs::Script(const std::string& name, const std::string& body) const {
+  const auto file = mFolder / "bin" / name;
+  Write(file, "#!/bin/bash\n" + Noting(mFolder, name) + body + "\n");
+  std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+}
+
+std::vector<std::vector<std::string>> Programs::Calls(const std::string& program) const {
+  std::vector<std::vector<std::string>> calls;
+  for (const auto& call : Pieces(Read(Path(program + ".calls")), '\036')) {
+    calls.push_back(Pieces(call, '\0'));
+  }
+  return calls;
+}
+
+std::vector<std::string> Programs::Passwords(const std::string& program) const {
+  return Pieces(Read(Path(program + ".passwords")), '\n');
+}
+
+std::string Programs::Update(const std::string& name, const std::string& record,
+                             const std::string& control) const {
+  const std::string tree = Path("tree-" + std::to_string(std::hash<std::string>()(name)));
+  std::filesystem::create_directory(tree);
+  Write(tree + "/control", record);
+  Write(tree + "/member", "the member");
+  // The names are changed as the members go in, so that nothing is written where they point.
+  setenv("ARCHIVE", Path(name).c_str(), 1);
+  const std::string command = "tar -C " + tree + " -czPf \"$ARCHIVE\" --transform='s,^control$," +
+                              control + ",;s,^member$," + Path("installed/member") +
+                              ",' control member";
+  EXPECT_EQ(system(command.c_str()), 0);
+  return Path(name);
+}
+
+std::string Read(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+void Write(const std::filesystem::path& file, const std::string& text) {
+  std::ofstream(file, std::ios::binary) << text;
+}

@@ -1,0 +1,74 @@
+#include "tests/Stage.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+#include "app/Sequence.h"
+#include "core/FileTypes1.h"
+#include "platform/runtime/Plugins.h"
+#include "ui/MenuBar1.h"
+
+Stage::Stage() {
+  zelto::RuntimeInit();
+  zelto::initialize();
+  zelto::InitPluginEntrypoints();
+  zelto::FileTypes1::Initialize();
+  zelto::RuntimeRegisterAppObject(zelto::RuntimeNewObject<class zelto::App>());
+}
+
+Stage::~Stage() {
+  zelto::finalize();
+  zelto::RuntimeExit();
+}
+
+void Until(const std::function<bool()>& condition) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!condition() && timer.elapsed() < 20'000) QApplication::processEvents({}, 10);
+  EXPECT_TRUE(condition());
+}
+
+void WhenModal(const std::function<void(QWidget&)>& action) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [=] {
+    auto* window = QApplication::activeModalWidget();
+    if (!window || !window->isVisible()) return;
+    timer->stop();
+    timer->deleteLater();
+    action(*window);
+  });
+  timer->start(5);
+}
+
+void WhenModalPress(const std::string& button, std::string* labels) {
+  WhenModal([=](QWidget& window) {
+    if (labels) {
+      for (auto* label : window.findChildren<QLabel*>())
+        *labels += label->text().toStdString() + "|";
+      for (auto* area : window.findChildren<QPlainTextEdit*>()) {
+        *labels += area->toPlainText().toStdString() + "|";
+      }
+    }
+    for (auto* each : window.findChildren<QAbstractButton*>()) {
+      if (each->text().toStdString() == button) return each->click();
+    }
+    ADD_FAILURE() << "no button " << button;
+    window.close();
+  });
+}
+
+QWidget& ControlWidget(QWidget& window, int left, int top) {
+  for (auto* widget : window.findChildren<QWidget*>()) {
+    if (widget->parentWidget() && widget->parentWidget()->parentWidget() == &window &&
+        widget->pos() == QPoint(left, top)) {
+      return *widget;
+    }
+  }
+  throw std::runtime_error("no control there");
+}

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <QApplication>
+
+#include "auth/GetUserName.h"
+#include "core/Globals.h"
+#include "tests/Programs.h"
+#include "tests/Stage.h"
+#include "ui/WPerm.h"
+
+using namespace zelto;
+
+namespace {
+
+class WPermTest : public testing::Test {
+ protected:
+  ~WPermTest() override {
+    Globals::User = {};
+    Globals::Passwd = {};
+  }
+
+  void Press(const std::string& user, const std::string& password) {
+    mDialog->authuser()->Text(user);
+    mDialog->passwd()->Text(password);
+    FromToolkit([&] { mDialog->PushButton1()->Raise("Action"); });
+  }
+  bool IsOpen() { return bool(GetImplicitWindow("WPerm.WPerm")); }
+
+  Stage mStage;
+  Programs mPrograms;
+  Ref<class WPerm> mDialog = WPerm();
+};
+
+}  // namespace
+
+TEST_F(WPermTest, OffersTheUsersNameInAPlaceOfItsOwn) {
+  EXPECT_EQ(Bytes(mDialog->authuser()->Text()), getpwuid(getuid())->pw_name);
+  EXPECT_EQ(Bytes(Globals::GetUserName(true)), getpwuid(getuid())->pw_name);
+  EXPECT_EQ(mDialog->Top(), (zelto::Screen(0)->Height() - 213) / 3 + 22);
+  EXPECT_EQ(mDialog->Left(), (zelto::Screen(0)->Width() - 416) / 2);
+}
+
+TEST_F(WPermTest, ARightPairIsKeptAndClosesTheDialog) {
+  Press("zt", "secret");
+  EXPECT_TRUE(Globals::Authenticated);
+  EXPECT_EQ(Bytes(Globals::User), "zt");
+  EXPECT_EQ(Bytes(Globals::Passwd), "secret");
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(mPrograms.Calls("sudo").front(), std::vector<std::string>{"-K"});
+}
+
+TEST_F(WPermTest, AfterThreeFailuresTheRightPairHasNoEffect) {
+  for (int attempt = 0; attempt < 3; ++attempt) Press("zt", "wrong");
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(mPrograms.Calls("su").size(), 3U);
+  Press("zt", "secret");
+  EXPECT_EQ(mPrograms.Calls("su").size(), 4U);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_FALSE(Globals::Authenticated);
+  EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
+}
+
+TEST_F(WPermTest, TwoFailuresLeaveAThirdAttempt) {
+  Press("zt", "wrong");
+  Press("zt", "");
+  Press("zt", "secret");
+  EXPECT_TRUE(Globals::Authenticated);
+}
+
+TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
+  const Int32 left = mDialog->Left();
+  Press("zt", "wrong");
+  Int32 farthest = 0;
+  int steps = 0;
+  Int32 last = left;
+  Until([&] {
+    if (mDialog->Left() != last) ++steps;
+    last = mDialog->Left();
+    farthest = std::max(farthest, std::abs(last - left));
+    return steps >= 7;
+  });
+  EXPECT_GT(farthest, 0);
+  EXPECT_EQ(mDialog->Left(), left);
+}
+
+TEST_F(WPermTest, CancelAndTheCloseButtonLeaveNothing) {
+  FromToolkit([&] { mDialog->PushButton2()->Raise("Action"); });
+  EXPECT_FALSE(IsOpen());
+  mDialog = WPerm();
+  WhenModal([](QWidget& window) { window.close(); });
+  FromToolkit([&] { mDialog->ShowModal(); });
+  EXPECT_FALSE(IsOpen());
+  EXPECT_FALSE(Globals::Authenticated);
+  EXPECT_TRUE(Globals::User.IsNil());
+}

@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Object.h"
+#include "platform/runtime/Plugins.h"
+#include "tests/Programs.h"
+
+using namespace zelto;
+
+TEST(String, NilIsTheEmptyText) {
+  EXPECT_TRUE(String("").IsNil());
+  EXPECT_EQ(LenB(String()), 0);
+  EXPECT_EQ(RuntimeStringCompare(String(), ""), 0);
+  EXPECT_EQ(Bytes(String() + "a"), "a");
+  EXPECT_EQ(Bytes("a" + String()), "a");
+  EXPECT_EQ(Bytes("a" + EndOfLine() + EndOfLine() + "b"), "a\n\nb");
+}
+
+TEST(String, ComparisonIgnoresTheCaseOfLettersAlone) {
+  EXPECT_EQ(RuntimeStringCompare("GZ", "gz"), 0);
+  EXPECT_LT(RuntimeStringCompare("g", "gz"), 0);
+  EXPECT_GT(RuntimeStringCompare("gz", "GY"), 0);
+  EXPECT_NE(RuntimeStringCompare("@", "`"), 0);
+  EXPECT_NE(RuntimeStringCompare("\xC3\x84", "\xC3\xA4"), 0);
+}
+
+TEST(String, LengthsCountCharactersAndBytes) {
+  const String text = "pä€😀z";
+  EXPECT_EQ(LenB(text), 11);
+  EXPECT_EQ(Len(text), 5);
+  EXPECT_EQ(Bytes(Right(text, 2)), "😀z");
+  EXPECT_EQ(Bytes(Right(text, 99)), Bytes(text));
+  EXPECT_TRUE(Right(text, 0).IsNil());
+  EXPECT_EQ(Bytes(Right("\x80\x80", 1)).size(), 2U);  // no character starts there
+}
+
+TEST(String, SplitAndNthFieldFindPieces) {
+  const auto pieces = Split("a==b=", "=");
+  ASSERT_EQ(pieces.size(), 4U);
+  EXPECT_EQ(Bytes(pieces[2]), "b");
+  EXPECT_TRUE(ElementAt(pieces, 3).IsNil());
+  EXPECT_TRUE(ElementAt(pieces, 4).IsNil());
+  EXPECT_TRUE(ElementAt(pieces, -1).IsNil());
+  EXPECT_EQ(Split(String(), "=").size(), 1U);
+  const struct {
+    const char* Text;
+    Int32 N;
+    const char* Piece;
+  } cases[] = {{"x=1", 2, "1"}, {"x=1=2", 2, "1"}, {"x", 2, ""}, {"x=", 2, ""}, {"x", 1, "x"},
+               {"x=1", 0, ""},  {"x=1", 3, ""},    {"", 1, ""},  {"=y", 1, ""}};
+  for (const auto& each : cases) {
+    EXPECT_EQ(Bytes(NthField(each.Text, "=", each.N)), each.Piece) << each.Text << each.N;
+  }
+  EXPECT_EQ(Bytes(NthField("aXXb", "XX", 2)), "b");
+}
+
+TEST(Numbers, RealsTruncateAndSaturate) {
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(242.9), 242);
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(-1.9), -1);
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(1e10), std::numeric_limits<Int32>::max());
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(-1e10), std::numeric_limits<Int32>::min());
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(std::nan("")), 0);
+}
+
+namespace {
+
+struct Counted : Object {
+  static inline int Alive = 0;
+  Counted() { ++Alive; }
+  ~Counted() override { --Alive; }
+  int Value = 7;
+};
+struct Derived : Counted {};
+struct Other : Object {};
+
+}  // namespace
+
+TEST(Objects, LiveAsLongAsTheirReferences) {
+  {
+    auto first = RuntimeNewObject<Derived>();
+    Ref<Counted> second = first;
+    first = nullptr;
+    EXPECT_EQ(Counted::Alive, 1);
+    second = Ref<Counted>(second);
+    EXPECT_EQ(second->Value, 7);
+    EXPECT_THROW(([local = second] { throw NilObjectException(); })(), RuntimeException);
+  }
+  EXPECT_EQ(Counted::Alive, 0);
+}
+
+TEST(Objects, NilRaisesAndCastsAreChecked) {
+  const Ref<Counted> nil;
+  EXPECT_THROW(nil->Value, NilObjectException);
+  EXPECT_FALSE(RuntimeCheckCast<Derived>(nil));
+  const Ref<Object> object = RuntimeNewObject<Derived>();
+  EXPECT_EQ(RuntimeCheckCast<Counted>(object)->Value, 7);
+  EXPECT_TRUE(RuntimeCheckCast<Counted>(object) == object);
+  EXPECT_THROW(RuntimeCheckCast<Other>(object), IllegalCastException);
+}
+
+TEST(Plugins, EachSlotHoldsTheEntryOfItsOwnKey) {
+  static int called = 0;
+  const PublishedEntrypoint short_(
+      "Shell.WriteLine(s as String)", +[](int) { called = 1; });
+  const PublishedEntrypoint long_(
+      "_", +[](int) { called = 2; });
+  InitPluginEntrypoints();
+  for (std::size_t slot = 0; slot < PluginKeys.size(); ++slot) {
+    EXPECT_EQ(PluginSlot(slot), RuntimeLookupPluginEntrypoint(PluginKeys[slot]));
+  }
+  Glink<void(int)>(PluginSlotOf("Shell.WriteLine(s as String)"), 0);
+  EXPECT_EQ(called, 1);
+  Glink<void(int)>(PluginSlotOf("_"), 0);
+  EXPECT_EQ(called, 2);
+  EXPECT_EQ(PluginSlotOf("folderitem.UnixpathMBS as string"), 38U);
+  EXPECT_THROW(Glink<void()>(PluginSlotOf("Shell.Poll")), FunctionNotFoundException);
+}

@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include "core/FileTypes1.h"
+#include "platform/runtime/Plugins.h"
+#include "tests/Programs.h"
+#include "update/ContentRecord.h"
+#include "update/POSIXPath.h"
+
+using namespace zelto;
+
+TEST(FileType, IsKnownWhileItIsRegistered) {
+  FileTypes1::Initialize();
+  const auto& type = FileTypes1::gzipTarFile();
+  EXPECT_EQ(Bytes(*type), "gzip compressed tar file");
+  for (const char* const name : {"a.tgz", "a.tar.gz", "A.TAR.GZ", ".tgz"}) {
+    EXPECT_TRUE(MatchesFilter(name, *type)) << name;
+  }
+  for (const char* const name : {"a.gz", "tgz", "a.tgz.x", ""}) {
+    EXPECT_FALSE(MatchesFilter(name, *type)) << name;
+  }
+  EXPECT_EQ(FilterExtensions(*type).size(), 2U);  // conversions do not register it again
+  type->Extensions("tgz;tar.gz");
+  EXPECT_FALSE(MatchesFilter("a.tgz", "gzip compressed tar file"));
+  EXPECT_TRUE(MatchesFilter("a.tgz", type + String("other")));
+  FileTypes1::Finalize();
+  EXPECT_FALSE(MatchesFilter("a.tgz", "gzip compressed tar file"));
+}
+
+TEST(POSIXPath, IsTheAbsolutePathOfWhatIsThereAndWhatIsNot) {
+  const Programs folder;
+  InitPluginEntrypoints();
+  EXPECT_TRUE(File::POSIXPath(nullptr).IsNil());
+  const auto item = FolderItem::At(folder.Path("password"));
+  EXPECT_EQ(Bytes(File::POSIXPath(item)), folder.Path("password"));
+  EXPECT_EQ(Bytes(UnixpathMBS(item)), folder.Path("password"));
+  EXPECT_EQ(Bytes(File::POSIXPath(item->Parent()->Child("no/ä"))), folder.Path("no/ä"));
+  EXPECT_FALSE(FolderItem::At("/")->Parent());
+  std::string deep = folder.Path("deep");
+  while (deep.size() < 2000) {
+    deep += "/" + std::string(200, 'd');
+    std::filesystem::create_directories(deep);
+  }
+  EXPECT_EQ(Bytes(File::POSIXPath(FolderItem::At(deep))), deep);
+}
+
+TEST(ContentRecord, IsReadByPlace) {
+  const struct {
+    const char* Text;
+    const char* Product;
+    const char* Version;
+    const char* Description;
+  } cases[] = {{"m\nproduct=P\nversion=1\ndescription=D\nx=y\n", "P", "1", "D"},
+               {"m\nx=1=2\nnone\nd=<b>\n", "1", "", "<b>"},
+               {"m\na=P\nb=1\n", "P", "1", ""},
+               {"m\na=P\r\nb=1\r\nc=D\r\n", "P", "1", "D"},
+               {"m\na=P\r\r\nb=\r\nc", "P\r", "", ""},
+               {"m", "", "", ""},
+               {"", "", "", ""}};
+  for (const auto& each : cases) {
+    const auto record = ReadContentRecord(each.Text);
+    EXPECT_EQ(Bytes(record.Product), each.Product) << each.Text;
+    EXPECT_EQ(Bytes(record.Version), each.Version) << each.Text;
+    EXPECT_EQ(Bytes(record.Description), each.Description) << each.Text;
+  }
+}

@@ -1,0 +1,208 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTimer>
+
+#include "core/Globals.h"
+#include "tests/Programs.h"
+#include "tests/Stage.h"
+#include "ui/Window1.h"
+
+using namespace zelto;
+
+namespace {
+
+class OpenedWindow1 : public Window1 {
+ public:
+  void Event_Open() override { Show(); }
+};
+
+class UpdateTest : public testing::Test {
+ protected:
+  UpdateTest() : mWindow(RuntimeNewObject<OpenedWindow1>()) {
+    Globals::User = "zt";
+    Globals::Passwd = "secret";
+    mWindow->Constructor();
+    mGood = mPrograms.Update("good one.tar.gz", GoodRecord);
+  }
+  ~UpdateTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
+
+  void Choose(const std::string& path) {
+    FromToolkit([&] { mWindow->EditField1()->Text(path); });
+  }
+  void Press(const Ref<RectControl>& button) {
+    FromToolkit([&] { button->Raise("Action"); });
+  }
+  std::string Shown() {
+    return Bytes(mWindow->EditField1()->Text() + "|" + mWindow->stProduct()->Text() + "|" +
+                 mWindow->stVersion()->Text() + "|" + mWindow->EditField2()->Text() + "|" +
+                 mWindow->stStatus()->Text() + "|" +
+                 (mWindow->pbUpdate()->Enabled() ? "on" : "off") + "|" +
+                 (mWindow->pbTest()->Enabled() ? "on" : "off"));
+  }
+
+  Stage mStage;
+  Programs mPrograms;
+  Ref<OpenedWindow1> mWindow;
+  std::string mGood;
+};
+
+const std::string GoodLine = "|Zelto Core|4.2.1|Fixes the frobnicator.|";
+const std::string InvalidTexts =
+    "Invalid Update File|This does not appear to be a properly configured ZELTO Group update "
+    "file.\n\nUnless you know what the results of a blind tar extraction of the file dropped will "
+    "do, we recommend that you re-download the patch file from the ZELTO Group website or contact "
+    "our technical support team for further assistance.\n\nIf you want to try to install this file "
+    "anyway, click the Keep button|";
+
+}  // namespace
+
+TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
+  Choose(mPrograms.Path("not yet.tar.g"));
+  EXPECT_EQ(mPrograms.Calls("su").size(), 0U);
+  Choose(mGood);
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
+  Choose(mGood + "x");
+  EXPECT_EQ(Shown(), mGood + "x" + GoodLine + "Ready|on|on");
+  Choose("");
+  EXPECT_EQ(Shown(), GoodLine + "Ready|off|off");
+  EXPECT_EQ(Read("/tmp/.KVX.Content"), GoodRecord);
+}
+
+TEST_F(UpdateTest, ABadFileAsksAndObeys) {
+  Write(mPrograms.Path("no archive.gz"), "none");
+  Write(mPrograms.Path("cut.gz"), Read(mGood).substr(0, 100));
+  std::filesystem::create_directory(mPrograms.Path("folder.gz"));
+  const std::string bad[] = {mPrograms.Path("no archive.gz"),
+                             mPrograms.Path("cut.gz"),
+                             mPrograms.Path("folder.gz"),
+                             mPrograms.Path("missing.gz"),
+                             mPrograms.Update("other.gz", GoodRecord, "/tmp/.KVX.Other"),
+                             mPrograms.Update("noslash.gz", GoodRecord, "tmp/.KVX.Content")};
+  Choose(mGood);
+  for (const auto& path : bad) {
+    std::string labels;
+    WhenModalPress("Cancel", &labels);
+    Choose(path);
+    EXPECT_EQ(labels, InvalidTexts);
+    EXPECT_EQ(Shown(), GoodLine + "Ready|off|off") << path;
+  }
+  WhenModalPress("Keep");
+  Choose(bad[0]);
+  EXPECT_EQ(Shown(), bad[0] + GoodLine + "Ready|on|on");
+}
+
+TEST_F(UpdateTest, AFailedCredentialCheckAloneDoesNotDecide) {
+  mPrograms.Script("sudo", "[ $1 = -S ] && exit 1; exec \"$@\"");
+  Choose(mGood);
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
+}
+
+TEST_F(UpdateTest, OddRecordsAreShownAsPlainText) {
+  Choose(mPrograms.Update("odd.gz", "a=<img src='x'>\r\nb=1=2\r\nc=\xFF\xC3\x28<b>"));
+  EXPECT_EQ(Shown(), mPrograms.Path("odd.gz") + "|<img src|1|\xFF\xC3\x28<b>|Ready|on|on");
+  Choose(mPrograms.Update("short.gz", "a=x\nb=y\n"));
+  EXPECT_EQ(Shown(), mPrograms.Path("short.gz") + "|x|y||Ready|on|on");
+}
+
+TEST_F(UpdateTest, InstallsTellsAndClears) {
+  Choose(mGood);
+  std::string labels;
+  std::string during;
+  mPrograms.Script("sudo", "case $1 in -K) exit;; -S) exit;; esac\nsleep 0.2; exec \"$@\"");
+  WhenModalPress("Install Another", &labels);
+  FromToolkit([&] {
+    QTimer::singleShot(100, qApp, [&] { during = Bytes(mWindow->stStatus()->Text()); });
+    mWindow->pbUpdate()->Raise("Action");
+  });
+  EXPECT_EQ(during, "Installing Update...");
+  EXPECT_EQ(labels,
+            "Update Completed Successfullly|The update was applied successfully\n\nWould "
+            "you like to apply another patch file or quit?|");
+  EXPECT_EQ(Shown(), "||||Update completed successfully|off|off");
+  EXPECT_EQ(Read(mPrograms.Path("installed/member")), "the member");
+  const auto calls = mPrograms.Calls("sudo");
+  EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
+  EXPECT_EQ(calls.back(), (std::vector<std::string>{"tar", "-zxPvf", mGood}));
+}
+
+TEST_F(UpdateTest, AFailedInstallShowsTheTextAndLeavesTheFields) {
+  Choose(mGood);
+  mPrograms.Script("tar", "echo /a/member; echo 'tar: no room' >&2; exit 2");
+  std::string labels;
+  WhenModalPress("OK", &labels);
+  Press(mWindow->pbUpdate());
+  EXPECT_EQ(labels, "Bad update file|Errors were reported when testing the file " + mGood +
+                        "\n\n/a/member\ntar: no room\n|");
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Update File Read Error|on|on");
+}
+
+TEST_F(UpdateTest, QuitEndsWithNothingCleared) {
+  Choose(mGood);
+  WhenModalPress("Quit");
+  Press(mWindow->pbUpdate());
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Update completed successfully|on|on");
+  EXPECT_THROW(LeaveIfEnding(), EndException);
+}
+
+TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
+  Choose(mGood);
+  mPrograms.Script("tar", "sleep 0.5; touch " + mPrograms.Path("finished"));
+  FromToolkit([&] {
+    QTimer::singleShot(50, qApp, [&] {
+      auto* top = QApplication::activeWindow();
+      top->close();
+      EXPECT_TRUE(top->isVisible());
+      top->close();
+    });
+    mWindow->pbUpdate()->Raise("Action");
+    ADD_FAILURE() << "the handler goes on";
+  });
+  EXPECT_FALSE(std::filesystem::exists(mPrograms.Path("finished")));
+  Until([&] { return std::filesystem::exists(mPrograms.Path("finished")); });
+}
+
+TEST_F(UpdateTest, TheTestActionReadsWithoutTheRightsOfOthers) {
+  const std::string plain = mPrograms.Update("plain.gz", GoodRecord);
+  Choose(plain);
+  const auto before = mPrograms.Calls("su").size();
+  Press(mWindow->pbTest());
+  EXPECT_EQ(Shown(), plain + "|Zelto Core|4.2.1||Update File Is Valid|on|on");
+  EXPECT_EQ(mPrograms.Calls("su").size(), before);
+  const std::string without = mPrograms.Update("none.gz", GoodRecord, "/tmp/.KVX.Other");
+  for (const auto& bad : {mGood, without}) {  // the first has a blank in its name
+    if (bad == without) WhenModalPress("Keep");
+    Choose(bad);
+    std::string labels;
+    WhenModalPress("OK", &labels);
+    Press(mWindow->pbTest());
+    EXPECT_EQ(labels.find("Bad update file|Errors were reported when testing the file " + bad), 0U);
+    EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Update File Read Error|off|off");
+  }
+}
+
+TEST_F(UpdateTest, ACancelledOpenDialogSaysSoAndEmptiesTheFields) {
+  Choose(mGood);
+  std::string labels;
+  WhenModal([&](QWidget& dialog) {
+    EXPECT_EQ(dynamic_cast<QFileDialog&>(dialog).nameFilters(),
+              QStringList("gzip compressed tar file (*.tgz *.tar.gz)"));
+    WhenModalPress("OK", &labels);
+    dialog.close();
+  });
+  Press(mWindow->BevelButton1());
+  EXPECT_EQ(labels, "Unable to access file.|I am unable to open the file selected for reading.|");
+  EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Ready|off|off");
+}
+
+TEST_F(UpdateTest, AChosenFileIsChecked) {
+  WhenModal([&](QWidget& dialog) {
+    auto& files = dynamic_cast<QFileDialog&>(dialog);
+    files.selectFile(QString::fromStdString(mGood));
+    QMetaObject::invokeMethod(&files, "accept");
+  });
+  Press(mWindow->BevelButton1());
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
+}

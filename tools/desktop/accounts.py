@@ -1,0 +1,74 @@
+"""Throwaway accounts of the system, gone without a trace afterwards."""
+import contextlib
+import ctypes
+import os
+import secrets
+import shutil
+import signal
+import subprocess
+from pathlib import Path
+
+from .wait import until
+
+SUDO_MEMORY = ("/var/lib/sudo/ts", "/var/lib/sudo/lectured", "/run/sudo/ts")
+
+
+class Account:
+    def __init__(self, password, sudo=True):
+        self.password = password
+        self.sudo = sudo
+        self.name = "zelto-" + secrets.token_hex(3)
+
+    def __enter__(self):
+        groups = ["-G", "sudo"] if self.sudo else []
+        _run(["useradd", "-m", "-s", "/bin/bash", *groups, self.name])
+        try:
+            _run(["chpasswd", "-e"], f"{self.name}:{_hash(self.password)}\n")
+            self.uid = int(_run(["id", "-u", self.name]))
+        except BaseException:
+            _run(["userdel", "-r", self.name])
+            raise
+        return self
+
+    def __exit__(self, *_):
+        until(self._removed, 10, lambda: f"the account {self.name} cannot be removed")
+        for folder in SUDO_MEMORY:
+            trace = Path(folder, self.name)
+            if trace.is_dir():
+                shutil.rmtree(trace)
+            else:
+                trace.unlink(missing_ok=True)
+
+    def _removed(self):
+        for pid in map(int, filter(str.isdigit, os.listdir("/proc"))):
+            if self._owns(pid):
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(pid, signal.SIGKILL)
+        return subprocess.run(["userdel", "-r", self.name], capture_output=True).returncode == 0
+
+    def _owns(self, pid):
+        """Also true of su and sudo, which the account started but which run with root's rights."""
+        try:
+            status = Path(f"/proc/{pid}/status").read_text()
+        except (FileNotFoundError, ProcessLookupError):
+            return False
+        fields = dict(line.split(":", 1) for line in status.splitlines())
+        return str(self.uid) in fields["Uid"].split()
+
+
+def _hash(password):
+    """Made in this process: the usual tools cut a long password or show it in their arguments."""
+    crypt = ctypes.CDLL("libcrypt.so.1").crypt
+    crypt.restype = ctypes.c_char_p
+    raw = password if isinstance(password, bytes) else password.encode()
+    hashed = crypt(raw, b"$6$" + secrets.token_hex(8).encode()) or b"*"
+    if hashed.startswith(b"*"):
+        raise ValueError("this password cannot be hashed")
+    return hashed.decode()
+
+
+def _run(command, text=None):
+    done = subprocess.run(command, input=text, capture_output=True, text=True)
+    if done.returncode:
+        raise RuntimeError(f"{command[0]}: {done.stderr.strip()}")
+    return done.stdout

@@ -1,0 +1,221 @@
+"""Runs inside the virtual desktop as its user: driver.py SOCKET SCALE COMMAND... starts the
+program and answers requests, one JSON line each."""
+import contextlib
+import ctypes
+import json
+import os
+import socket
+import subprocess
+import sys
+
+import gi
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib
+
+import hand
+from wait import until
+
+LIMIT = 15
+BUTTONS = (Atspi.Role.PUSH_BUTTON,)
+FIELDS = (Atspi.Role.TEXT, Atspi.Role.ENTRY, Atspi.Role.PASSWORD_TEXT)
+PR_SET_CHILD_SUBREAPER = 36
+
+
+class Driver:
+    """Its public methods are the requests. Of several windows with one title the active one is
+    meant. Offsets and extents are those of the program's own layout: they do not change with the
+    scale, and offsets start below a menu bar."""
+
+    def __init__(self, scale, command):
+        # Whatever the program leaves behind stays below this process, where the session finds it.
+        ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
+        self._scale = scale
+        with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
+            self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL,
+                                             stdout=subprocess.DEVNULL, stderr=errors)
+
+    def window(self, title, limit=LIMIT):
+        """Waits until the window shows and has the keyboard: only then it is painted, too."""
+        self._wait(lambda: _has(self._window(title), Atspi.StateType.ACTIVE) or None,
+                   f"no window {title!r} in use", limit)
+
+    def windows(self):
+        """Titles on the screen, the active window's first."""
+        if self._program.poll() is not None:
+            return []
+        return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
+
+    def press(self, button):
+        self._control(button, BUTTONS).get_action_iface().do_action(0)
+
+    def click(self, name):
+        x, y, width, height = self.extents(name)
+        self._click(x + width / 2, y + height / 2)
+
+    def click_at(self, title, x, y):
+        left, top = self._origin(title)
+        self._click(left + x, top + y)
+
+    def key(self, keys):
+        self._wait_for_keyboard()
+        hand.key(keys)
+
+    def type(self, text):
+        self._wait_for_keyboard()
+        hand.type_text(text)
+
+    def set_text(self, field, text):
+        self._control(field, FIELDS).get_editable_text_iface().set_text_contents(text)
+
+    def text(self, field):
+        return _text_of(self._control(field, FIELDS))
+
+    def texts(self, title):
+        return self._wait(lambda: _texts(self._window(title)), f"no window {title!r}")
+
+    def buttons(self, title):
+        return self._wait(lambda: [node.get_name() for node in _showing(self._window(title))
+                                   if node.get_role() in BUTTONS], f"no window {title!r}")
+
+    def label_at(self, title, x, y):
+        def found():
+            window = self._window(title)
+            left, top = _content_origin(window)
+            for node in _showing(window):
+                at_x, at_y = _extents(node)[:2]
+                if (node.get_role() == Atspi.Role.LABEL
+                        and abs(at_x - left - x) <= 1 and abs(at_y - top - y) <= 1):
+                    return node.get_name()
+        return self._wait(found, f"no label at {x}, {y} of {title!r}")
+
+    def state(self, name):
+        node = self._control(name, showing=False)
+        return {"enabled": _has(node, Atspi.StateType.ENABLED),
+                "showing": _has(node, Atspi.StateType.SHOWING),
+                "focused": _has(node, Atspi.StateType.FOCUSED)}
+
+    def extents(self, name):
+        return _extents(self._control(name))
+
+    def exit_status(self, limit=LIMIT):
+        until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
+        return self._program.returncode
+
+    def kill(self, number):
+        self._program.send_signal(number)
+
+    def drop(self, path, title, x, y):
+        left, top = self._origin(title)
+        return hand.drag_file(path, round((left + x) * self._scale), round((top + y) * self._scale))
+
+    def _click(self, x, y):
+        hand.click(round(x * self._scale), round(y * self._scale))
+
+    def _origin(self, title):
+        return self._wait(lambda: _content_origin(self._window(title)), f"no window {title!r}")
+
+    def _wait(self, reading, complaint, limit=LIMIT):
+        """What reading() gives, once that is not None; it may stumble over what has just gone."""
+        def tried():
+            if self._program.poll() is not None:
+                raise RuntimeError(f"{complaint}; {self._screen()}")
+            with contextlib.suppress(GLib.Error, AttributeError):
+                value = reading()
+                return value is not None and [value]
+        return until(tried, limit, lambda: f"{complaint}; {self._screen()}")[0]
+
+    def _wait_for_keyboard(self):
+        self._wait(lambda: any(_has(window, Atspi.StateType.ACTIVE) for window in self._windows()) or None,
+                   "no window has the keyboard")
+
+    def _windows(self):
+        desktop = Atspi.get_desktop(0)
+        desktop.set_cache_mask(Atspi.Cache.NONE)
+        windows = []
+        for application in _children(desktop):
+            if application.get_process_id() == self._program.pid:
+                application.set_cache_mask(Atspi.Cache.NONE)
+                windows += [w for w in _children(application) if _has(w, Atspi.StateType.SHOWING)]
+        return sorted(windows, key=lambda window: not _has(window, Atspi.StateType.ACTIVE))
+
+    def _window(self, title):
+        return next((w for w in self._windows() if w.get_name() == title), None)
+
+    def _control(self, name, roles=None, showing=True):
+        """What the user acts on: a field goes before the label that shares its name."""
+        def found():
+            nodes = [node for window in self._windows() for node in _walk(window)
+                     if node.get_name() == name and node.get_parent().get_role() != Atspi.Role.APPLICATION
+                     and (roles is None or node.get_role() in roles)
+                     and (not showing or _has(node, Atspi.StateType.SHOWING))]
+            return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
+        return self._wait(found, f"nothing named {name!r}")
+
+    def _screen(self):
+        if self._program.poll() is not None:
+            return f"the program ended with {self._program.returncode}"
+        try:
+            return f"on the screen: { {w.get_name(): _texts(w) for w in self._windows()} }"
+        except (GLib.Error, AttributeError) as error:
+            return f"the program does not answer: {error}"
+
+
+def _children(node):
+    children = (node.get_child_at_index(i) for i in range(node.get_child_count()))
+    return [child for child in children if child]
+
+
+def _walk(node):
+    for child in _children(node):
+        yield child
+        yield from _walk(child)
+
+
+def _has(node, state):
+    return node.get_state_set().contains(state)
+
+
+def _extents(node):
+    box = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+    return [box.x, box.y, box.width, box.height]
+
+
+def _content_origin(window):
+    """Where the program's own layout starts: below a menu bar."""
+    left, top = _extents(window)[:2]
+    bars = [node for node in _children(window)
+            if node.get_role() == Atspi.Role.MENU_BAR and _has(node, Atspi.StateType.SHOWING)]
+    return left, top + sum(_extents(bar)[3] for bar in bars)
+
+
+def _text_of(node):
+    return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
+
+
+def _showing(window):
+    return [node for node in _walk(window) if _has(node, Atspi.StateType.SHOWING)]
+
+
+def _texts(window):
+    """Labels and fields; a password is nobody's business."""
+    return [node.get_name() if node.get_role() == Atspi.Role.LABEL else _text_of(node)
+            for node in _showing(window)
+            if node.get_role() in (Atspi.Role.LABEL, Atspi.Role.TEXT, Atspi.Role.ENTRY)]
+
+
+def main():
+    meeting, scale, *command = sys.argv[1:]
+    with socket.socket(socket.AF_UNIX) as link:
+        link.connect(meeting)
+        driver = Driver(float(scale), command)
+        requests = link.makefile("rw")
+        for line in requests:
+            verb, arguments, options = json.loads(line)
+            try:
+                answer = {"value": getattr(driver, verb)(*arguments, **options)}
+            except Exception as error:
+                answer = {"error": f"{type(error).__name__}: {error}"}
+            print(json.dumps(answer), file=requests, flush=True)
+
+
+main()

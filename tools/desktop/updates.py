@@ -1,0 +1,26 @@
+"""Update files made to order."""
+import gzip
+import io
+import tarfile
+
+
+def make_update(path, product="Sample", version="1.0", description="A sample update.",
+                members={}, record=None, control="/tmp/.KVX.Content"):
+    """members: {"/absolute/name": (content, mode)}; record replaces the three lines; control=None leaves them out."""
+    if record is None:
+        record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
+    with open(path, "wb") as raw, gzip.GzipFile("", "wb", fileobj=raw, mtime=0) as packed, \
+            tarfile.open(fileobj=packed, mode="w", format=tarfile.GNU_FORMAT) as archive:
+        if control is not None:
+            _add(archive, control, record, 0o644)
+        for name, (content, mode) in members.items():
+            _add(archive, name, content, mode)
+
+
+def _add(archive, name, content, mode):
+    entry = tarfile.TarInfo()
+    entry.name = name
+    entry.size = len(content)
+    entry.mode = mode
+    entry.uname = entry.gname = "root"
+    archive.addfile(entry, io.BytesIO(content))

@@ -1,0 +1,112 @@
+"""What happened on a display, seen by the X server itself and therefore free of races."""
+import struct
+import threading
+
+from Xlib import X, Xatom, display
+from Xlib.ext import record
+
+from .wait import until
+
+MAP, UNMAP, CHANGE_PROPERTY, BELL = 8, 10, 18, 104
+XKB_BELL = 3
+NOTHING = {"core_requests": (0, 0), "core_replies": (0, 0), "ext_requests": (0, 0, 0, 0),
+           "ext_replies": (0, 0, 0, 0), "delivered_events": (0, 0), "device_events": (0, 0),
+           "errors": (0, 0), "client_started": False, "client_died": False}
+
+
+class Watcher:
+    """Remembers the title of every window that any program asked to be shown, however briefly, and
+    counts the bells."""
+
+    def __init__(self, name):
+        self._control = display.Display(name)
+        self._data = display.Display(name)
+        self._root = self._control.screen().root
+        self._marker = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self._title_atoms = (Xatom.WM_NAME, self._control.intern_atom("_NET_WM_NAME"))
+        self._titles, self._mapped, self._shown, self._bells, self._marks = {}, set(), {}, 0, 0
+        self._xkb = self._control.query_extension("XKEYBOARD").major_opcode
+        ranges = [NOTHING | {"core_requests": (code, code)} for code in (MAP, UNMAP, CHANGE_PROPERTY, BELL)]
+        ranges.append(NOTHING | {"ext_requests": (self._xkb, self._xkb, XKB_BELL, XKB_BELL)})
+        self._context = self._data.record_create_context(0, [record.AllClients], ranges)
+        started = threading.Event()
+        self._thread = threading.Thread(target=self._listen, args=(started,), daemon=True)
+        self._thread.start()
+        if not started.wait(10):
+            raise TimeoutError("the display does not let itself be watched")
+
+    def shown(self):
+        """Titles of all windows shown so far, in the order of their first showing."""
+        self._catch_up()
+        return list(self._shown)
+
+    def bells(self):
+        self._catch_up()
+        return self._bells
+
+    def managed(self):
+        """True once a window manager looks after the display."""
+        return self._property(self._root, "_NET_SUPPORTING_WM_CHECK")
+
+    def frame(self, title):
+        """The border and title bar around the window of that title, the topmost of several."""
+        for number in reversed(self._property(self._root, "_NET_CLIENT_LIST_STACKING")):
+            window = self._control.create_resource_object("window", number)
+            if bytes(self._property(window, "_NET_WM_NAME")).decode() == title:
+                while (parent := window.query_tree().parent) != self._root:
+                    window = parent
+                return window.id
+        raise LookupError(f"no window titled {title!r}")
+
+    def close(self):
+        self._control.record_disable_context(self._context)
+        self._control.flush()
+        self._thread.join(10)
+        self._control.close()
+        self._data.close()
+
+    def _catch_up(self):
+        """The record arrives late: waits until a change made now has come in."""
+        self._marks += 1
+        mark = f"mark {self._marks}"
+        self._marker.set_wm_name(mark)
+        self._control.sync()
+        until(lambda: mark in self._titles.get(self._marker.id, {}).values(), 10,
+              lambda: "the display's record has stopped")
+
+    def _property(self, window, name):
+        found = window.get_full_property(self._control.intern_atom(name), X.AnyPropertyType)
+        return found.value if found else ()
+
+    def _listen(self, started):
+        def note(reply):
+            if reply.category == record.StartOfData:
+                started.set()
+            elif reply.category == record.FromClient:
+                self._requests(reply.data)
+        self._data.record_enable_context(self._context, note)
+
+    def _requests(self, data):
+        while data:
+            opcode, _, words = struct.unpack_from("=BBH", data)
+            if opcode in (BELL, self._xkb):
+                self._bells += 1
+            else:
+                self._window_request(opcode, data)
+            if not words:  # an oversized request (a large icon): it comes alone
+                return
+            data = data[4 * words:]
+
+    def _window_request(self, opcode, data):
+        window, = struct.unpack_from("=I", data, 4)
+        if opcode == MAP:
+            self._mapped.add(window)
+        elif opcode == UNMAP:
+            self._mapped.discard(window)
+        elif opcode == CHANGE_PROPERTY:
+            atom, _, _, length = struct.unpack_from("=IIB3xI", data, 8)
+            if atom in self._title_atoms:
+                self._titles.setdefault(window, {})[atom] = data[24:24 + length].decode(errors="replace")
+        if window in self._mapped:
+            for title in self._titles.get(window, {}).values():
+                self._shown.setdefault(title)
