@@ -43,7 +43,7 @@ std::vector<char*> Pointers(Environment& environment) {
 // The variable is exported by the line itself and not given to `sh`, whose environment is there
 // to be read for as long as the command runs.
 String Script(const CommandLine& command) {
-  const String line = command.Text + "\n";
+  String line = command.Text + "\n";
   if (command.Passphrase.IsNil()) return line;
   return String("export ") + SudoPrompt + "=" + Quoted(command.Passphrase) + "\n" + line;
 }

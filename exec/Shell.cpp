@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <ranges>
 
 #include "exec/Interpreter.h"
 #include "platform/runtime/Plugins.h"
@@ -170,8 +171,8 @@ std::string Shell::ErrorText() {
   if (!mErrors) return mRefusals;
   std::string text = Contents(mErrors.get());
   constexpr std::string_view suPrompt = "Password: ";
-  for (auto start = mErrorStarts.rbegin(); start != mErrorStarts.rend(); ++start) {
-    if (text.compare(*start, suPrompt.size(), suPrompt) == 0) text.erase(*start, suPrompt.size());
+  for (const auto start : std::views::reverse(mErrorStarts)) {
+    if (text.compare(start, suPrompt.size(), suPrompt) == 0) text.erase(start, suPrompt.size());
   }
   EraseAll(text, SudoPrompt);
   EndLine(text);

@@ -95,10 +95,10 @@ template <class W, class R, class... A, std::size_t... I>
 bool Invoke(W& receiver, R (W::*operation)(A...), const Arguments& arguments,
             std::index_sequence<I...>) {
   if constexpr (std::is_void_v<R>) {
-    (receiver.*operation)(Unpack<A>::From(arguments.at(I))...);
+    (receiver.*operation)(Unpack<std::remove_cvref_t<A>>::From(arguments.at(I))...);
     return false;
   } else {
-    return (receiver.*operation)(Unpack<A>::From(arguments.at(I))...);
+    return (receiver.*operation)(Unpack<std::remove_cvref_t<A>>::From(arguments.at(I))...);
   }
 }
 

@@ -29,7 +29,7 @@ const PublishedEntrypoint published("folderitem.UnixpathMBS as string", NativePa
 }  // namespace
 
 Ref<FolderItem> FolderItem::At(const String& path) {
-  const auto item = RuntimeNewObject<FolderItem>();
+  auto item = RuntimeNewObject<FolderItem>();
   auto absolute = std::filesystem::absolute(path.Bytes()).string();
   while (absolute.size() > 1 && absolute.back() == '/') absolute.pop_back();
   item->mPath = String(std::move(absolute));

@@ -16,13 +16,13 @@ void MessageDialog::Init() {
 }
 
 Ref<MessageDialogButton> MessageDialog::ShowModal() {
-  const auto pressed = ShowMessageDialog(*this, nullptr);
+  auto pressed = ShowMessageDialog(*this, nullptr);
   LeaveIfEnding();
   return pressed;
 }
 
 Ref<MessageDialogButton> MessageDialog::ShowModalWithin(const Ref<Window>& parent) {
-  const auto pressed = ShowMessageDialog(*this, &parent->Imp());
+  auto pressed = ShowMessageDialog(*this, &parent->Imp());
   LeaveIfEnding();
   return pressed;
 }

@@ -23,7 +23,7 @@ using PropertyValue = std::variant<Int32, bool, Color, String>;
 // A property that a class declares: its name and the alternative of PropertyValue that is its type.
 struct Property {
   String Name;
-  std::size_t Type;
+  std::size_t Type = 0;
 };
 
 struct PropertyEntry {

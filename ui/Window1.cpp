@@ -192,7 +192,7 @@ void Window1::CreateControls0() {
   for (const auto& row : Controls()) AddControlRow(*this, row);
 }
 
-void Window1::AddMenuHandlers(Ref<Window> target) {
+void Window1::AddMenuHandlers(const Ref<Window>& target) {
   const auto window = RuntimeCheckCast<Window1>(target);
   window->AddMenuHandler("mAbout",
                          RuntimeCreateDelegate(&Window1::mAbout_Action, "(  ) as Boolean"));

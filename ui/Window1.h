@@ -32,7 +32,7 @@ class Window1 : public Window {
   virtual void CreateControls();
   virtual void CreateControls0();
   virtual void EditField1_Open();
-  virtual void EditField1_DropObject(Ref<DragItem> obj, Int32 action);
+  virtual void EditField1_DropObject(const Ref<DragItem>& obj, Int32 action);
   virtual void EditField1_TextChange();
   virtual void BevelButton1_Action();
   virtual void pbTest_Action();
@@ -51,7 +51,7 @@ class Window1 : public Window {
   Ref<AppleMenuItem> mAbout() { return MenuItemNamed<AppleMenuItem>("mAbout"); }
   Ref<QuitMenuItem> FileQuit() { return MenuItemNamed<QuitMenuItem>("FileQuit"); }
 
-  virtual void AddMenuHandlers(Ref<Window> target);
+  virtual void AddMenuHandlers(const Ref<Window>& target);
   virtual void Event_Open();
   virtual void Event_Close();
   virtual bool mAbout_Action();

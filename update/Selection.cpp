@@ -8,7 +8,7 @@ namespace zelto {
 
 void Window1::EditField1_Open() { EditField1()->AcceptFileDrop(*FileTypes1::gzipTarFile()); }
 
-void Window1::EditField1_DropObject(Ref<DragItem> obj, Int32) {
+void Window1::EditField1_DropObject(const Ref<DragItem>& obj, Int32) {
   if (!obj->FolderItemAvailable()) return;
   Globals::thePatchName = File::POSIXPath(obj->FolderItem());
   EditField1()->Text(Globals::thePatchName);

@@ -1,4 +1,6 @@
 #include <QPushButton>
+#include <QStyleOption>
+#include <QStylePainter>
 #include <QToolButton>
 
 #include "platform/Application.h"
@@ -40,16 +42,39 @@ class ButtonPane : public WidgetPane<Pane> {
   QAbstractButton& mButton;
 };
 
+// The font in which the button's caption fits within its frame.
+QFont CaptionFont(const QAbstractButton& button) {
+  constexpr QSize frame(8, 2);
+  return FittedFont(button.font(), button.text(), button.size() - frame,
+                    Qt::AlignCenter | Qt::TextShowMnemonic);
+}
+
 class Push : public QPushButton {
  public:
   explicit Push(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
 
  protected:
-  void paintEvent(QPaintEvent* event) override {
-    const QSize room = size() - QSize(8, 2);  // the frame
-    const QFont fitted = FittedFont(font(), text(), room, Qt::AlignCenter);
-    if (fitted != font()) setFont(fitted);
-    QPushButton::paintEvent(event);
+  void paintEvent(QPaintEvent*) override {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.setFont(CaptionFont(*this));
+    option.fontMetrics = painter.fontMetrics();
+    painter.drawControl(QStyle::CE_PushButton, option);
+  }
+};
+
+class Bevel : public QToolButton {
+ public:
+  using QToolButton::QToolButton;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.font = CaptionFont(*this);
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
   }
 };
 
@@ -60,7 +85,7 @@ std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window) {
 }
 
 std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window) {
-  return std::make_unique<ButtonPane<BevelButton>>(button, new QToolButton(ContentOf(window)));
+  return std::make_unique<ButtonPane<BevelButton>>(button, new Bevel(ContentOf(window)));
 }
 
 }  // namespace zelto

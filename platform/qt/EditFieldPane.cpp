@@ -7,6 +7,7 @@
 #include "platform/Application.h"
 #include "platform/Control.h"
 #include "platform/Files.h"
+#include "platform/qt/FittedText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
 
@@ -67,6 +68,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     if (name == "Password" && std::get<bool>(value) && mLine) {
       mLine->setEchoMode(QLineEdit::Password);
     }
+    if (name == "TextSize" && mLine) return SetTextSize(value);
     if (name == "ScrollbarVertical" && mArea && !std::get<bool>(value)) {
       mArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     }
@@ -119,6 +121,13 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     mArea->setProperty("TabIndex", Widget().property("TabIndex"));
     Replace(mArea);
     mLine = nullptr;
+  }
+
+  // A line of text as high as the field is, at the most.
+  void SetTextSize(const PropertyValue& size) {
+    constexpr int frame = 6;
+    WidgetPane::SetProperty("TextSize", size);
+    mLine->setFont(FittedFont(mLine->font(), "Áy", {mLine->width(), mLine->height() - frame}, 0));
   }
 
   void SetReadOnly(bool isReadOnly) {

@@ -74,8 +74,8 @@ bool CanEdit(const String& itemName) {
 }
 
 void Edit(const String& itemName) {
+  if (!CanEdit(itemName)) return;
   const Command* command = Find(itemName);
-  if (!command) return;
   if (auto* line = qobject_cast<QLineEdit*>(focused)) command->EditLine(*line);
   if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
 }

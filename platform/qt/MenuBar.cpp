@@ -19,7 +19,7 @@ QAction::MenuRole RoleOf(const Ref<MenuItem>& item) {
 
 // "Cmd+" is the toolkit's Ctrl on every system.
 QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
-  return QKeySequence(Shown(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+"));
+  return {Shown(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+")};
 }
 
 void Choose(Window& window, const MenuItem& item) {

@@ -5,6 +5,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "platform/Application.h"
@@ -25,11 +26,18 @@ class Box : public QDialog {
  public:
   explicit Box(MessageDialog& dialog) : mDialog(dialog) {
     setWindowTitle(dialog.Title().IsNil() ? "ZELTO Group Update Utility" : Shown(dialog.Title()));
+    setAccessibleDescription(Shown(dialog.Message()));
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
     layout->addWidget(MainLine());
     layout->addWidget(ExplanationWidget());
     layout->addWidget(Buttons());
+  }
+
+  // A window can ask for attention only once it is on the screen.
+  void showEvent(QShowEvent* event) override {
+    QDialog::showEvent(event);
+    QTimer::singleShot(0, this, [this] { QApplication::alert(this); });
   }
 
   Ref<MessageDialogButton> Pressed() const {
@@ -102,7 +110,6 @@ Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* par
     box.setWindowModality(Qt::WindowModal);
     AttachTo(box, *parent);
   }
-  QApplication::alert(&box);
   box.exec();
   return box.Pressed();
 }

@@ -65,9 +65,14 @@ void TopLevel::keyPressEvent(QKeyEvent* event) {
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   auto* button = isEnter ? qobject_cast<QAbstractButton*>(focusWidget()) : nullptr;
   if (isEnter && !button) button = MarkedButton(*mContent, "isDefault");
-  if (event->key() == Qt::Key_Escape) button = MarkedButton(*mContent, "isCancel");
-  if (!button) return QWidget::keyPressEvent(event);
-  button->click();
+  const bool isEscape = event->key() == Qt::Key_Escape;
+  if (isEscape) button = MarkedButton(*mContent, "isCancel");
+  if (button) return button->click();
+  if (isEscape && windowType() == Qt::Dialog) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
 }
 
 void TopLevel::changeEvent(QEvent* event) {

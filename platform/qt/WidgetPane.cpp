@@ -32,6 +32,14 @@ void SetTextFont(QWidget& widget, const String& family) {
   ChangeFont(widget, [&](QFont& font) { font.setFamily(Shown(family)); });
 }
 
+// Black is the desktop's own colour of text, which on a dark desktop is light.
+void SetTextColor(QWidget& widget, Color color) {
+  if (color.Red == 0 && color.Green == 0 && color.Blue == 0) return;
+  QPalette palette = widget.palette();
+  palette.setColor(widget.foregroundRole(), QColor(color.Red, color.Green, color.Blue));
+  widget.setPalette(palette);
+}
+
 void SetTabStop(QWidget& widget, bool isStop) {
   const auto policy = isStop ? widget.focusPolicy() | Qt::TabFocus
                              : widget.focusPolicy() & ~Qt::FocusPolicy(Qt::TabFocus);
@@ -57,6 +65,8 @@ const std::map<std::string_view, Effect>& Effects() {
        [](QWidget& w, const PropertyValue& v) {
          ChangeFont(w, [&](QFont& font) { font.setBold(IsOn(v)); });
        }},
+      {"TextColor",
+       [](QWidget& w, const PropertyValue& v) { SetTextColor(w, std::get<Color>(v)); }},
       {"Italic",
        [](QWidget& w, const PropertyValue& v) {
          ChangeFont(w, [&](QFont& font) { font.setItalic(IsOn(v)); });

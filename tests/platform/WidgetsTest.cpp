@@ -22,7 +22,7 @@ namespace {
 class QuietWindow1 : public Window1 {
  public:
   std::string Notes;
-  void EditField1_DropObject(Ref<DragItem> item, Int32) override {
+  void EditField1_DropObject(const Ref<DragItem>& item, Int32) override {
     Notes += "Drop " + Bytes(item->FolderItem()->NativePath()) + " ";
   }
   void EditField1_TextChange() override { Notes += "TextChange "; }

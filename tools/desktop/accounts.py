@@ -39,11 +39,13 @@ class Account:
             else:
                 trace.unlink(missing_ok=True)
 
+    def processes(self):
+        return {pid for pid in map(int, filter(str.isdigit, os.listdir("/proc"))) if self._owns(pid)}
+
     def _removed(self):
-        for pid in map(int, filter(str.isdigit, os.listdir("/proc"))):
-            if self._owns(pid):
-                with contextlib.suppress(ProcessLookupError):
-                    os.kill(pid, signal.SIGKILL)
+        for pid in self.processes():
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(pid, signal.SIGKILL)
         return subprocess.run(["userdel", "-r", self.name], capture_output=True).returncode == 0
 
     def _owns(self, pid):

@@ -78,6 +78,9 @@ class Session:
     def bells(self):
         return self._watcher.bells()
 
+    def place(self, title):
+        return self._watcher.place(title)
+
     def stderr(self):
         """What the program complained about; also readable when the session is over."""
         if self._last_words is not None:

@@ -49,14 +49,18 @@ class Watcher:
         return self._property(self._root, "_NET_SUPPORTING_WM_CHECK")
 
     def frame(self, title):
-        """The border and title bar around the window of that title, the topmost of several."""
-        for number in reversed(self._property(self._root, "_NET_CLIENT_LIST_STACKING")):
-            window = self._control.create_resource_object("window", number)
-            if bytes(self._property(window, "_NET_WM_NAME")).decode() == title:
-                while (parent := window.query_tree().parent) != self._root:
-                    window = parent
-                return window.id
-        raise LookupError(f"no window titled {title!r}")
+        """The border and title bar around the window of that title."""
+        window = self._client(title)
+        while (parent := window.query_tree().parent) != self._root:
+            window = parent
+        return window.id
+
+    def place(self, title):
+        """Left, top, width and height of the window of that title, without its border."""
+        window = self._client(title)
+        size = window.get_geometry()
+        corner = self._root.translate_coords(window, 0, 0)
+        return corner.x, corner.y, size.width, size.height
 
     def close(self):
         self._control.record_disable_context(self._context)
@@ -73,6 +77,14 @@ class Watcher:
         self._control.sync()
         until(lambda: mark in self._titles.get(self._marker.id, {}).values(), 10,
               lambda: "the display's record has stopped")
+
+    def _client(self, title):
+        """The topmost of several."""
+        for number in reversed(self._property(self._root, "_NET_CLIENT_LIST_STACKING")):
+            window = self._control.create_resource_object("window", number)
+            if bytes(self._property(window, "_NET_WM_NAME")).decode() == title:
+                return window
+        raise LookupError(f"no window titled {title!r}")
 
     def _property(self, window, name):
         found = window.get_full_property(self._control.intern_atom(name), X.AnyPropertyType)
