@@ -12,7 +12,7 @@ QFont FittedFont(const QFont& font, const QString& text, QSize room, int textFla
     // A text that wraps has the width of the room and only its height to be measured.
     const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? room.width() : 0, 0);
     const QSize needed = QFontMetrics(candidate).boundingRect(bounds, textFlags, text).size();
-    return needed.width() <= room.width() && needed.height() <= room.height();
+    return needed.width() <= room.width() && needed.height() < room.height();
   };
   QFont fitted = font;
   for (int size = QFontInfo(font).pixelSize(); size > smallest && !fits(fitted);) {

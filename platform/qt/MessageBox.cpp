@@ -72,6 +72,7 @@ class Box : public QDialog {
     area->setTabChangesFocus(true);
     area->setAccessibleName("Explanation");
     area->setPlainText(text);
+    area->moveCursor(QTextCursor::End);  // what went wrong stands last
     area->setMinimumSize(QSize(textWidth + 160, 300).boundedTo(screen()->availableSize() / 2));
     return area;
   }

@@ -42,10 +42,7 @@ void TopLevel::OrderTabs() {
 void TopLevel::ShowActivity(bool isActive) {
   delete std::exchange(mActivity, nullptr);
   if (!isActive) return;
-  mActivity = new QProgressBar(mContent);
-  mActivity->setRange(0, 0);
-  mActivity->setTextVisible(false);
-  mActivity->setAccessibleName("Installing");
+  mActivity = new ActivityStrip(mContent);
   mActivity->setGeometry(0, mContent->height() - 8, mContent->width(), 4);
   mActivity->show();
 }

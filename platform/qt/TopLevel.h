@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QProgressBar>
 #include <QVBoxLayout>
 #include <QWidget>
 
 #include "platform/Toolkit.h"
+#include "platform/qt/ActivityStrip.h"
 
 namespace zelto {
 
@@ -31,7 +31,7 @@ class TopLevel : public QWidget {
   Window* mWindow;
   QVBoxLayout* mLayout;
   QWidget* mContent;
-  QProgressBar* mActivity = nullptr;
+  ActivityStrip* mActivity = nullptr;
 };
 
 }  // namespace zelto

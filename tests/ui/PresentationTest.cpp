@@ -1,12 +1,115 @@
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QScreen>
+#include <QTest>
+
+#include "platform/MessageDialog.h"
+#include "platform/qt/Picture.h"
 #include "tests/Programs.h"
 #include "tests/Stage.h"
 #include "ui/MenuBar1.h"
+#include "ui/Pictures.h"
 #include "ui/WAbout.h"
+#include "ui/WPerm.h"
 #include "ui/Window1.h"
 
 using namespace zelto;
+
+namespace {
+
+class ShownWindow1 : public Window1 {
+ public:
+  void EditField1_TextChange() override {}
+  void Event_Open() override { Show(); }
+};
+
+class PresentationTest : public testing::Test {
+ protected:
+  PresentationTest() : mWindow(RuntimeNewObject<ShownWindow1>()) {
+    mWindow->Constructor();
+    Until([] { return QApplication::activeWindow(); });
+    mTop = QApplication::activeWindow();
+    mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
+  }
+
+  QAction* Item(const QString& text) {
+    for (auto* menu : mTop->findChildren<QMenu*>()) {
+      for (auto* action : menu->actions()) {
+        if (action->text() == text) return action;
+      }
+    }
+    throw std::runtime_error("no such item");
+  }
+
+  // Which of Undo, Cut, Copy, Paste, Delete and Select All can be chosen.
+  std::string EnabledEdits() {
+    for (auto* menu : mTop->findChildren<QMenu*>()) QMetaObject::invokeMethod(menu, "aboutToShow");
+    std::string enabled;
+    for (const char* const text : {"&Undo", "Cu&t", "&Copy", "&Paste", "&Delete", "Select &All"}) {
+      enabled += Item(text)->isEnabled() ? QString(text).remove('&').toStdString()[2] : '-';
+    }
+    return enabled;
+  }
+
+  Stage mStage;
+  Ref<ShownWindow1> mWindow;
+  QWidget* mTop;
+  QLineEdit* mLine;
+};
+
+// The widget's pixels at the scale.
+QImage Rendered(QWidget& widget, double scale) {
+  QImage image((QSizeF(widget.size()) * scale).toSize(), QImage::Format_RGB32);
+  image.setDevicePixelRatio(scale);
+  image.fill(Qt::white);
+  widget.render(&image);
+  return image;
+}
+
+// Where the text of a label or a button leaves its trace.
+template <class W>
+QRect Ink(W& widget, double scale) {
+  const QString text = widget.text();
+  const QImage with = Rendered(widget, scale);
+  widget.setText({});
+  const QImage without = Rendered(widget, scale);
+  widget.setText(text);
+  QRect ink;
+  for (int y = 0; y < with.height(); ++y) {
+    for (int x = 0; x < with.width(); ++x) {
+      if (with.pixel(x, y) != without.pixel(x, y)) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+template <class W>
+void ExpectWhole(QWidget& window, double scale, const std::string& what) {
+  for (auto* widget : window.findChildren<W*>()) {
+    if (!widget->isVisible() || widget->text().isEmpty()) continue;
+    const QRect ink = Ink(*widget, scale);
+    const QRect room(QPoint(), (QSizeF(widget->size()) * scale).toSize());
+    const std::string whose = what + widget->text().toStdString();
+    EXPECT_GE(ink.height(), widget->text() == "..." ? 1 : 4 * scale) << whose;
+    EXPECT_GT(ink.top(), room.top()) << whose;
+    EXPECT_LT(ink.bottom(), room.bottom()) << whose;
+    EXPECT_GE(ink.left(), room.left()) << whose;
+    EXPECT_LT(ink.right(), room.right()) << whose;
+  }
+}
+
+}  // namespace
 
 TEST(MenuBar1, HasItsRowsInOrder) {
   std::string rows;
@@ -34,4 +137,169 @@ TEST(MenuBar1, HasItsRowsInOrder) {
             "  UntitledMenu0 -  \n"
             "  EditSelectAll Select &All Cmd+A \n");
   EXPECT_TRUE(MenuBar1() == MenuBar1());
+}
+
+TEST_F(PresentationTest, TheWindowReachesItsMenuItems) {
+  EXPECT_TRUE(mWindow->MenuBar() == MenuBar1());
+  const std::pair<Ref<MenuItem>, const char*> items[] = {
+      {mWindow->EditMenu(), "EditMenu"},
+      {mWindow->EditSelectAll(), "EditSelectAll"},
+      {mWindow->UntitledMenu0(), "UntitledMenu0"},
+      {mWindow->EditClear(), "EditClear"},
+      {mWindow->EditPaste(), "EditPaste"},
+      {mWindow->EditCopy(), "EditCopy"},
+      {mWindow->EditCut(), "EditCut"},
+      {mWindow->UntitledMenu1(), "UntitledMenu1"},
+      {mWindow->EditUndo(), "EditUndo"},
+      {mWindow->FileMenu(), "FileMenu"},
+      {mWindow->mAbout(), "mAbout"},
+      {mWindow->FileQuit(), "FileQuit"}};
+  for (const auto& [item, name] : items) EXPECT_EQ(Bytes(item->Name()), name);
+}
+
+TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
+  QApplication::clipboard()->clear();
+  mLine->setFocus();
+  EXPECT_EQ(EnabledEdits(), "------");
+  QTest::keyClicks(mLine, "abc");
+  EXPECT_EQ(EnabledEdits(), "d----l");
+  Item("Select &All")->trigger();
+  EXPECT_EQ(EnabledEdits(), "dtp-l-");
+  Item("&Copy")->trigger();
+  EXPECT_EQ(EnabledEdits(), "dtpsl-");
+  mLine->setEchoMode(QLineEdit::Password);
+  EXPECT_EQ(EnabledEdits(), "d--sl-");
+  QTest::keyClick(mLine, Qt::Key_C, Qt::ControlModifier);
+  mLine->setEchoMode(QLineEdit::Normal);
+  EXPECT_EQ(EnabledEdits(), "dtpsl-");
+  Item("Cu&t")->trigger();
+  EXPECT_EQ(mLine->text(), "");
+  EXPECT_EQ(EnabledEdits(), "d--s--");
+  Item("&Undo")->trigger();
+  EXPECT_EQ(mLine->text(), "abc");
+  EnabledEdits();
+  Item("&Delete")->trigger();
+  Item("&Paste")->trigger();
+  EXPECT_EQ(mLine->text(), "abc");
+  ControlWidget(*mTop, 20, 130).setFocus();
+  EXPECT_EQ(EnabledEdits(), "------");
+  mWindow->EditField2()->Text("described");
+  EXPECT_EQ(EnabledEdits(), "-----l");
+  EXPECT_TRUE(Item("About ZELTO Group Update Utility")->isEnabled());
+  EXPECT_TRUE(Item("&Quit")->isEnabled());
+}
+
+TEST_F(PresentationTest, QuitEndsTheProgram) {
+  Item("&Quit")->trigger();
+  EXPECT_THROW(LeaveIfEnding(), EndException);
+}
+
+TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
+  for (const QPoint& place : {QPoint(1, 1), QPoint(150, 60), QPoint(150, 195)}) {
+    WhenModal([&](QWidget& about) {
+      EXPECT_EQ(about.windowTitle(), "About");
+      EXPECT_EQ(about.size(), QSize(310, 245));
+      QStringList texts;
+      for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
+      EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version 1.0.0",
+                                    "Copyright © 2026 ZELTO Group. All rights reserved."}));
+      auto* top = about.childAt(place);
+      QTest::mousePress(top, Qt::LeftButton, {}, place);
+      EXPECT_TRUE(about.isVisible());
+      QTest::mouseRelease(top, Qt::LeftButton, {}, place);
+    });
+    Item("About ZELTO Group Update Utility")->trigger();
+    EXPECT_FALSE(GetImplicitWindow("WAbout.WAbout"));
+  }
+  WhenModal([](QWidget& about) { QTest::keyClick(&about, Qt::Key_Escape); });
+  Item("About ZELTO Group Update Utility")->trigger();
+  EXPECT_FALSE(GetImplicitWindow("WAbout.WAbout"));
+}
+
+TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
+  const QFont before = QApplication::font();
+  for (const int points : {8, 10, 12, 14, 16}) {
+    for (const int stretch : {100, 150}) {
+      QFont font("DejaVu Sans", points);
+      font.setStretch(stretch);
+      QApplication::setFont(font);
+      const auto window = RuntimeNewObject<ShownWindow1>();
+      window->Constructor();
+      window->stProduct()->Text("Zelto Core Services");
+      window->stVersion()->Text("12.10.345 (beta)");
+      window->pbUpdate()->Enabled(true);
+      WPerm()->Show();
+      WAbout()->Show();
+      for (auto* top : QApplication::topLevelWidgets()) {
+        if (!top->isVisible() || top == mTop) continue;
+        for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
+          const auto what = std::to_string(points) + " points, " + std::to_string(stretch) +
+                            " %, " + std::to_string(scale) + " times: ";
+          ExpectWhole<QLabel>(*top, scale, what);
+          ExpectWhole<QAbstractButton>(*top, scale, what);
+        }
+      }
+      WPerm()->Close();
+      WAbout()->Close();
+      FromToolkit([&] { window->UnifiedClose(false); });
+    }
+  }
+  QApplication::setFont(before);
+}
+
+TEST_F(PresentationTest, ALongExplanationOpensQuicklyAndFitsTheScreen) {
+  const auto dialog = mWindow->New<MessageDialog>();
+  std::string text;
+  for (int i = 0; i < 100'000; ++i) text += std::string(99, 'x') + "\n";
+  dialog->Explanation(text);
+  QElapsedTimer timer;
+  timer.start();
+  qint64 shown = 0;
+  WhenModal([&](QWidget& box) {
+    shown = timer.elapsed();
+    auto* area = box.findChild<QPlainTextEdit*>();
+    EXPECT_EQ(area->toPlainText().size(), 10'000'000);
+    EXPECT_TRUE(area->isReadOnly());
+    EXPECT_TRUE(box.screen()->availableGeometry().size().expandedTo(box.size()) ==
+                box.screen()->availableGeometry().size());
+    box.close();
+  });
+  dialog->ShowModalWithin(mWindow);
+  EXPECT_LT(shown, 500);
+}
+
+// In a copy of this program, since the pictures lie beside the folder of the executable.
+TEST(Pictures, AreLoadedOnceTheyCanBeAndKept) {
+  if (!getenv("ZELTO_ALONE")) {
+    const Programs folder;
+    std::filesystem::copy("/proc/self/exe", folder.Folder() / "bin/alone");
+    std::filesystem::copy(
+        QFileInfo("/proc/self/exe").symLinkTarget().section('/', 0, -3).toStdString() +
+            "/Resources",
+        folder.Folder() / "Pictures");
+    const std::string command = "ZELTO_ALONE=" + folder.Folder().string() + " " +
+                                folder.Path("bin/alone") + " --gtest_filter=Pictures.* >" +
+                                folder.Path("said");
+    EXPECT_EQ(system(command.c_str()), 0) << Read(folder.Path("said"));
+    return;
+  }
+  const std::filesystem::path folder = getenv("ZELTO_ALONE");
+  const auto get = x_MacBGrayscale48x48::MacBGrayscale48x48;
+  const Stage stage;
+  EXPECT_FALSE(get());
+  std::filesystem::create_directory(folder / "Resources");
+  Write(folder / "Resources/MacBGrayscale48x48.png", "no picture");
+  EXPECT_FALSE(get());
+  EXPECT_TRUE(WPerm());  // a whole window all the same
+  std::filesystem::remove_all(folder / "Resources");
+  std::filesystem::rename(folder / "Pictures", folder / "Resources");
+  const auto picture = get();
+  ASSERT_TRUE(picture);
+  std::filesystem::remove_all(folder / "Resources");
+  EXPECT_TRUE(get() == picture);
+  const QImage image = MaskedImage(*picture);
+  EXPECT_EQ(image.size(), QSize(48, 48));
+  EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
+  EXPECT_EQ(qAlpha(image.pixel(24, 24)), 255);
+  EXPECT_FALSE(x_CircleB128x128WhiteBack::CircleB128x128WhiteBack());
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTimer>
@@ -126,6 +127,30 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
   const auto calls = mPrograms.Calls("sudo");
   EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
   EXPECT_EQ(calls.back(), (std::vector<std::string>{"tar", "-zxPvf", mGood}));
+}
+
+TEST_F(UpdateTest, ALongInstallLeavesTheWindowLive) {
+  const std::string many = mPrograms.Path("many.tar.gz");
+  Write(mPrograms.Path("member"), "m");
+  EXPECT_EQ(
+      system(("yes " + mPrograms.Path("member") + " | head -n 100000 | tar -czPf " + many + " -T -")
+                 .c_str()),
+      0);
+  WhenModalPress("Keep");
+  Choose(many);
+  QElapsedTimer sinceTurn;
+  qint64 longest = 0;
+  int turns = 0;
+  QTimer turn;
+  QObject::connect(&turn, &QTimer::timeout, [&] {
+    if (turns++ > 0) longest = std::max(longest, sinceTurn.elapsed());
+    sinceTurn.start();
+  });
+  turn.start(0);
+  WhenModalPress("Quit");
+  Press(mWindow->pbUpdate());
+  EXPECT_GT(turns, 100);
+  EXPECT_LT(longest, 50);
 }
 
 TEST_F(UpdateTest, AFailedInstallShowsTheTextAndLeavesTheFields) {

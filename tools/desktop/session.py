@@ -20,10 +20,12 @@ HERE = Path(__file__).parent
 class Session:
     """Any request of driver.py's Driver is a method here as well."""
 
-    def __init__(self, user, program, width=1280, height=1024, scale=1, path=PATH):
+    def __init__(self, user, program, width=1280, height=1024, scale=1, path=PATH,
+                 environment={}):
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size, self._scale, self._path = f"{width}x{height}x24", scale, path
+        self._environment = environment  # of the program, on top of the session's
         self._link = self._last_words = None
 
     def __enter__(self):
@@ -47,6 +49,7 @@ class Session:
                 driver = self._start(
                     ["dbus-run-session", "--", "/usr/bin/python3", self._folder / "driver/driver.py", meeting,
                      str(self._scale), "/usr/bin/env", f"PATH={self._path}", *qt,
+                     *(f"{name}={value}" for name, value in self._environment.items()),
                      self._folder / "bin" / self._program.name])
                 undo.callback(self._end_driver, driver)
                 listener.settimeout(15)
