@@ -86,6 +86,9 @@ struct BevelButtonPlugin {
 
 namespace {
 
+// The plug-ins' controls need no set-up.
+const PublishedEntrypoint setUp("_", +[] {});
+
 using Writer = void(BevelButton&, const PropertyValue&);
 
 template <std::size_t... Key>
