@@ -26,6 +26,7 @@ bool StartsWithDash(const String& value) { return value.Bytes().starts_with('-')
 
 String SingleQuoted(const String& text) {
   std::string quoted = "'";
+  quoted.reserve(4 * text.Bytes().size() + 2);  // one buffer, so that none stays behind unwiped
   for (const char c : text.Bytes()) {
     if (c == '\'') {
       quoted += R"('\'')";
@@ -33,7 +34,8 @@ String SingleQuoted(const String& text) {
       quoted += c;
     }
   }
-  return {quoted + "'"};
+  quoted += '\'';
+  return {std::move(quoted)};
 }
 
 String DoubleQuoted(const String& text) {
@@ -42,7 +44,8 @@ String DoubleQuoted(const String& text) {
     if (Holds(R"("\$`)", c)) quoted += '\\';
     quoted += c;
   }
-  return {quoted + "\""};
+  quoted += '"';
+  return {std::move(quoted)};
 }
 
 // `echo` eats backslashes in some shells and options in all, so it gets ordinary words only.

@@ -5,6 +5,7 @@
 
 #include "platform/MessageDialog.h"
 #include "platform/Toolkit.h"
+#include "platform/runtime/Secrecy.h"
 #include "platform/runtime/Wait.h"
 
 namespace zelto {
@@ -91,7 +92,10 @@ void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
 
 Ref<Application> GetAppObject() { return Now().App; }
 
-void RuntimeInit() { StartToolkit(); }
+void RuntimeInit() {
+  GuardMemory();
+  StartToolkit();
+}
 
 void RuntimeRun() {
   if (!Now().Ending) RunLoop();

@@ -87,7 +87,8 @@ struct BevelButtonPlugin {
 namespace {
 
 // The plug-ins' controls need no set-up.
-const PublishedEntrypoint setUp("_", +[] {});
+const PublishedEntrypoint setUp(
+    "_", +[] {});
 
 using Writer = void(BevelButton&, const PropertyValue&);
 

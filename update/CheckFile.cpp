@@ -1,7 +1,10 @@
+#include <optional>
+
 #include "core/Globals.h"
 #include "exec/Shell.h"
 #include "platform/MessageDialog.h"
 #include "ui/Window1.h"
+#include "update/ContentLock.h"
 #include "update/ContentRecord.h"
 
 namespace zelto {
@@ -18,18 +21,24 @@ String InvalidFileExplanation() {
          "If you want to try to install this file anyway, click the Keep button";
 }
 
+// The record in the file; nothing when it cannot be extracted.
+std::optional<ContentRecord> ExtractRecord(Shell& shell, const String& path) {
+  const ContentLock lock;
+  shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
+  shell.Execute(MemberExtract(Globals::Passwd, Globals::User, path));
+  if (shell.ErrorCode() != 0 || !IsContentRecordInPlace()) return std::nullopt;
+  shell.Execute(MemberRead(Globals::Passwd, Globals::User));
+  return ReadContentRecord(shell.ReadAll());
+}
+
 }  // namespace
 
 bool Window1::CheckFile(const String&) {
   const auto shell = New<Shell>();
-  shell->Execute(CredentialCheck(Globals::Passwd, Globals::User));
-  shell->Execute(MemberExtract(Globals::Passwd, Globals::User, EditField1()->Text()));
-  if (shell->ErrorCode() == 0) {
-    shell->Execute(MemberRead(Globals::Passwd, Globals::User));
-    const auto record = ReadContentRecord(shell->ReadAll());
-    stProduct()->Text(record.Product);
-    stVersion()->Text(record.Version);
-    EditField2()->Text(record.Description);
+  if (const auto record = ExtractRecord(*shell, EditField1()->Text())) {
+    stProduct()->Text(record->Product);
+    stVersion()->Text(record->Version);
+    EditField2()->Text(record->Description);
     return true;
   }
   const auto dialog = New<MessageDialog>();

@@ -1,5 +1,7 @@
 #include "update/ContentRecord.h"
 
+#include <sys/stat.h>
+
 namespace zelto {
 
 namespace {
@@ -10,6 +12,13 @@ String WithoutCarriageReturn(const String& line) {
 }
 
 }  // namespace
+
+bool IsContentRecordInPlace() {
+  constexpr off_t largest = 64 * 1024;  // bytes
+  struct stat record {};
+  return lstat(ContentRecordPath, &record) == 0 && S_ISREG(record.st_mode) &&
+         record.st_nlink == 1 && record.st_size <= largest;
+}
 
 ContentRecord ReadContentRecord(const String& text) {
   const auto lines = Split(text, EndOfLine());

@@ -11,6 +11,13 @@ struct ContentRecord {
   String Description;
 };
 
+// Where the control member of an update file is extracted to.
+inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
+
+// Whether a record of a size worth showing lies there: a plain file with no other name. A member
+// of the path may just as well be a link to a file that is not the update's to show.
+bool IsContentRecordInPlace();
+
 // Reads the record from the text that the commands of a check give: line 0 is the member that was
 // extracted, lines 1 to 3 are the record's. A value stands between the first and the second "=" of
 // its line; a line that is not there or has none gives nil.

@@ -2,18 +2,29 @@
 #include "platform/Application.h"
 #include "ui/Window1.h"
 #include "update/Actions.h"
+#include "update/ContentLock.h"
 
 namespace zelto {
+
+namespace {
+
+// Returns when all is written or has failed.
+void Extract(Shell& shell, const String& path) {
+  const ContentLock lock;
+  shell.Execute(ForgetCredentials());
+  shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
+  shell.Execute(FullExtract(Globals::Passwd, Globals::User, path));
+  AwaitCommands(shell);
+}
+
+}  // namespace
 
 void Window1::pbUpdate_Action() {
   const auto shell = New<Shell>();
   const auto dialog = New<MessageDialog>();
   shell->Mode(2);
   stStatus()->Text("Installing Update...");
-  shell->Execute(ForgetCredentials());
-  shell->Execute(CredentialCheck(Globals::Passwd, Globals::User));
-  shell->Execute(FullExtract(Globals::Passwd, Globals::User, EditField1()->Text()));
-  AwaitCommands(*shell);
+  Extract(*shell, EditField1()->Text());
   if (shell->ErrorCode() != 0) {
     DescribeFailure(*dialog, EditField1()->Text(), *shell);
     stStatus()->Text("Update File Read Error");

@@ -10,6 +10,7 @@
 #include "platform/qt/FittedText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
+#include "platform/runtime/Secrecy.h"
 
 namespace zelto {
 
@@ -60,6 +61,13 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     line->setFocusPolicy(Qt::ClickFocus);
     QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
   }
+  EditFieldPaneImp(const EditFieldPaneImp&) = delete;
+  EditFieldPaneImp& operator=(const EditFieldPaneImp&) = delete;
+  ~EditFieldPaneImp() override {
+    if (!IsPassword()) return;
+    Overwrite(mBefore);
+    Overwrite(ShownText());
+  }
 
   void SetProperty(const String& name, const PropertyValue& value) override {
     if (name == "Text") return Write(std::get<String>(value));
@@ -91,6 +99,14 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
  private:
   QString ShownText() const { return mLine ? mLine->text() : mArea->toPlainText(); }
 
+  bool IsPassword() const { return mLine && mLine->echoMode() == QLineEdit::Password; }
+
+  // Every copy that shares the text's memory, so the line edit's own as well.
+  static void Overwrite(const QString& text) {
+    Wipe(const_cast<QChar*>(text.constData()),
+         static_cast<std::size_t>(text.size()) * sizeof(QChar));
+  }
+
   void Show(const QString& text) {
     mIsWriting = true;
     mLine ? mLine->setText(text) : mArea->setPlainText(text);
@@ -108,6 +124,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
   void Changed() {
     if (mIsWriting) return;
     if (HandlerWaits()) return Show(mBefore);
+    if (IsPassword()) Overwrite(mBefore);
     mBefore = ShownText();
     FromToolkit([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
   }

@@ -1,5 +1,6 @@
 #include "platform/qt/Text.h"
 
+#include <QStringEncoder>
 #include <algorithm>
 
 namespace zelto {
@@ -13,6 +14,13 @@ QString Shown(const String& text) {
   return shown;
 }
 
-String FromShown(const QString& text) { return {text.toStdString()}; }
+// Straight into the string's own bytes, since the text may be a password.
+String FromShown(const QString& text) {
+  QStringEncoder encoder(QStringEncoder::Utf8);
+  std::string bytes(static_cast<std::size_t>(encoder.requiredSpace(text.size())), '\0');
+  const char* end = encoder.appendToBuffer(bytes.data(), text);
+  bytes.resize(static_cast<std::size_t>(end - bytes.data()));
+  return {std::move(bytes)};
+}
 
 }  // namespace zelto

@@ -2,18 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/runtime/Secrecy.h"
+
 namespace zelto {
 
 namespace {
 
-void Wipe(std::string& bytes) {
-  // Volatile, or the compiler drops stores to memory that is about to go.
-  volatile char* byte = bytes.data();
-  for (std::size_t left = bytes.size(); left > 0; --left) *byte++ = 0;
-}
-
 void WipeAndDelete(std::string* bytes) {
-  Wipe(*bytes);
+  Wipe(bytes->data(), bytes->size());
   delete bytes;
 }
 
@@ -38,7 +34,7 @@ String::String(std::string&& bytes) {
   if (!bytes.empty()) {
     mBytes = std::shared_ptr<std::string>(new std::string(std::move(bytes)), WipeAndDelete);
   }
-  Wipe(bytes);  // a short text was copied, not moved
+  Wipe(bytes.data(), bytes.size());  // a short text was copied, not moved
 }
 
 String operator+(const String& left, const String& right) {

@@ -1,0 +1,24 @@
+#include "update/ContentLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include "platform/runtime/Wait.h"
+
+namespace zelto {
+
+// On the folder of the extracted member, so that no file has to be made for it.
+ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  constexpr int pause = 20;   // milliseconds
+  constexpr int tries = 250;  // five seconds
+  for (int i = 0; i < tries && flock(mFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
+    RuntimeAwait(-1, pause);
+  }
+}
+
+ContentLock::~ContentLock() {
+  if (mFolder >= 0) close(mFolder);
+}
+
+}  // namespace zelto
