@@ -5,9 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <ranges>
 
 #include "exec/Interpreter.h"
 #include "platform/runtime/Plugins.h"
@@ -34,20 +34,22 @@ std::size_t SizeOf(std::FILE* file) {
   return size < 0 ? 0 : static_cast<std::size_t>(size);
 }
 
-std::string Contents(std::FILE* file) {
-  std::string text(SizeOf(file), '\0');
-  std::size_t got = 0;
+// Appends what the file holds to the text, which has room for it.
+void AppendContents(std::string& text, std::FILE* file) {
+  const auto start = text.size();
+  auto got = start;
+  text.resize(start + SizeOf(file));
   while (got < text.size()) {
-    const auto count = pread(fileno(file), &text[got], text.size() - got, static_cast<off_t>(got));
+    const auto count =
+        pread(fileno(file), &text[got], text.size() - got, static_cast<off_t>(got - start));
     if (count == 0 || (count < 0 && errno != EINTR)) break;
     if (count > 0) got += static_cast<std::size_t>(count);
   }
   text.resize(got);
-  return text;
 }
 
-void EraseAll(std::string& text, std::string_view part) {
-  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at)) {
+void EraseAll(std::string& text, std::size_t from, std::string_view part) {
+  for (auto at = text.find(part, from); at != std::string::npos; at = text.find(part, at)) {
     text.erase(at, part.size());
   }
 }
@@ -85,11 +87,7 @@ struct ShellPlugin {
     while (shell.IsRunning());
   }
 
-  static String ReadAll(Shell& shell) {
-    std::string text = shell.mOutput ? Contents(shell.mOutput.get()) : "";
-    EndLine(text);
-    return {text + shell.ErrorText()};
-  }
+  static String ReadAll(Shell& shell) { return shell.Gathered(); }
 
   static void SetMode(Shell& shell, Int32 mode) { shell.mMode = mode; }
 };
@@ -139,7 +137,7 @@ void Shell::Start(const CommandLine& command) {
     return Refuse("A line end or a NUL cannot be part of a command.");
   }
   if (!mOutput || !mErrors) return Refuse("No temporary file can be made.");
-  mErrorStarts.push_back(SizeOf(mErrors.get()));
+  mErrorStarts.insert(mErrorStarts.begin(), SizeOf(mErrors.get()));
   mProcess = StartInterpreter(command, fileno(mOutput.get()), fileno(mErrors.get()));
   if (mProcess == 0) Refuse(std::strerror(errno));
 }
@@ -166,17 +164,30 @@ void Shell::Wait() {
   if (descriptor >= 0) close(descriptor);
 }
 
-// `su` asks as PAM does, before anything else is written; `sudo` asks with our own words.
-std::string Shell::ErrorText() {
-  if (!mErrors) return mRefusals;
-  std::string text = Contents(mErrors.get());
-  constexpr std::string_view suPrompt = "Password: ";
-  for (const auto start : std::views::reverse(mErrorStarts)) {
-    if (text.compare(start, suPrompt.size(), suPrompt) == 0) text.erase(start, suPrompt.size());
+// In one buffer of the right size, since the text may be large.
+String Shell::Gathered() {
+  std::string text;
+  if (mOutput && mErrors) {
+    text.reserve(SizeOf(mOutput.get()) + SizeOf(mErrors.get()) + mRefusals.size() + 2);
+    AppendContents(text, mOutput.get());
+    EndLine(text);
+    const auto start = text.size();
+    AppendContents(text, mErrors.get());
+    RemoveQuestions(text, start);
+    EndLine(text);
   }
-  EraseAll(text, SudoPrompt);
-  EndLine(text);
-  return text + mRefusals;
+  text += mRefusals;
+  return {std::move(text)};
+}
+
+// `su` asks as PAM does, before anything else is written; `sudo` asks with our own words.
+void Shell::RemoveQuestions(std::string& text, std::size_t errors) const {
+  constexpr std::string_view suPrompt = "Password: ";
+  for (const auto start : mErrorStarts) {
+    const auto at = errors + start;
+    if (std::string_view(text).substr(std::min(at, text.size())).starts_with(suPrompt)) text.erase(at, suPrompt.size());
+  }
+  EraseAll(text, errors, SudoPrompt);
 }
 
 }  // namespace zelto

@@ -44,7 +44,9 @@ class Shell : public Object {
   void Refuse(const char* reason);
   bool HasEnded();
   void Wait();
-  std::string ErrorText();
+  String Gathered();
+  // In the standard error that begins at the place in the text.
+  void RemoveQuestions(std::string& text, std::size_t errors) const;
 
   Int32 mMode = 0;
   Int32 mErrorCode = 0;
@@ -53,7 +55,7 @@ class Shell : public Object {
   // Unlinked files, and no pipes: a command never blocks on them, nor dies of a reader's death.
   File mOutput;
   File mErrors;
-  std::vector<std::size_t> mErrorStarts;  // where each command's standard error begins, in bytes
+  std::vector<std::size_t> mErrorStarts;  // where each command's errors begin, the last one's first
   std::string mRefusals;                  // why lines were not started
 };
 

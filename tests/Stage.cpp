@@ -34,7 +34,7 @@ void Until(const std::function<bool()>& condition) {
   EXPECT_TRUE(condition());
 }
 
-void WhenModal(const std::function<void(QWidget&)>& action) {
+QPointer<QObject> WhenModal(const std::function<void(QWidget&)>& action) {
   auto* timer = new QTimer(qApp);
   QObject::connect(timer, &QTimer::timeout, timer, [=] {
     auto* window = QApplication::activeModalWidget();
@@ -44,6 +44,7 @@ void WhenModal(const std::function<void(QWidget&)>& action) {
     action(*window);
   });
   timer->start(5);
+  return timer;
 }
 
 void WhenModalPress(const std::string& button, std::string* labels) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -18,8 +19,9 @@ class Stage {
 // Serves events until the condition holds; a failed test if it does not within 20 seconds.
 void Until(const std::function<bool()>& condition);
 
-// Acts on the next modal window once it is on the screen.
-void WhenModal(const std::function<void(QWidget& window)>& action);
+// Acts on the next modal window once it is on the screen. The result waits for it; delete it to
+// wait no longer.
+QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Presses the button of the next modal window; the texts of its labels are noted before.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 

@@ -1,0 +1,70 @@
+#include "exec/CommandLines.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+using namespace zelto;
+
+namespace {
+
+// An interpreter that lives through all runs, in which `su`, `sudo` and `tar` are functions that
+// tell their words. It starts no program, and so parses thousands of lines in a second.
+class Interpreter {
+ public:
+  Interpreter() {
+    int input[2];
+    int output[2];
+    if (pipe(input) != 0 || pipe(output) != 0) std::abort();
+    if (fork() == 0) {
+      dup2(input[0], 0);
+      dup2(output[1], 1);
+      for (const int end : {input[0], input[1], output[0], output[1]}) close(end);
+      execl("/bin/sh", "sh", nullptr);
+      _exit(127);
+    }
+    mInput = fdopen(input[1], "w");
+    mOutput = fdopen(output[0], "r");
+    std::fputs("PATH=/nowhere\n"
+               "tell() { for word; do printf '%s\\037' \"$word\"; done; printf '\\036'; }\n"
+               "su() { IFS= read -r line; tell su \"$line\"; tell \"$@\";"
+               " while [ \"$1\" != -c ]; do shift; done; eval \"$2\"; }\n"
+               "sudo() { tell sudo \"$@\"; }\n"
+               "tar() { tell tar \"$@\"; }\n",
+               mInput);
+  }
+
+  std::string Told(const CommandLine& line) {
+    std::fprintf(mInput, "%s\nprintf '\\035'\n", line.Text.CString());
+    std::fflush(mInput);
+    std::string told;
+    for (int c; (c = std::fgetc(mOutput)) != '\035' && c != EOF;) told += static_cast<char>(c);
+    return told;
+  }
+
+ private:
+  std::FILE* mInput;
+  std::FILE* mOutput;
+};
+
+}  // namespace
+
+// The line, parsed by a real interpreter, gives the values back.
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  static Interpreter interpreter;
+  const std::string bytes(reinterpret_cast<const char*>(data), size);
+  // These are refused before a line is run, or are this test's own marks.
+  if (bytes.find_first_of(std::string("\0\n\035\036\037", 5)) != bytes.npos) return 0;
+  const auto half = bytes.substr(0, size / 2);
+  const auto path = "/" + bytes.substr(size / 2);
+  const auto told = interpreter.Told(FullExtract(half, half, path));
+  const bool isDashed = half[0] == '-';
+  const auto start = "su\037" + half + "\037\036" + (isDashed ? "-c\037" : half + "\037-c\037");
+  const auto end = (isDashed ? "\037--\037-\037" + half : "") + "\037\036sudo\037tar\037-zxPvf\037" +
+                   path + "\037\036";
+  if (!told.starts_with(start) || !told.ends_with(end)) std::abort();
+  return 0;
+}

@@ -1,0 +1,25 @@
+#include "update/ContentRecord.h"
+
+#include <cstdlib>
+#include <string>
+
+using namespace zelto;
+
+// What is split joins to the same text again, and a value is a piece of its own line.
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  const std::string bytes(reinterpret_cast<const char*>(data), size);
+  const auto lines = Split(bytes, EndOfLine());
+  std::string joined;
+  for (const auto& line : lines) joined.append(line.Bytes()) += '\n';
+  joined.pop_back();
+  if (joined != bytes) std::abort();
+  const auto record = ReadContentRecord(bytes);
+  Int32 number = 1;
+  for (const auto& value : {record.Product, record.Version, record.Description}) {
+    const auto line = ElementAt(lines, number++).Bytes();
+    if (value.Bytes().find_first_of("=\n") != std::string_view::npos) std::abort();
+    if (!value.IsNil() && line.find("=" + std::string(value.Bytes())) == line.npos) std::abort();
+  }
+  if (Len(bytes) > LenB(bytes) || Right(bytes, Len(bytes) + 1).Bytes() != bytes) std::abort();
+  return 0;
+}

@@ -1,0 +1,23 @@
+#include <cstdlib>
+
+#include "platform/PropertyLists.h"
+
+using namespace zelto;
+
+// A list is refused, or it means the same once more after it has been written anew.
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
+  static const std::vector<Property> classes[] = {
+      WindowList::Declared(),     EditFieldList::Declared(), BevelButtonList::Declared(),
+      PushButtonList::Declared(), StaticTextList::Declared(), CanvasList::Declared(),
+      TimerList::Declared()};
+  if (size == 0) return 0;
+  const auto& declared = classes[data[0] % 7];
+  const String list = std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1);
+  try {
+    const String anew = EncodePropertyList(DecodePropertyList(list, declared));
+    if (LenB(anew) != LenB(list)) std::abort();
+    if (EncodePropertyList(DecodePropertyList(anew, declared)).Bytes() != anew.Bytes()) std::abort();
+  } catch (const UnsupportedFormatException&) {
+  }
+  return 0;
+}

@@ -1,0 +1,145 @@
+// Update files that are made to deceive, and what others leave at the record's path.
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "core/Globals.h"
+#include "tests/Programs.h"
+#include "tests/Stage.h"
+#include "tests/hardening/Tally.h"
+#include "ui/Window1.h"
+
+using namespace zelto;
+
+namespace {
+
+constexpr const char* record = "/tmp/.KVX.Content";
+
+class QuietWindow1 : public Window1 {
+ public:
+  void Event_Open() override { Show(); }
+};
+
+class Archives : public testing::Test {
+ protected:
+  Archives() : mWindow(RuntimeNewObject<QuietWindow1>()) {
+    Globals::User = "zt";
+    Globals::Passwd = "secret";
+    mWindow->Constructor();
+    Write(mPrograms.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n");
+    std::filesystem::remove_all(record);
+  }
+  ~Archives() override { std::filesystem::remove_all(record); }
+
+  // Makes an archive of what the commands leave in a folder of their own, in the order of the
+  // names.
+  std::string Archive(const std::string& name, const std::string& commands,
+                      const std::string& members = "control member") {
+    const std::string folder = mPrograms.Path("tree-" + name);
+    const std::string script = "mkdir " + folder + " && cd " + folder + " && echo m >member && { " +
+                               commands + "; } && tar -czPf ../" + name +
+                               " --transform='flags=r;s,^control[0-9]*," + record + ",;s,^member," +
+                               mPrograms.Path("installed/") + name + ",' " + members;
+    EXPECT_EQ(system(script.c_str()), 0) << name;
+    return mPrograms.Path(name);
+  }
+
+  // What the window shows of the file, or that it was refused.
+  std::string Checked(const std::string& path) {
+    bool isRefused = false;
+    const auto waiting = WhenModal([&](QWidget& dialog) {
+      isRefused = true;
+      dialog.close();
+    });
+    FromToolkit([&] { mWindow->EditField1()->Text(path); });
+    delete waiting;
+    return isRefused ? "refused"
+                     : Bytes(mWindow->stProduct()->Text() + "|" + mWindow->stVersion()->Text() +
+                             "|" + mWindow->EditField2()->Text());
+  }
+
+  Stage mStage;
+  Programs mPrograms;
+  Ref<QuietWindow1> mWindow;
+};
+
+const std::string goodLines = "printf 'a=P\\nb=V\\nc=D\\n' >control";
+const std::string goodShown = "P|V|D";
+
+}  // namespace
+
+TEST_F(Archives, ADeceptiveFileIsRefusedOrShownForWhatItIs) {
+  Tally tally("a deceptive update file is decided as written, and shows no other file");
+  const std::string secret = mPrograms.Path("private");
+  const std::string many(120, 'n');
+  const struct {
+    const char* Name;
+    std::string Commands;
+    std::string Expected;
+    std::string Members = "control member";
+  } cases[] = {
+      {"plain.gz", goodLines, goodShown},
+      {"symlink.gz", "ln -s " + secret + " control", "refused"},
+      {"hardlink.gz", "ln " + secret + " control", "refused", secret + " control"},
+      {"folder.gz", "mkdir control", "refused"},
+      {"pipe.gz", "mkfifo control", "refused"},
+      {"device.gz", "mknod control c 1 3", "refused"},
+      {"large.gz",
+       goodLines + "; truncate -s " + (getenv("ZELTO_LONG") ? "1G" : "20M") + " control",
+       "refused"},
+      {"setuid.gz", goodLines + "; chmod 4755 member", goodShown},
+      {"twice.gz", goodLines + "; cp control control2", "|P|V", "control control2"},
+      {"lines.gz", goodLines + "; touch \"$(printf 'member\\nx\\033[2J')\"", goodShown,
+       "control member*"},
+      {"deep.gz",
+       goodLines + "; d=member; rm member; while [ ${#d} -lt 3800 ]; do d=$d/" + many +
+           "; done; mkdir -p $d",
+       goodShown},
+      {"many.gz", goodLines + "; yes member | head -n 200000 >../list", goodShown,
+       "control -T ../list"},
+      {"bomb.gz", goodLines + "; truncate -s " + (getenv("ZELTO_LONG") ? "2G" : "50M") + " member",
+       goodShown},
+      {"later.gz", goodLines, goodShown, "member control"},
+  };
+  for (const auto& each : cases) {
+    const auto path = Archive(each.Name, each.Commands, each.Members);
+    const auto shown = Checked(path);
+    tally.Case(shown == each.Expected, std::string(each.Name) + ": " + shown);
+    tally.Case(Bytes(mWindow->stProduct()->Text()).find("PRIVATE") == std::string::npos, each.Name);
+  }
+  tally.Case(Read(secret).starts_with("a=PRIVATE"), "the private file was written to");
+  for (const std::string make :
+       {"gzip -c /dev/null", "printf none | xz -c", "head -c 9999 /dev/urandom"}) {
+    const std::string path = mPrograms.Path("other.gz");
+    EXPECT_EQ(system((make + " >" + path).c_str()), 0);
+    const auto shown = Checked(path);
+    tally.Case(shown == "refused", make + ": " + shown);
+  }
+}
+
+TEST_F(Archives, WhatOthersPlantAtTheRecordsPathNeitherFoolsNorRedirects) {
+  if (getuid() != 0) GTEST_SKIP() << "needs root to act for another user";
+  Tally tally("what another user plants at the record's path fools nobody and redirects no write");
+  const auto good = Archive("good.gz", goodLines);
+  const std::string victim = mPrograms.Path("private");
+  const struct {
+    std::string Plant;
+    std::string Expected;
+  } cases[] = {{"printf 'a=FALSE\\nb=FALSE\\nc=FALSE\\n' >$R", goodShown},
+               {"ln -s " + victim + " $R", goodShown},
+               {"ln -s " + mPrograms.Path("nowhere") + " $R", goodShown},
+               {"mkfifo $R", goodShown},
+               {"mkdir $R", goodShown},
+               {"mkdir $R; touch $R/held", "refused"},
+               {"mkdir -m 700 $R; ln -s " + victim + " $R/held", "refused"}};
+  for (const auto& each : cases) {
+    std::filesystem::remove_all(record);
+    const std::string plant =
+        "R=" + std::string(record) + "; " + each.Plant + "; chown -h 65534 $R";
+    EXPECT_EQ(system(plant.c_str()), 0);
+    const auto shown = Checked(good);
+    tally.Case(shown == each.Expected, each.Plant + ": " + shown);
+    tally.Case(Read(victim).starts_with("a=PRIVATE"), each.Plant);
+    tally.Case(!std::filesystem::exists(mPrograms.Path("nowhere")), each.Plant);
+  }
+}

@@ -1,0 +1,156 @@
+// Commands that end in no ordinary way.
+
+#include <fcntl.h>
+#include <sched.h>
+#include <signal.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <thread>
+
+#include "exec/Shell.h"
+#include "platform/runtime/Plugins.h"
+#include "tests/Programs.h"
+#include "tests/hardening/Tally.h"
+
+using namespace zelto;
+
+namespace {
+
+Ref<Shell> NewShell() {
+  InitPluginEntrypoints();
+  return RuntimeNewObject<Shell>();
+}
+
+// Runs the check in a process of its own, which it may ruin; True when it gave True.
+template <class Check>
+bool InChild(Check check) {
+  const pid_t child = fork();
+  if (child == 0) _exit(check() ? 0 : 1);
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool Says(const Ref<Shell>& shell, const char* text) {
+  return Bytes(shell->ReadAll()).find(text) != std::string::npos;
+}
+
+// Resident memory of this process that is no file's, in bytes.
+long Resident() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
+  }
+  return 0;
+}
+
+}  // namespace
+
+TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
+  Tally tally("a missing sh, su, sudo or tar is a failure with a text");
+  const Programs programs;
+  const std::string update = programs.Update("u.tar.gz", GoodRecord);
+  for (const std::string missing : {"sh", "su", "sudo", "tar"}) {
+    const std::string folder = programs.Path("without-" + missing);
+    std::filesystem::create_directory(folder);
+    for (const std::string name : {"sh", "su", "sudo", "tar", "cat", "printenv", "gzip"}) {
+      const bool isScript = name == "su" || name == "sudo";
+      if (name != missing) {
+        std::filesystem::create_symlink(isScript ? programs.Path("bin/" + name) : "/bin/" + name,
+                                        folder + "/" + name);
+      }
+    }
+    setenv("PATH", folder.c_str(), 1);
+    const auto shell = NewShell();
+    shell->Execute(FullExtract("secret", "zt", update));
+    tally.Case(
+        shell->ErrorCode() != 0 && Says(shell, missing == "sh" ? "No such file" : "not found"),
+        missing + Bytes(shell->ReadAll()));
+  }
+}
+
+TEST(Hardening, EverySignalThatEndsACommandIsAFailure) {
+  Tally tally("a command that a signal ends is a failure");
+  for (int number = 1; number < 32; ++number) {
+    if (number == SIGCHLD || number == SIGCONT || number == SIGURG || number == SIGWINCH ||
+        number == SIGSTOP || number == SIGTSTP || number == SIGTTIN || number == SIGTTOU) {
+      continue;  // these end nothing
+    }
+    const auto shell = NewShell();
+    shell->Execute({"ulimit -c 0; kill -" + std::to_string(number) + " $$"});
+    tally.Case(shell->ErrorCode() == 128 + number, std::to_string(number));
+  }
+}
+
+TEST(Hardening, OutputOfAnySizeCostsNoMemoryUntilItIsRead) {
+  Tally tally("output grows the memory by 1 MB unread, by itself and 5 MB when read");
+  const auto shell = NewShell();
+  shell->Mode(2);
+  constexpr long megabyte = 1024 * 1024;
+  const long size = 40 * Cases(1, 3) * megabyte;
+  const long before = Resident();
+  const std::string half = std::to_string(size / 2);
+  shell->Execute({"head -c " + half + " /dev/zero | tr '\\0' x; head -c " + half +
+                  " /dev/zero | tr '\\0' y >&2"});
+  while (shell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  tally.Case(Resident() - before < megabyte, "unread: " + std::to_string(Resident() - before));
+  const String text = shell->ReadAll();
+  tally.Case(LenB(text) == size + 2, std::to_string(LenB(text)));
+  tally.Case(Resident() - before < size + 5 * megabyte,
+             "read: " + std::to_string(Resident() - before));
+}
+
+TEST(Hardening, InterruptionsChangeNothing) {
+  Tally tally("signals that interrupt system calls change no result");
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  sigaction(SIGALRM, &action, nullptr);
+  const itimerval often{{0, 500}, {0, 500}};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  for (int i = 0; i < Cases(20, 500); ++i) {
+    const auto shell = NewShell();
+    shell->Execute({"printf '" + std::string(5000, 'x') + "'; exit " + std::to_string(i % 100)});
+    tally.Case(shell->ErrorCode() == i % 100 && LenB(shell->ReadAll()) == 5001, std::to_string(i));
+  }
+  const itimerval never{};
+  setitimer(ITIMER_REAL, &never, nullptr);
+}
+
+TEST(Hardening, AFullProcessTableIsAFailureThatSaysSo) {
+  if (getuid() != 0) GTEST_SKIP() << "needs root to become another user";
+  Tally tally("a full process table is a failure with a text");
+  tally.Case(InChild([] {
+               const auto shell = NewShell();
+               const rlimit none{0, 0};
+               if (setuid(65534) != 0 || setrlimit(RLIMIT_NPROC, &none) != 0) return false;
+               shell->Execute({"true"});
+               return shell->ErrorCode() == 127 && Says(shell, "temporarily unavailable");
+             }),
+             "");
+}
+
+TEST(Hardening, AFullTemporaryFolderDoesNotStopACommand) {
+  if (getuid() != 0) GTEST_SKIP() << "needs root to mount a small folder";
+  Tally tally("a command finishes when the temporary folder is full");
+  const Programs programs;
+  const std::string done = programs.Path("done");
+  tally.Case(InChild([&] {
+               const int folder = open(programs.Folder().c_str(), O_PATH);
+               if (unshare(CLONE_NEWNS) != 0 ||
+                   mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+                   mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
+                 return false;
+               }
+               const auto shell = NewShell();
+               shell->Execute({"head -c 200000 /dev/zero | tr '\\0' x; echo yes >/proc/$PPID/fd/" +
+                               std::to_string(folder) + "/done"});
+               return LenB(shell->ReadAll()) <= 65536 + 500;
+             }),
+             "");
+  tally.Case(Read(done) == "yes\n", "the command did not finish");
+}

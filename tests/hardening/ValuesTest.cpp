@@ -1,0 +1,131 @@
+// Random values against stand-ins that tell what reached them.
+
+#include <random>
+
+#include "exec/Shell.h"
+#include "platform/runtime/Plugins.h"
+#include "tests/Programs.h"
+#include "tests/hardening/Tally.h"
+
+using namespace zelto;
+
+namespace {
+
+// Nothing is on the path but `sh` and the stand-ins, which tell their words and what they read, and
+// hand on what `su` is to run. So any other command shows as one that is not found.
+class StandIns : public Programs {
+ public:
+  StandIns() {
+    const std::string tells =
+        "{ printf '%s' \"${0##*/}\"; for word; do printf '\\037%s' \"$word\"; done; printf "
+        "'\\036'; }";
+    const std::string reads = "{ IFS= read -r line; printf 'read\\037%s\\036' \"$line\"; }";
+    for (const std::string name : {"su", "sudo", "tar"}) {
+      std::string body = tells;
+      if (name == "su") {
+        body += "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/sh -c \"$2\"";
+      }
+      if (name == "sudo") body += "; [ \"$1\" != -S ] || " + reads;
+      Write(Folder() / "bin" / name, "#!/bin/sh\n" + body + "\n");
+      std::filesystem::permissions(Folder() / "bin" / name, std::filesystem::perms::owner_all);
+    }
+    std::filesystem::create_symlink("/bin/sh", Folder() / "bin/sh");
+    setenv("PATH", Path("bin").c_str(), 1);
+    InitPluginEntrypoints();
+  }
+
+  std::string Told(const CommandLine& command) const {
+    const auto shell = RuntimeNewObject<Shell>();
+    shell->Execute(command);
+    std::string told = Bytes(shell->ReadAll());
+    if (!told.empty()) told.pop_back();  // the end of the last line
+    return told + (shell->ErrorCode() == 0 ? "" : "failed");
+  }
+};
+
+std::string Told(const std::vector<std::string>& words) {
+  std::string told;
+  for (const auto& word : words) told += (told.empty() ? "" : "\037") + word;
+  return told + "\036";
+}
+
+std::string RandomValue(std::mt19937& random) {
+  // NUL and line end are refused before anything starts; 036 and 037 are the stand-ins' own marks.
+  static const std::vector<std::string> parts{
+      "'",    "\"", " ", "$", "\\", "`", ";", "|",  "&",    "(",    ")",  "<",  ">",  "!",   "*",
+      "?",    "[",  "]", "{", "}",  "~", "#", "\t", "\x01", "\x7F", "\r", "ä",  "€",  "😀",   "\xFF",
+      "\xC3", "=",  "-", ":", "/",  "a", "n", "0",  "%",    "^",    ",",  "$(", "${", "\\n", "--"};
+  std::uniform_int_distribution<std::size_t> part(0, parts.size() - 1);
+  std::string value;
+  for (auto length = std::uniform_int_distribution(1, 24)(random); length > 0; --length) {
+    value += parts[part(random)];
+  }
+  return value;
+}
+
+std::string Named(const std::string& path) {
+  const bool isRelative = path[0] != '/';
+  return isRelative && (path[0] == '-' || path.find(':') != path.npos) ? "./" + path : path;
+}
+
+std::vector<std::string> ListingWords(const std::string& path) {
+  std::vector<std::string> words{"tar", "-tzf"};
+  for (std::size_t at = 0; (at = path.find_first_not_of(" \t", at)) != path.npos;) {
+    const auto end = std::min(path.find_first_of(" \t", at), path.size());
+    words.push_back(Named(path.substr(at, end - at)));
+    at = end;
+  }
+  words.emplace_back("/tmp/.KVX.Content");
+  return words;
+}
+
+}  // namespace
+
+TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
+  const StandIns standIns;
+  Tally tally("a value reaches su, sudo and tar byte for byte, and nothing else runs");
+  std::mt19937 random(20261124);
+  for (int i = 0; i < Cases(150, 10'000); ++i) {
+    const auto passwd = RandomValue(random);
+    const auto user = RandomValue(random);
+    const auto path = RandomValue(random);
+    const auto runs = [&](const std::string& command, const std::string& after) {
+      std::vector<std::string> words{"su", user, "-c", command};
+      if (user[0] == '-') words = {"su", "-c", command, "--", "-", user};
+      return Told(words) + Told({"read", passwd}) + after;
+    };
+    // The argument of -c is another line; what it says shows in what it runs.
+    const auto argument = [](const CommandLine& line, const std::string& told) {
+      const auto start = told.find("\037-c\037") + 4;
+      return line.Text.IsNil() ? ""
+                               : told.substr(start, told.find_first_of("\036\037", start) - start);
+    };
+    const auto check = CredentialCheck(passwd, user);
+    const auto checked = standIns.Told(check);
+    tally.Case(checked == runs(argument(check, checked),
+                               Told({"sudo", "-S", "/usr/bin/true"}) + Told({"read", passwd})),
+               checked);
+    const auto extract = FullExtract(passwd, user, path);
+    const auto extracted = standIns.Told(extract);
+    tally.Case(extracted ==
+                   runs(argument(extract, extracted), Told({"sudo", "tar", "-zxPvf", Named(path)})),
+               extracted);
+    const auto listed = standIns.Told(ListingTest(path));
+    tally.Case(listed == Told(ListingWords(path)), listed);
+  }
+}
+
+TEST(Hardening, ValuesThatAreNoTextAreRefusedBeforeAnythingStarts) {
+  const StandIns standIns;
+  Tally tally("a value with NUL or a line end starts nothing");
+  std::mt19937 random(7);
+  for (int i = 0; i < Cases(50, 1000); ++i) {
+    auto value = RandomValue(random);
+    value.insert(random() % (value.size() + 1), 1, i % 2 ? '\n' : '\0');
+    for (const auto& line : {CredentialCheck(value, "zt"), CredentialCheck("secret", value),
+                             MemberExtract("secret", "zt", value), ListingTest(value)}) {
+      const auto told = standIns.Told(line);
+      tally.Case(told.find('\036') == told.npos && told.ends_with("failed"), told);
+    }
+  }
+}
