@@ -56,6 +56,17 @@ constexpr Command commands[] = {
 
 QPointer<QWidget> focused;
 
+void Follow(QWidget& field, QWidget& menuBar, const std::function<void()>& changed) {
+  if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
+    QObject::connect(line, &QLineEdit::selectionChanged, &menuBar, changed);
+    QObject::connect(line, &QLineEdit::textChanged, &menuBar, changed);
+  }
+  if (const auto* area = qobject_cast<QPlainTextEdit*>(&field)) {
+    QObject::connect(area, &QPlainTextEdit::selectionChanged, &menuBar, changed);
+    QObject::connect(area, &QPlainTextEdit::textChanged, &menuBar, changed);
+  }
+}
+
 const Command* Find(const String& itemName) {
   for (const auto& command : commands) {
     if (itemName == command.ItemName) return &command;
@@ -80,10 +91,16 @@ void Edit(const String& itemName) {
   if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
 }
 
-void FollowEditing(QWidget& menuBar) {
-  QObject::connect(qApp, &QApplication::focusChanged, &menuBar, [](QWidget*, QWidget* now) {
-    if (now && !qobject_cast<QMenuBar*>(now)) focused = now;
-  });
+void FollowEditing(QWidget& menuBar, const std::function<void()>& changed) {
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &menuBar, changed);
+  QObject::connect(qApp, &QApplication::focusChanged, &menuBar,
+                   [=, &menuBar](QWidget* before, QWidget* now) {
+                     if (!now || qobject_cast<QMenuBar*>(now)) return;
+                     if (before) QObject::disconnect(before, nullptr, &menuBar, nullptr);
+                     focused = now;
+                     Follow(*now, menuBar, changed);
+                     changed();
+                   });
 }
 
 }  // namespace zelto

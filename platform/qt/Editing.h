@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "platform/runtime/String.h"
 
@@ -11,7 +12,8 @@ namespace zelto {
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 
-// Remembers the field that has the focus for the time in which the menu bar has it.
-void FollowEditing(QWidget& menuBar);
+// Calls back whenever the answers of CanEdit may have changed, for as long as the menu bar lives.
+// The field that has the focus is remembered for the time in which the menu bar has it.
+void FollowEditing(QWidget& menuBar, const std::function<void()>& changed);
 
 }  // namespace zelto

@@ -72,11 +72,12 @@ QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar) {
   for (const auto& menu : bar->Items()) {
     QMenu* menuWidget = widget->addMenu(Shown(menu->Text()));
     for (const auto& item : menu->Items()) AddItem(window, *menuWidget, item);
-    QObject::connect(menuWidget, &QMenu::aboutToShow, menuWidget, [&window, menu, menuWidget] {
+    const auto enable = [&window, menu, menuWidget] {
       FromToolkit([&] { EnableActions(window, menu, *menuWidget); });
-    });
+    };
+    QObject::connect(menuWidget, &QMenu::aboutToShow, menuWidget, enable);
+    FollowEditing(*widget, enable);
   }
-  FollowEditing(*widget);
   return widget;
 }
 

@@ -28,13 +28,14 @@ class Interpreter {
     }
     mInput = fdopen(input[1], "w");
     mOutput = fdopen(output[0], "r");
-    std::fputs("PATH=/nowhere\n"
-               "tell() { for word; do printf '%s\\037' \"$word\"; done; printf '\\036'; }\n"
-               "su() { IFS= read -r line; tell su \"$line\"; tell \"$@\";"
-               " while [ \"$1\" != -c ]; do shift; done; eval \"$2\"; }\n"
-               "sudo() { tell sudo \"$@\"; }\n"
-               "tar() { tell tar \"$@\"; }\n",
-               mInput);
+    std::fputs(
+        "PATH=/nowhere\n"
+        "tell() { for word; do printf '%s\\037' \"$word\"; done; printf '\\036'; }\n"
+        "su() { IFS= read -r line; tell su \"$line\"; tell \"$@\";"
+        " while [ \"$1\" != -c ]; do shift; done; eval \"$2\"; }\n"
+        "sudo() { tell sudo \"$@\"; }\n"
+        "tar() { tell tar \"$@\"; }\n",
+        mInput);
   }
 
   std::string Told(const CommandLine& line) {
@@ -63,8 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   const auto told = interpreter.Told(FullExtract(half, half, path));
   const bool isDashed = half[0] == '-';
   const auto start = "su\037" + half + "\037\036" + (isDashed ? "-c\037" : half + "\037-c\037");
-  const auto end = (isDashed ? "\037--\037-\037" + half : "") + "\037\036sudo\037tar\037-zxPvf\037" +
-                   path + "\037\036";
+  const auto end = (isDashed ? "\037--\037-\037" + half : "") +
+                   "\037\036sudo\037tar\037-zxPvf\037" + path + "\037\036";
   if (!told.starts_with(start) || !told.ends_with(end)) std::abort();
   return 0;
 }

@@ -7,7 +7,7 @@ using namespace zelto;
 // A list is refused, or it means the same once more after it has been written anew.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   static const std::vector<Property> classes[] = {
-      WindowList::Declared(),     EditFieldList::Declared(), BevelButtonList::Declared(),
+      WindowList::Declared(),     EditFieldList::Declared(),  BevelButtonList::Declared(),
       PushButtonList::Declared(), StaticTextList::Declared(), CanvasList::Declared(),
       TimerList::Declared()};
   if (size == 0) return 0;
@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   try {
     const String anew = EncodePropertyList(DecodePropertyList(list, declared));
     if (LenB(anew) != LenB(list)) std::abort();
-    if (EncodePropertyList(DecodePropertyList(anew, declared)).Bytes() != anew.Bytes()) std::abort();
+    if (EncodePropertyList(DecodePropertyList(anew, declared)).Bytes() != anew.Bytes())
+      std::abort();
   } catch (const UnsupportedFormatException&) {
   }
   return 0;

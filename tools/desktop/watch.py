@@ -4,6 +4,7 @@ import threading
 
 from Xlib import X, Xatom, display
 from Xlib.ext import record
+from Xlib.protocol import event
 
 from .wait import until
 
@@ -45,8 +46,11 @@ class Watcher:
         return self._bells
 
     def managed(self):
-        """True once a window manager looks after the display."""
-        return self._property(self._root, "_NET_SUPPORTING_WM_CHECK")
+        """True once a window manager answers: one that just starts may overlook a new window."""
+        question = event.ClientMessage(window=self._marker, data=(32, [0] * 5),
+                                       client_type=self._control.intern_atom("_NET_REQUEST_FRAME_EXTENTS"))
+        self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        return self._property(self._marker, "_NET_FRAME_EXTENTS")
 
     def frame(self, title):
         """The border and title bar around the window of that title."""

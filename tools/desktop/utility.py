@@ -1,0 +1,53 @@
+"""The program in its user's words."""
+from .session import Session
+
+AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
+
+
+class Utility(Session):
+    def fill(self, field, text):
+        self.click(field)
+        # The window manager sees a click first: keys could overtake it.
+        self.until(lambda: self.state(field)["focused"])
+        self.key("ctrl+a")
+        self.type(text) if text else self.key("BackSpace")
+
+    def try_pair(self, name, password):
+        self.window(AUTHENTICATE)
+        self.fill("Name:", name)
+        self.fill("Password or Phrase:", password)
+        self.click("Authenticate")
+
+    def choose(self, path):
+        self.click("Choose update file")
+        self.window("Open")
+        self.fill("File name:", path)
+        self.key("Return")
+
+    def record(self):
+        return self.label_at(MAIN, 71, 103), self.label_at(MAIN, 317, 103), self.text("Description")
+
+    def shows(self, *record):
+        self.until(lambda: self.record() == record)
+
+    def status(self):
+        return self.label_at(MAIN, 20, 269)
+
+    def can_update(self):
+        return self.state("Update")["enabled"]
+
+    def start(self):
+        self.until(self.can_update)
+        self.click("Update")
+
+    def dialog(self, *buttons):
+        """The texts of the dialog with just these buttons; it bears the main window's title."""
+        self.until(lambda: sorted(self.buttons(MAIN)) == sorted(buttons))
+        return self.texts(MAIN)
+
+    def outcome(self):
+        return self.dialog("Quit", "Install Another")
+
+    def answer(self, button):
+        self.click(button)
+        self.dialog("Choose update file", "Update")
