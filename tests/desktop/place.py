@@ -1,0 +1,48 @@
+"""What the tests have in common."""
+import os
+import secrets
+import shutil
+import tempfile
+import unittest
+from pathlib import Path
+
+from desktop.accounts import Account
+from desktop.updates import make_update
+from desktop.utility import MAIN, Utility
+
+PROGRAM = os.environ["ZELTO_PROGRAM"]
+
+
+class DesktopTest(unittest.TestCase):
+    def setUp(self):
+        if os.getuid() != 0:
+            self.skipTest("only root can make accounts and take their part")
+        # Only hexadecimal digits: a "gz" on the way would start a check while the path is typed.
+        self.folder = Path(tempfile.gettempdir(), "zelto-desktop-" + secrets.token_hex(4))
+        self.folder.mkdir()
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.folder.chmod(0o755)
+        self.addCleanup(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
+
+    def account(self, **options):
+        return self.enterContext(Account(secrets.token_hex(8), **options))
+
+    def authenticated(self, account):
+        utility = self.enterContext(Utility(account.name, PROGRAM))
+        utility.try_pair(account.name, account.password)
+        utility.window(MAIN)
+        return utility
+
+    def update(self, name, *texts, **contents):
+        """The path of a new update in the test's own folder."""
+        make_update(self.folder / name, *texts, **contents)
+        return str(self.folder / name)
+
+    def members(self, **files):
+        return {f"{self.folder}/installed/{name}": file for name, file in files.items()}
+
+    def assert_installed(self, members):
+        for name, (content, mode) in members.items():
+            found = os.stat(name)
+            self.assertEqual((found.st_uid, found.st_gid, oct(found.st_mode & 0o7777)), (0, 0, oct(mode)), name)
+            self.assertEqual(Path(name).read_bytes(), content, name)

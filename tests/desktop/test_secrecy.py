@@ -1,0 +1,28 @@
+import shutil
+import subprocess
+from pathlib import Path
+
+from place import DesktopTest
+
+
+class Secrecy(DesktopTest):
+    def test_other_users_see_the_password_nowhere_but_in_the_check_of_it(self):
+        account, stranger = self.account(), self.account(sudo=False)
+        path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
+        script = shutil.copy(Path(__file__).with_name("scanner.py"), self.folder)
+        scanner = self.enterContext(subprocess.Popen(
+            ["runuser", "-u", stranger.name, "--", "/usr/bin/python3", "-B", script],
+            cwd="/", stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True))
+        print(account.password, file=scanner.stdin, flush=True)
+        self.assertEqual(scanner.stdout.readline(), "looking\n")
+        utility = self.authenticated(account)
+        for _ in range(5):  # some processes live too briefly to be met every time
+            utility.set_text("Patchfile:", path)
+            utility.start()
+            utility.outcome()
+            utility.answer("Install Another")
+        seen = scanner.communicate()[0].splitlines()
+        check = f"cmdline: 'su {account.name} -c echo *** | sudo -S /usr/bin/true '"
+        self.assertIn(check, seen, "the scanner misses what it has to see")
+        for line in seen:
+            self.assertIn(line, (check, check.replace(f"su {account.name}", "bash")))
