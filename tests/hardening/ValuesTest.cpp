@@ -15,7 +15,7 @@ namespace {
 // hand on what `su` is to run. So any other command shows as one that is not found.
 class StandIns : public Programs {
  public:
-  StandIns() {
+  explicit StandIns(const std::string& loginShell = "sh") {
     const std::string tells =
         "{ printf '%s' \"${0##*/}\"; for word; do printf '\\037%s' \"$word\"; done; printf "
         "'\\036'; }";
@@ -23,7 +23,8 @@ class StandIns : public Programs {
     for (const std::string name : {"su", "sudo", "tar"}) {
       std::string body = tells;
       if (name == "su") {
-        body += "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/sh -c \"$2\"";
+        body += "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/" + loginShell +
+                " -c \"$2\"";
       }
       if (name == "sudo") body += "; [ \"$1\" != -S ] || " + reads;
       Write(Folder() / "bin" / name, "#!/bin/sh\n" + body + "\n");
@@ -82,10 +83,10 @@ std::vector<std::string> ListingWords(const std::string& path) {
 }  // namespace
 
 TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
-  const StandIns standIns;
   Tally tally("a value reaches su, sudo and tar byte for byte, and nothing else runs");
   std::mt19937 random(20261124);
-  for (int i = 0; i < Cases(150, 10'000); ++i) {
+  for (int i = 0; i < Cases(200, 10'000); ++i) {
+    const StandIns standIns(i % 2 ? "bash" : "dash");
     const auto passwd = RandomValue(random);
     const auto user = RandomValue(random);
     const auto path = RandomValue(random);

@@ -51,13 +51,6 @@ class UpdateTest : public testing::Test {
 };
 
 const std::string GoodLine = "|Zelto Core|4.2.1|Fixes the frobnicator.|";
-const std::string InvalidTexts =
-    "Invalid Update File|This does not appear to be a properly configured ZELTO Group update "
-    "file.\n\nUnless you know what the results of a blind tar extraction of the file dropped will "
-    "do, we recommend that you re-download the patch file from the ZELTO Group website or contact "
-    "our technical support team for further assistance.\n\nIf you want to try to install this file "
-    "anyway, click the Keep button|";
-
 }  // namespace
 
 TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
@@ -87,7 +80,7 @@ TEST_F(UpdateTest, ABadFileAsksAndObeys) {
     std::string labels;
     WhenModalPress("Cancel", &labels);
     Choose(path);
-    EXPECT_EQ(labels, InvalidTexts);
+    EXPECT_EQ(labels.find("Invalid Update File|"), 0U) << path;
     EXPECT_EQ(Shown(), GoodLine + "Ready|off|off") << path;
   }
   WhenModalPress("Keep");
