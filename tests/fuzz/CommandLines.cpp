@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 using namespace zelto;
@@ -26,6 +27,8 @@ class Interpreter {
       execl("/bin/sh", "sh", nullptr);
       _exit(127);
     }
+    close(input[0]);
+    close(output[1]);
     mInput = fdopen(input[1], "w");
     mOutput = fdopen(output[0], "r");
     std::fputs(
@@ -36,6 +39,14 @@ class Interpreter {
         "sudo() { tell sudo \"$@\"; }\n"
         "tar() { tell tar \"$@\"; }\n",
         mInput);
+  }
+
+  Interpreter(const Interpreter&) = delete;
+  Interpreter& operator=(const Interpreter&) = delete;
+  ~Interpreter() {
+    std::fclose(mInput);
+    std::fclose(mOutput);
+    wait(nullptr);
   }
 
   std::string Told(const CommandLine& line) {
@@ -55,17 +66,25 @@ class Interpreter {
 
 // The line, parsed by a real interpreter, gives the values back.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-  static Interpreter interpreter;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   // These are refused before a line is run, or are this test's own marks.
   if (bytes.find_first_of(std::string("\0\n\035\036\037", 5)) != bytes.npos) return 0;
   const auto half = bytes.substr(0, size / 2);
   const auto path = "/" + bytes.substr(size / 2);
-  const auto told = interpreter.Told(FullExtract(half, half, path));
+  const auto line = FullExtract(half, half, path);
   const bool isDashed = half[0] == '-';
   const auto start = "su\037" + half + "\037\036" + (isDashed ? "-c\037" : half + "\037-c\037");
   const auto end = (isDashed ? "\037--\037-\037" + half : "") +
                    "\037\036sudo\037tar\037-zxPvf\037" + path + "\037\036";
-  if (!told.starts_with(start) || !told.ends_with(end)) std::abort();
+  const auto gives = [&](Interpreter& interpreter) {
+    const auto told = interpreter.Told(line);
+    return told.starts_with(start) && told.ends_with(end);
+  };
+  // What an interpreter gets wrong once in a million lines, when no process can be made for it, a
+  // fresh one gets right; what is wrong with the line stays wrong.
+  static auto interpreter = std::make_unique<Interpreter>();
+  if (gives(*interpreter)) return 0;
+  interpreter = std::make_unique<Interpreter>();
+  if (!gives(*interpreter)) std::abort();
   return 0;
 }
