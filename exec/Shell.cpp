@@ -185,7 +185,8 @@ void Shell::RemoveQuestions(std::string& text, std::size_t errors) const {
   constexpr std::string_view suPrompt = "Password: ";
   for (const auto start : mErrorStarts) {
     const auto at = errors + start;
-    if (std::string_view(text).substr(std::min(at, text.size())).starts_with(suPrompt)) text.erase(at, suPrompt.size());
+    if (std::string_view(text).substr(std::min(at, text.size())).starts_with(suPrompt))
+      text.erase(at, suPrompt.size());
   }
   EraseAll(text, errors, SudoPrompt);
 }

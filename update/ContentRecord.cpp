@@ -14,7 +14,7 @@ String WithoutCarriageReturn(const String& line) {
 }  // namespace
 
 bool IsContentRecordInPlace() {
-  constexpr off_t largest = 64 * 1024;  // bytes
+  constexpr off_t largest = 65'536;  // bytes
   struct stat record {};
   return lstat(ContentRecordPath, &record) == 0 && S_ISREG(record.st_mode) &&
          record.st_nlink == 1 && record.st_size <= largest;

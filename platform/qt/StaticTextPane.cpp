@@ -32,7 +32,7 @@ class Label : public QLabel {
   int Flags() const { return int(alignment()) | (wordWrap() ? int(Qt::TextWordWrap) : 0); }
 
   QString Fitting(const QFont& font) {
-    const QString shortened =
+    QString shortened =
         wordWrap() ? text() : QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
     setToolTip(shortened == text() ? QString() : text());
     return shortened;

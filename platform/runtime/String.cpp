@@ -31,10 +31,13 @@ std::string_view NthPiece(std::string_view text, std::string_view delimiter, Int
 String::String(std::string_view bytes) : String(std::string(bytes)) {}
 
 String::String(std::string&& bytes) {
-  if (!bytes.empty()) {
-    mBytes = std::shared_ptr<std::string>(new std::string(std::move(bytes)), WipeAndDelete);
-  }
-  Wipe(bytes.data(), bytes.size());  // a short text was copied, not moved
+  if (bytes.empty()) return;
+  auto* kept = new std::string;
+  kept->swap(bytes);
+  mBytes = std::shared_ptr<std::string>(kept, WipeAndDelete);
+  // A short text lay in the other string itself, and still does.
+  bytes.resize(bytes.capacity());
+  Wipe(bytes.data(), bytes.size());
 }
 
 String operator+(const String& left, const String& right) {

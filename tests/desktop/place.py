@@ -1,4 +1,5 @@
 """What the tests have in common."""
+import contextlib
 import os
 import secrets
 import shutil
@@ -11,6 +12,7 @@ from desktop.updates import make_update
 from desktop.utility import MAIN, Utility
 
 PROGRAM = os.environ["ZELTO_PROGRAM"]
+LONG = "ZELTO_LONG" in os.environ
 
 
 class DesktopTest(unittest.TestCase):
@@ -27,8 +29,8 @@ class DesktopTest(unittest.TestCase):
     def account(self, **options):
         return self.enterContext(Account(secrets.token_hex(8), **options))
 
-    def authenticated(self, account):
-        utility = self.enterContext(Utility(account.name, PROGRAM))
+    def authenticated(self, account, **options):
+        utility = self.enterContext(Utility(account.name, PROGRAM, **options))
         utility.try_pair(account.name, account.password)
         utility.window(MAIN)
         return utility
@@ -46,3 +48,14 @@ class DesktopTest(unittest.TestCase):
             found = os.stat(name)
             self.assertEqual((found.st_uid, found.st_gid, oct(found.st_mode & 0o7777)), (0, 0, oct(mode)), name)
             self.assertEqual(Path(name).read_bytes(), content, name)
+
+    @contextlib.contextmanager
+    def tally(self, promise):
+        """Gives case(is_kept, what), counts the cases, prints them as a row, and fails with the first few."""
+        kept = []
+        try:
+            yield lambda is_kept, what: kept.append((bool(is_kept), what))
+        finally:
+            broken = [what for is_kept, what in kept if not is_kept]
+            print(f"promise | {promise} | {len(kept)} | {len(broken)}", flush=True)
+        self.assertTrue(kept and not broken, f"{promise}: {broken[:5] or 'no case'}")

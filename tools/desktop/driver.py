@@ -29,7 +29,7 @@ class Driver:
     def __init__(self, scale, command):
         # Whatever the program leaves behind stays below this process, where the session finds it.
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
-        self._scale = scale
+        self._scale, self._heard = scale, []
         with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
             self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL,
                                              stdout=subprocess.DEVNULL, stderr=errors)
@@ -97,6 +97,19 @@ class Driver:
     def extents(self, name):
         return _extents(self._control(name))
 
+    def listen(self, event):
+        self._listener = Atspi.EventListener.new(self._hear)
+        self._listener.register(event)
+
+    def heard(self):
+        """The name of the sender and the text of every event so far."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self._heard
+
+    def pid(self):
+        return self._program.pid
+
     def exit_status(self, limit=LIMIT):
         until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
         return self._program.returncode
@@ -107,6 +120,10 @@ class Driver:
     def drop(self, path, title, x, y):
         left, top = self._origin(title)
         return hand.drag_file(path, round((left + x) * self._scale), round((top + y) * self._scale))
+
+    def _hear(self, event):
+        with contextlib.suppress(GLib.Error):
+            self._heard.append([event.source.get_name(), str(event.any_data)])
 
     def _click(self, x, y):
         hand.click(round(x * self._scale), round(y * self._scale))

@@ -21,11 +21,12 @@ class Session:
     """Any request of driver.py's Driver is a method here as well."""
 
     def __init__(self, user, program, width=1280, height=1024, scale=1, path=PATH,
-                 environment={}):
+                 environment={}, prepare=lambda folder: None):
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size, self._scale, self._path = f"{width}x{height}x24", scale, path
-        self._environment = environment  # of the program, on top of the session's
+        self._environment = environment  # of the program, on top of the session's; None takes one away
+        self._prepare = prepare  # what to do to the folder of the program's copy before the start
         self._link = self._last_words = None
 
     def __enter__(self):
@@ -41,15 +42,16 @@ class Session:
             manager = self._start(["openbox"])
             undo.callback(_end, manager)
             until(self._watcher.managed, 10, lambda: "the window manager does not start")
-            qt = ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"] + [f"QT_SCALE_FACTOR={self._scale}"] * (self._scale != 1)
+            environment = {"PATH": self._path, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                           "QT_SCALE_FACTOR": str(self._scale)} | self._environment
             # A socket of their own: the session's services share the driver's stdout and write to it.
             meeting = self._runtime / "driver.socket"
             with socket.create_server(str(meeting), family=socket.AF_UNIX) as listener:
                 meeting.chmod(0o777)
                 driver = self._start(
                     ["dbus-run-session", "--", "/usr/bin/python3", self._folder / "driver/driver.py", meeting,
-                     str(self._scale), "/usr/bin/env", f"PATH={self._path}", *qt,
-                     *(f"{name}={value}" for name, value in self._environment.items()),
+                     str(self._scale), "/usr/bin/env",
+                     *(f"{name}={value}" for name, value in environment.items() if value is not None),
                      self._folder / "bin" / self._program.name])
                 undo.callback(self._end_driver, driver)
                 listener.settimeout(15)
@@ -81,6 +83,19 @@ class Session:
     def bells(self):
         return self._watcher.bells()
 
+    def asked_for_attention(self):
+        """Titles of the windows that did, in that order."""
+        return self._watcher.asked_for_attention()
+
+    def hand(self, *arguments, text=None):
+        """xdotool on this display, for what the driver, which sees by accessibility, cannot do."""
+        return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
+                              input=text, capture_output=True, text=True, timeout=60).stdout
+
+    def end_display(self):
+        self._server.kill()
+        self._server.wait()
+
     def place(self, title):
         return self._watcher.place(title)
 
@@ -103,6 +118,7 @@ class Session:
         resources = self._program.parent.parent / "Resources"
         if resources.is_dir():
             shutil.copytree(resources, self._folder / "Resources")
+        self._prepare(self._folder)
         for place, _, names in os.walk(self._folder):
             for copied in [place, *(os.path.join(place, name) for name in names)]:
                 os.chmod(copied, 0o755)
@@ -114,10 +130,10 @@ class Session:
     def _start_server(self, undo):
         reading, writing = os.pipe()
         with open(reading) as number:
-            server = subprocess.Popen(
+            self._server = subprocess.Popen(
                 ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._size, "-dpi", "96", "-ac",
                  "-nolisten", "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL)
-            undo.callback(_end, server)
+            undo.callback(_end, self._server)
             os.close(writing)
             return ":" + number.readline().strip()
 

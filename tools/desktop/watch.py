@@ -1,14 +1,16 @@
 """What happened on a display, seen by the X server itself and therefore free of races."""
+import contextlib
 import struct
 import threading
 
-from Xlib import X, Xatom, display
+from Xlib import X, Xatom, display, error
 from Xlib.ext import record
 from Xlib.protocol import event
 
 from .wait import until
 
-MAP, UNMAP, CHANGE_PROPERTY, BELL = 8, 10, 18, 104
+MAP, UNMAP, CHANGE_PROPERTY, SEND_EVENT, BELL = 8, 10, 18, 25, 104
+CLIENT_MESSAGE = 33
 XKB_BELL = 3
 NOTHING = {"core_requests": (0, 0), "core_replies": (0, 0), "ext_requests": (0, 0, 0, 0),
            "ext_replies": (0, 0, 0, 0), "delivered_events": (0, 0), "device_events": (0, 0),
@@ -17,7 +19,7 @@ NOTHING = {"core_requests": (0, 0), "core_replies": (0, 0), "ext_requests": (0, 
 
 class Watcher:
     """Remembers the title of every window that any program asked to be shown, however briefly, and
-    counts the bells."""
+    of those that asked for attention, and counts the bells."""
 
     def __init__(self, name):
         self._control = display.Display(name)
@@ -25,9 +27,11 @@ class Watcher:
         self._root = self._control.screen().root
         self._marker = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
         self._title_atoms = (Xatom.WM_NAME, self._control.intern_atom("_NET_WM_NAME"))
+        self._attention_atom = self._control.intern_atom("_NET_WM_STATE_DEMANDS_ATTENTION")
         self._titles, self._mapped, self._shown, self._bells, self._marks = {}, set(), {}, 0, 0
+        self._calls = []
         self._xkb = self._control.query_extension("XKEYBOARD").major_opcode
-        ranges = [NOTHING | {"core_requests": (code, code)} for code in (MAP, UNMAP, CHANGE_PROPERTY, BELL)]
+        ranges = [NOTHING | {"core_requests": (code, code)} for code in (MAP, UNMAP, CHANGE_PROPERTY, SEND_EVENT, BELL)]
         ranges.append(NOTHING | {"ext_requests": (self._xkb, self._xkb, XKB_BELL, XKB_BELL)})
         self._context = self._data.record_create_context(0, [record.AllClients], ranges)
         started = threading.Event()
@@ -44,6 +48,10 @@ class Watcher:
     def bells(self):
         self._catch_up()
         return self._bells
+
+    def asked_for_attention(self):
+        self._catch_up()
+        return list(self._calls)
 
     def managed(self):
         """True once a window manager answers: one that just starts may overlook a new window."""
@@ -67,11 +75,13 @@ class Watcher:
         return corner.x, corner.y, size.width, size.height
 
     def close(self):
-        self._control.record_disable_context(self._context)
-        self._control.flush()
+        with contextlib.suppress(error.ConnectionClosedError):  # the display may have ended before
+            self._control.record_disable_context(self._context)
+            self._control.flush()
         self._thread.join(10)
-        self._control.close()
-        self._data.close()
+        for connection in self._control, self._data:
+            with contextlib.suppress(error.ConnectionClosedError):
+                connection.close()
 
     def _catch_up(self):
         """The record arrives late: waits until a change made now has come in."""
@@ -100,7 +110,8 @@ class Watcher:
                 started.set()
             elif reply.category == record.FromClient:
                 self._requests(reply.data)
-        self._data.record_enable_context(self._context, note)
+        with contextlib.suppress(error.ConnectionClosedError):
+            self._data.record_enable_context(self._context, note)
 
     def _requests(self, data):
         while data:
@@ -123,6 +134,10 @@ class Watcher:
             atom, _, _, length = struct.unpack_from("=IIB3xI", data, 8)
             if atom in self._title_atoms:
                 self._titles.setdefault(window, {})[atom] = data[24:24 + length].decode(errors="replace")
+        elif opcode == SEND_EVENT:
+            kind, window, action, *properties = struct.unpack_from("=12xB3xI4xIII", data)
+            if kind == CLIENT_MESSAGE and action == 1 and self._attention_atom in properties:
+                self._calls += [next(iter(self._titles.get(window, {}).values()), "")]
         if window in self._mapped:
             for title in self._titles.get(window, {}).values():
                 self._shown.setdefault(title)
