@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "exec/Interpreter.h"
 #include "platform/runtime/Plugins.h"
@@ -76,6 +77,7 @@ struct ShellPlugin {
   }
 
   static void Exit(Shell& shell) {
+    shell.Forget();
     shell.mOutput.reset();
     shell.mErrors.reset();
   }
@@ -83,7 +85,7 @@ struct ShellPlugin {
   static void Execute(Shell& shell, const CommandLine& command) {
     shell.mQueue.push_back(command);
     if (!shell.IsRunning() || shell.mMode != 0) return;
-    do shell.Wait();
+    do RuntimeAwait(shell.mEnd, shell.mEnd < 0 ? 5 : -1);
     while (shell.IsRunning());
   }
 
@@ -139,7 +141,9 @@ void Shell::Start(const CommandLine& command) {
   if (!mOutput || !mErrors) return Refuse("No temporary file can be made.");
   mErrorStarts.insert(mErrorStarts.begin(), SizeOf(mErrors.get()));
   mProcess = StartInterpreter(command, fileno(mOutput.get()), fileno(mErrors.get()));
-  if (mProcess == 0) Refuse(std::strerror(errno));
+  if (mProcess == 0) return Refuse(std::strerror(errno));
+  mEnd = EndDescriptor(mProcess);
+  if (mEnd >= 0) RuntimeWakeOn(mEnd);
 }
 
 void Shell::Refuse(const char* reason) {
@@ -154,14 +158,16 @@ bool Shell::HasEnded() {
   const pid_t ended = waitpid(mProcess, &status, WNOHANG);
   if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
   mErrorCode = ended > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  mProcess = 0;
+  Forget();
   return true;
 }
 
-void Shell::Wait() {
-  const int descriptor = EndDescriptor(mProcess);
-  RuntimeAwait(descriptor, descriptor < 0 ? 5 : -1);
-  if (descriptor >= 0) close(descriptor);
+// The process, which has ended or goes on by itself.
+void Shell::Forget() {
+  mProcess = 0;
+  if (mEnd < 0) return;
+  RuntimeWakeOff(mEnd);
+  close(std::exchange(mEnd, -1));
 }
 
 // In one buffer of the right size, since the text may be large.

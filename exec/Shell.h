@@ -43,7 +43,7 @@ class Shell : public Object {
   void Start(const CommandLine& command);
   void Refuse(const char* reason);
   bool HasEnded();
-  void Wait();
+  void Forget();
   String Gathered();
   // In the standard error that begins at the place in the text.
   void RemoveQuestions(std::string& text, std::size_t errors) const;
@@ -51,6 +51,7 @@ class Shell : public Object {
   Int32 mMode = 0;
   Int32 mErrorCode = 0;
   pid_t mProcess = 0;  // 0: none runs
+  int mEnd = -1;       // readable when the process has ended; -1 where there is no such thing
   std::deque<CommandLine> mQueue;
   // Unlinked files, and no pipes: a command never blocks on them, nor dies of a reader's death.
   File mOutput;

@@ -19,8 +19,9 @@ class Application : public EventSource {
   void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
   String ShortVersion() const;
 
-  // Serves events for at most the time, in milliseconds. The calling handler waits: what the user
-  // does to the windows meanwhile has no effect. Unwinds the handler when the application ends.
+  // Serves events for at most the time, in milliseconds, less when a command ends. The calling
+  // handler waits: what the user does to the windows meanwhile has no effect. Unwinds the handler
+  // when the application ends.
   void DoEvents(Int32 milliseconds);
 
   // The dispatcher's wrapper around each call of the framework into the program.

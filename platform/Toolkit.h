@@ -105,7 +105,7 @@ void StartToolkit();
 void EndToolkit();
 // Serves events until EndLoops.
 void RunLoop();
-// Serves events for at most the time.
+// Serves events for at most the time, in milliseconds, or until a descriptor wakes it.
 void ServeEvents(Int32 milliseconds);
 // Shows that a handler waits for a command, or no longer does.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };

@@ -81,17 +81,22 @@ struct Toolkit {
 
 std::unique_ptr<Toolkit> toolkit;
 
+// Serves events until a descriptor is readable or the time, unless it is negative, is over.
+void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
+  QEventLoop loop;
+  for (const int descriptor : descriptors) {
+    auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, &loop);
+    QObject::connect(notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
+  }
+  if (milliseconds >= 0) {
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  }
+  loop.exec();
+}
+
 void Await(int descriptor, int milliseconds) {
   BeginWaiting(Waiting::Blocked);
-  QEventLoop loop;
-  QSocketNotifier notifier(QSocketNotifier::Read);
-  if (descriptor >= 0) {
-    notifier.setSocket(descriptor);
-    notifier.setEnabled(true);
-    QObject::connect(&notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
-  }
-  if (milliseconds >= 0) QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-  loop.exec();
+  ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
   LeaveIfEnding();
 }
 
@@ -114,11 +119,7 @@ void EndToolkit() {
 
 void RunLoop() { QApplication::exec(); }
 
-void ServeEvents(Int32 milliseconds) {
-  QEventLoop loop;
-  QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-  loop.exec();
-}
+void ServeEvents(Int32 milliseconds) { ServeUntil(RuntimeWakeDescriptors(), milliseconds); }
 
 void EndLoops() { QCoreApplication::exit(); }
 

@@ -12,11 +12,18 @@ void OnlyWait(int descriptor, int milliseconds) {
 }
 
 Waiter currentWaiter = OnlyWait;
+std::vector<int> wakeDescriptors;
 
 }  // namespace
 
 void RuntimeAwait(int descriptor, int milliseconds) { currentWaiter(descriptor, milliseconds); }
 
 void RuntimeSetWaiter(Waiter waiter) { currentWaiter = waiter ? waiter : OnlyWait; }
+
+void RuntimeWakeOn(int descriptor) { wakeDescriptors.push_back(descriptor); }
+
+void RuntimeWakeOff(int descriptor) { std::erase(wakeDescriptors, descriptor); }
+
+const std::vector<int>& RuntimeWakeDescriptors() { return wakeDescriptors; }
 
 }  // namespace zelto

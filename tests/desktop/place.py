@@ -55,6 +55,9 @@ class DesktopTest(unittest.TestCase):
         kept = []
         try:
             yield lambda is_kept, what: kept.append((bool(is_kept), what))
+        except Exception as error:
+            kept.append((False, str(error)))
+            raise
         finally:
             broken = [what for is_kept, what in kept if not is_kept]
             print(f"promise | {promise} | {len(kept)} | {len(broken)}", flush=True)

@@ -42,6 +42,11 @@ class Account:
     def processes(self):
         return {pid for pid in map(int, filter(str.isdigit, os.listdir("/proc"))) if self._owns(pid)}
 
+    def can_open(self, path):
+        """Whether its processes can read that file."""
+        command = ["runuser", "-u", self.name, "--", "sh", "-c", ': <"$0"', path]
+        return subprocess.run(command, capture_output=True).returncode == 0
+
     def _removed(self):
         for pid in self.processes():
             with contextlib.suppress(ProcessLookupError):

@@ -56,9 +56,9 @@ class Driver:
         left, top = self._origin(title)
         self._click(left + x, top + y)
 
-    def key(self, keys):
+    def key(self, *keys):
         self._wait_for_keyboard()
-        hand.key(keys)
+        hand.key(*keys)
 
     def type(self, text):
         self._wait_for_keyboard()
@@ -113,6 +113,14 @@ class Driver:
     def exit_status(self, limit=LIMIT):
         until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
         return self._program.returncode
+
+    def has_heirs(self):
+        """Whether anything that the ended program had started still runs; it is this process's now."""
+        with contextlib.suppress(ChildProcessError):
+            while os.waitpid(-1, os.WNOHANG)[0]:
+                pass
+            return True
+        return False
 
     def kill(self, number):
         self._program.send_signal(number)

@@ -17,8 +17,8 @@ def click(x, y):
     xdotool("mousemove", x, y, "click", 1)
 
 
-def key(keys):
-    xdotool("key", "--clearmodifiers", keys)
+def key(*keys):
+    xdotool("key", "--clearmodifiers", *keys)
 
 
 def type_text(text):

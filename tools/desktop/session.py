@@ -87,6 +87,13 @@ class Session:
         """Titles of the windows that did, in that order."""
         return self._watcher.asked_for_attention()
 
+    def come_between(self):
+        self._watcher.come_between()
+
+    def in_front(self):
+        """The title of the window that has the keyboard, as the window manager says."""
+        return self.hand("getactivewindow", "getwindowname").removesuffix("\n")
+
     def hand(self, *arguments, text=None):
         """xdotool on this display, for what the driver, which sees by accessibility, cannot do."""
         return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},

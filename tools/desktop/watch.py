@@ -74,6 +74,14 @@ class Watcher:
         corner = self._root.translate_coords(window, 0, 0)
         return corner.x, corner.y, size.width, size.height
 
+    def come_between(self):
+        """Shows a window as another program would, which takes the keyboard."""
+        window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
+        window.map()
+        until(lambda: window.get_attributes().map_state == X.IsViewable, 10, lambda: "the window does not show")
+        window.set_input_focus(X.RevertToParent, X.CurrentTime)
+        self._control.sync()
+
     def close(self):
         with contextlib.suppress(error.ConnectionClosedError):  # the display may have ended before
             self._control.record_disable_context(self._context)
