@@ -56,14 +56,14 @@ constexpr Command commands[] = {
 
 QPointer<QWidget> focused;
 
-void Follow(QWidget& field, QWidget& menuBar, const std::function<void()>& changed) {
+void Follow(QWidget& field, QObject& life, const std::function<void()>& changed) {
   if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
-    QObject::connect(line, &QLineEdit::selectionChanged, &menuBar, changed);
-    QObject::connect(line, &QLineEdit::textChanged, &menuBar, changed);
+    QObject::connect(line, &QLineEdit::selectionChanged, &life, changed);
+    QObject::connect(line, &QLineEdit::textChanged, &life, changed);
   }
   if (const auto* area = qobject_cast<QPlainTextEdit*>(&field)) {
-    QObject::connect(area, &QPlainTextEdit::selectionChanged, &menuBar, changed);
-    QObject::connect(area, &QPlainTextEdit::textChanged, &menuBar, changed);
+    QObject::connect(area, &QPlainTextEdit::selectionChanged, &life, changed);
+    QObject::connect(area, &QPlainTextEdit::textChanged, &life, changed);
   }
 }
 
@@ -91,14 +91,14 @@ void Edit(const String& itemName) {
   if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
 }
 
-void FollowEditing(QWidget& menuBar, const std::function<void()>& changed) {
-  QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &menuBar, changed);
-  QObject::connect(qApp, &QApplication::focusChanged, &menuBar,
-                   [=, &menuBar](QWidget* before, QWidget* now) {
+void FollowEditing(QObject& life, const std::function<void()>& changed) {
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &life, changed);
+  QObject::connect(qApp, &QApplication::focusChanged, &life,
+                   [=, &life](QWidget* before, QWidget* now) {
                      if (!now || qobject_cast<QMenuBar*>(now)) return;
-                     if (before) QObject::disconnect(before, nullptr, &menuBar, nullptr);
+                     if (before) QObject::disconnect(before, nullptr, &life, nullptr);
                      focused = now;
-                     Follow(*now, menuBar, changed);
+                     Follow(*now, life, changed);
                      changed();
                    });
 }

@@ -27,8 +27,8 @@ void Choose(Window& window, const MenuItem& item) {
   Edit(item.Name());
 }
 
-void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action) {
-  QObject::connect(&action, &QAction::triggered, &action, [&window, item] {
+void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QObject& life) {
+  QObject::connect(&action, &QAction::triggered, &life, [&window, item] {
     if (HandlerWaits()) return;
     FromToolkit([alive = Ref<Window>(&window), item] {
       if (!item->Event_Action()) Choose(*alive, *item);
@@ -54,7 +54,7 @@ void EnableActions(Window& window, const Ref<MenuItem>& menu, const QMenu& widge
   }
 }
 
-void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item) {
+void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item, QObject& life) {
   if (item->Text() == "-") {
     widget.addSeparator();
     return;
@@ -62,21 +62,21 @@ void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item) {
   QAction* action = widget.addAction(Shown(item->Text()));
   action->setMenuRole(RoleOf(item));
   action->setShortcut(ShortcutOf(item));
-  ConnectItem(window, item, *action);
+  ConnectItem(window, item, *action, life);
 }
 
 }  // namespace
 
-QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar) {
+QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& life) {
   auto* widget = new QMenuBar;
   for (const auto& menu : bar->Items()) {
     QMenu* menuWidget = widget->addMenu(Shown(menu->Text()));
-    for (const auto& item : menu->Items()) AddItem(window, *menuWidget, item);
+    for (const auto& item : menu->Items()) AddItem(window, *menuWidget, item, life);
     const auto enable = [&window, menu, menuWidget] {
       FromToolkit([&] { EnableActions(window, menu, *menuWidget); });
     };
-    QObject::connect(menuWidget, &QMenu::aboutToShow, menuWidget, enable);
-    FollowEditing(*widget, enable);
+    QObject::connect(menuWidget, &QMenu::aboutToShow, &life, enable);
+    FollowEditing(life, enable);
   }
   return widget;
 }

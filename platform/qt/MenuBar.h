@@ -6,7 +6,8 @@
 
 namespace zelto {
 
-// The widget of the window's menu bar.
-QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar);
+// The widget of the window's menu bar. It outlives the window by a moment; nothing reaches the
+// window from it once `life`, which is the window's, has ended.
+QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& life);
 
 }  // namespace zelto

@@ -43,7 +43,9 @@ class QtWindowImp : public WindowImp {
     mTop->setGeometry(left, top, mTop->width(), mTop->height());
   }
 
-  void SetMenuBar(const Ref<MenuBar>& bar) override { mTop->SetMenuBar(NewMenuBar(mWindow, bar)); }
+  void SetMenuBar(const Ref<MenuBar>& bar) override {
+    mTop->SetMenuBar(NewMenuBar(mWindow, bar, mLife));
+  }
 
   void ControlsCreated() override {
     mTop->setWindowFlags((mIsDialog ? Qt::Dialog : Qt::Window) | Qt::CustomizeWindowHint |
@@ -85,6 +87,7 @@ class QtWindowImp : public WindowImp {
   void SetHint(Qt::WindowType hint, bool isOn) { mHints.setFlag(hint, isOn); }
 
   Window& mWindow;
+  QObject mLife;  // what must not outlive the window is connected through it
   TopLevel* mTop;
   QSize mSize;
   QSize mSmallest;
