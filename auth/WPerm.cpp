@@ -35,8 +35,9 @@ void WPerm::PushButton1_Action() {
   if (shell->ErrorCode() != 0) {
     ++Counter;
     Beep();
+    const bool isAtRest = wiggle == 0 || wiggle >= shakeSteps;
+    if (isAtRest) origx = Left();
     wiggle = 0;
-    origx = Left();
     Timer1()->Period(shakePeriod);
     Timer1()->Mode(2);
     passwd()->SelectAll();

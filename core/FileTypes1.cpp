@@ -16,7 +16,7 @@ void Initialize() {
   pgzipTarFile->Extensions("tgz;tar.gz");
   pgzipTarFile->MacType("GZIP");
   pgzipTarFile->MacCreator("????");
-  pgzipTarFile->Register();
+  static_cast<void>(String(*pgzipTarFile));  // the conversion registers the type
 }
 
 void Finalize() { pgzipTarFile = nullptr; }

@@ -100,6 +100,7 @@ class SpawnSettings {
 
 pid_t StartInterpreter(const CommandLine& command, int output, int errors) {
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take the exit status away
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);

@@ -172,9 +172,10 @@ void Shell::Forget() {
 
 // In one buffer of the right size, since the text may be large.
 String Shell::Gathered() {
+  constexpr std::size_t slack = 8192;  // for the words that are put in front of the text
   std::string text;
   if (mOutput && mErrors) {
-    text.reserve(SizeOf(mOutput.get()) + SizeOf(mErrors.get()) + mRefusals.size() + 2);
+    text.reserve(SizeOf(mOutput.get()) + SizeOf(mErrors.get()) + mRefusals.size() + 2 + slack);
     AppendContents(text, mOutput.get());
     EndLine(text);
     const auto start = text.size();

@@ -16,6 +16,7 @@ namespace {
 struct HandlerRun {
   HandlerRun* Outer;
   Waiting Waits = Waiting::Not;
+  bool ShowsDialog = false;
   int Refusals = 0;
 };
 
@@ -88,6 +89,11 @@ void Application::CallFunctionWithExceptionHandling(const std::function<void()>&
   }
 }
 
+void Application::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
+  Raise("EnableMenuItems");
+  EnableHandledItems(items, mMenuHandlers);
+}
+
 void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
 
 Ref<Application> GetAppObject() { return Now().App; }
@@ -98,7 +104,7 @@ void RuntimeInit() {
 }
 
 void RuntimeRun() {
-  if (!Now().Ending) RunLoop();
+  if (!Now().Ending && !Now().Failure) RunLoop();
   if (const auto failure = std::exchange(Now().Failure, nullptr)) std::rethrow_exception(failure);
 }
 
@@ -145,6 +151,7 @@ void FromToolkit(const std::function<void()>& function) {
 bool HandlerWaits() {
   for (const auto* run = Now().Innermost; run; run = run->Outer) {
     if (run->Waits != Waiting::Not) return true;
+    if (run->ShowsDialog) return false;
   }
   return false;
 }
@@ -159,15 +166,16 @@ void BeginWaiting(Waiting waiting) {
   auto* run = Now().Innermost;
   if (!run || run->Waits == waiting) return;
   run->Waits = waiting;
+  run->ShowsDialog = false;
   ShowWaiting(waiting);
 }
 
 void EndWaiting() {
   auto* run = Now().Innermost;
-  if (!run || run->Waits == Waiting::Not) return;
-  run->Waits = Waiting::Not;
+  if (!run) return;
+  run->ShowsDialog = true;
   run->Refusals = 0;
-  ShowWaiting(Waiting::Not);
+  if (std::exchange(run->Waits, Waiting::Not) != Waiting::Not) ShowWaiting(Waiting::Not);
 }
 
 void LeaveIfEnding() {

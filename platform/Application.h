@@ -24,11 +24,17 @@ class Application : public EventSource {
   // when the application ends.
   void DoEvents(Int32 milliseconds);
 
+  void AddMenuHandler(const String& name, const Method& handler) {
+    mMenuHandlers.push_back({name, handler});
+  }
+  void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
+
   // The dispatcher's wrapper around each call of the framework into the program.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
   Ref<class MenuBar> mMenuBar;
+  std::vector<Binding> mMenuHandlers;
 };
 
 void RuntimeRegisterAppObject(const Ref<Application>& app);

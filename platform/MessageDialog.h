@@ -49,8 +49,8 @@ class MessageDialog : public Object {
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
   // Block until a button is pressed and give that button. A dialog that is dismissed otherwise
-  // gives its cancel button if that is visible, else its action button. Both unwind their caller
-  // when the application ends.
+  // gives the visible button that is for cancelling, else its action button. Both unwind their
+  // caller when the application ends.
   Ref<MessageDialogButton> ShowModal();
   Ref<MessageDialogButton> ShowModalWithin(const Ref<Window>& parent);
 

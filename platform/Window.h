@@ -101,7 +101,9 @@ struct ControlRow {
 
 template <class T>
 Ref<Object> CreateControl(Window& window) {
-  return window.New<T>();
+  const auto control = window.New<T>();
+  control->Constructor();
+  return control;
 }
 
 // Makes the control of the row from its creation to its event handlers.

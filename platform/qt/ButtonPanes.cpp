@@ -29,16 +29,17 @@ class ButtonPane : public WidgetPane<Pane> {
 
   void SetProperty(const String& name, const PropertyValue& value) override {
     if (name == "Caption") return mButton.setText(Shown(std::get<String>(value)));
-    if (name == "Default") mButton.setProperty("isDefault", std::get<bool>(value));
+    if (name == "Default") SetDefault(std::get<bool>(value));
     if (name == "Cancel") mButton.setProperty("isCancel", std::get<bool>(value));
-    if (name == "Default") {
-      if (auto* push = qobject_cast<QPushButton*>(&mButton))
-        push->setDefault(std::get<bool>(value));
-    }
     WidgetPane::SetProperty(name, value);
   }
 
  private:
+  void SetDefault(bool isDefault) {
+    mButton.setProperty("isDefault", isDefault);
+    if (auto* push = qobject_cast<QPushButton*>(&mButton)) push->setDefault(isDefault);
+  }
+
   QAbstractButton& mButton;
 };
 

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QUrl>
 
 #include "platform/Application.h"
@@ -31,21 +32,23 @@ class FileDrops : public QObject {
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
     auto& drop = static_cast<QDropEvent&>(*event);
     if (!drop.mimeData()->hasUrls()) return false;
-    const QString path = drop.mimeData()->urls().constFirst().toLocalFile();
-    if (!MatchesFilter(FromShown(path), mFilter)) {
+    const auto urls = drop.mimeData()->urls();
+    const String path = urls.isEmpty() ? String() : FromShown(urls.constFirst().toLocalFile());
+    if (!MatchesFilter(path, mFilter)) {
       drop.ignore();
       return true;
     }
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
-    if (type == QEvent::Drop) Deliver(FolderItem::At(FromShown(path)));
+    // Later, so that the other program is not kept waiting for what the handler does.
+    if (type == QEvent::Drop) QTimer::singleShot(0, this, [=, this] { Deliver(path); });
     return true;
   }
 
  private:
-  void Deliver(const Ref<FolderItem>& item) {
+  void Deliver(const String& path) {
     const auto drag = RuntimeNewObject<DragItem>();
-    drag->FolderItem(item);
+    drag->FolderItem(FolderItem::At(path));
     const Ref<EditField> alive(&mField);
     FromToolkit([&] { alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)}); });
   }

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 
@@ -19,7 +20,10 @@ struct Command {
   void (*EditArea)(QPlainTextEdit&);
 };
 
-bool ClipboardHasText() { return !QGuiApplication::clipboard()->text().isEmpty(); }
+bool ClipboardHasText() {
+  const auto* data = QGuiApplication::clipboard()->mimeData();
+  return data && data->hasText();
+}
 
 bool IsOpen(const QLineEdit& line) { return line.echoMode() == QLineEdit::Normal; }
 
@@ -93,14 +97,13 @@ void Edit(const String& itemName) {
 
 void FollowEditing(QObject& life, const std::function<void()>& changed) {
   QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &life, changed);
-  QObject::connect(qApp, &QApplication::focusChanged, &life,
-                   [=, &life](QWidget* before, QWidget* now) {
-                     if (!now || qobject_cast<QMenuBar*>(now)) return;
-                     if (before) QObject::disconnect(before, nullptr, &life, nullptr);
-                     focused = now;
-                     Follow(*now, life, changed);
-                     changed();
-                   });
+  QObject::connect(qApp, &QApplication::focusChanged, &life, [=, &life](QWidget*, QWidget* now) {
+    if (!now || now == focused || qobject_cast<QMenuBar*>(now)) return;
+    if (focused) QObject::disconnect(focused, nullptr, &life, nullptr);
+    focused = now;
+    Follow(*now, life, changed);
+    changed();
+  });
 }
 
 }  // namespace zelto

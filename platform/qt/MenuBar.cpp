@@ -43,6 +43,7 @@ void Enable(Window& window, const Ref<MenuItem>& menu) {
     const bool isQuit = RuntimeObjectIsa<QuitMenuItem>(item);
     if (item->AutoEnable() && (isQuit || CanEdit(item->Name()))) item->Enable();
   }
+  GetAppObject()->EnableMenuItems(menu->Items());
   window.EnableMenuItems(menu->Items());
 }
 
@@ -69,15 +70,16 @@ void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item, QObject& 
 
 QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& life) {
   auto* widget = new QMenuBar;
+  std::vector<std::pair<Ref<MenuItem>, QMenu*>> menus;
   for (const auto& menu : bar->Items()) {
-    QMenu* menuWidget = widget->addMenu(Shown(menu->Text()));
-    for (const auto& item : menu->Items()) AddItem(window, *menuWidget, item, life);
-    const auto enable = [&window, menu, menuWidget] {
-      FromToolkit([&] { EnableActions(window, menu, *menuWidget); });
-    };
-    QObject::connect(menuWidget, &QMenu::aboutToShow, &life, enable);
-    FollowEditing(life, enable);
+    menus.emplace_back(menu, widget->addMenu(Shown(menu->Text())));
+    for (const auto& item : menu->Items()) AddItem(window, *menus.back().second, item, life);
   }
+  FollowEditing(life, [&window, menus] {
+    FromToolkit([&] {
+      for (const auto& [menu, menuWidget] : menus) EnableActions(window, menu, *menuWidget);
+    });
+  });
   return widget;
 }
 

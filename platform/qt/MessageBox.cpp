@@ -7,9 +7,11 @@
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/Application.h"
 #include "platform/MessageDialog.h"
+#include "platform/qt/LongText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/Widgets.h"
 
@@ -19,8 +21,23 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// A label lays its whole text out at once, so a long one goes where only the visible part is.
-bool IsLong(const QString& text) { return text.size() > 1500 || text.count('\n') > 15; }
+// A label lays its whole text out at once, so a long one goes where only the visible part is. A
+// text edit takes several times the text's own memory, so that is no place for a huge one.
+constexpr Int32 hugeText = 1'000'000;  // bytes
+bool IsLong(std::string_view text) {
+  constexpr std::size_t widestWord = 60;  // bytes; a label does not break words
+  constexpr std::size_t longest = 1500;
+  constexpr int mostLines = 15;
+  const bool hasWideWord = [&] {
+    for (std::size_t start = 0, end = 0; end != text.npos; start = end + 1) {
+      end = text.find_first_of(" \n", start);
+      if (std::min(end, text.size()) - start > widestWord) return true;
+    }
+    return false;
+  }();
+  return hasWideWord || text.size() > longest ||
+         std::count(text.begin(), text.end(), '\n') > mostLines;
+}
 
 class Box : public QDialog {
  public:
@@ -42,7 +59,11 @@ class Box : public QDialog {
 
   Ref<MessageDialogButton> Pressed() const {
     if (mPressed) return mPressed;
-    if (mDialog.CancelButton()->Visible()) return mDialog.CancelButton();
+    const Ref<MessageDialogButton> others[] = {mDialog.CancelButton(),
+                                               mDialog.AlternateActionButton()};
+    for (const auto& button : others) {
+      if (button->Visible() && button->Cancel()) return button;
+    }
     return mDialog.ActionButton();
   }
 
@@ -65,14 +86,19 @@ class Box : public QDialog {
   }
 
   QWidget* ExplanationWidget() {
-    const QString text = Shown(mDialog.Explanation());
-    if (!IsLong(text)) return NewLabel(mDialog.Explanation());
+    const String& text = mDialog.Explanation();
+    if (LenB(text) > hugeText) return Sized(new LongText(text, this));
+    if (!IsLong(text.Bytes())) return NewLabel(text);
     auto* area = new QPlainTextEdit(this);
     area->setReadOnly(true);
     area->setTabChangesFocus(true);
-    area->setAccessibleName("Explanation");
-    area->setPlainText(text);
+    area->setPlainText(Shown(text));
     area->moveCursor(QTextCursor::End);  // what went wrong stands last
+    return Sized(area);
+  }
+
+  QWidget* Sized(QWidget* area) {
+    area->setAccessibleName("Explanation");
     area->setMinimumSize(QSize(textWidth + 160, 300).boundedTo(screen()->availableSize() / 2));
     return area;
   }

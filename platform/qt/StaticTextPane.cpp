@@ -34,7 +34,7 @@ class Label : public QLabel {
   QString Fitting(const QFont& font) {
     QString shortened =
         wordWrap() ? text() : QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
-    setToolTip(shortened == text() ? QString() : text());
+    setToolTip(shortened == text() ? QString() : ToolTip(text()));
     return shortened;
   }
 };

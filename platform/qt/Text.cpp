@@ -14,6 +14,11 @@ QString Shown(const String& text) {
   return shown;
 }
 
+QString ToolTip(const QString& text) {
+  if (text.isEmpty()) return text;
+  return "<span style='white-space: pre-wrap'>" + text.toHtmlEscaped() + "</span>";
+}
+
 // Straight into the string's own bytes, since the text may be a password.
 String FromShown(const QString& text) {
   QStringEncoder encoder(QStringEncoder::Utf8);

@@ -10,6 +10,9 @@ namespace zelto {
 // only line end and tab are left.
 QString Shown(const String& text);
 
+// The text for a tool tip, which would take some plain texts for rich ones.
+QString ToolTip(const QString& text);
+
 String FromShown(const QString& text);
 
 }  // namespace zelto

@@ -54,8 +54,13 @@ void TopLevel::Forget() {
 
 void TopLevel::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (!mWindow || !MayClose()) return;
-  FromToolkit([window = Ref<Window>(mWindow)] { window->Close(); });
+  if (!mWindow) return;
+  const bool isWaitedFor = HandlerWaits();
+  if (!MayClose()) return;
+  FromToolkit([=, window = Ref<Window>(mWindow)] {
+    window->Close();
+    if (isWaitedFor) Quit(0);  // the handler that waits must not go on without its window
+  });
 }
 
 void TopLevel::keyPressEvent(QKeyEvent* event) {

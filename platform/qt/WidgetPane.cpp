@@ -58,7 +58,9 @@ const std::map<std::string_view, Effect>& Effects() {
       {"Enabled", [](QWidget& w, const PropertyValue& v) { w.setEnabled(IsOn(v)); }},
       {"Visible", [](QWidget& w, const PropertyValue& v) { w.setVisible(IsOn(v)); }},
       {"HelpTag",
-       [](QWidget& w, const PropertyValue& v) { w.setToolTip(Shown(std::get<String>(v))); }},
+       [](QWidget& w, const PropertyValue& v) {
+         w.setToolTip(ToolTip(Shown(std::get<String>(v))));
+       }},
       {"TextFont", [](QWidget& w, const PropertyValue& v) { SetTextFont(w, std::get<String>(v)); }},
       {"TextSize", [](QWidget& w, const PropertyValue& v) { SetTextSize(w, Pixels(v)); }},
       {"Bold",

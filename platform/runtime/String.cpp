@@ -49,6 +49,14 @@ String operator+(const String& left, const String& right) {
   return {std::move(joined)};
 }
 
+String operator+(const String& left, String&& right) {
+  const auto size = left.Bytes().size() + right.Bytes().size();
+  const bool hasRoom = right.mBytes.use_count() == 1 && right.mBytes->capacity() >= size;
+  if (!hasRoom) return left + static_cast<const String&>(right);
+  right.mBytes->insert(0, left.Bytes());
+  return std::move(right);
+}
+
 Int32 RuntimeStringCompare(const String& left, const String& right) {
   const auto a = left.Bytes();
   const auto b = right.Bytes();

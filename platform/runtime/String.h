@@ -18,6 +18,7 @@ class String {
   String(const char* text) : String(std::string_view(text)) {}
   String(std::string_view bytes);
   String(const std::string& bytes) : String(std::string_view(bytes)) {}
+  // Keeps the memory that the text has reserved.
   String(std::string&& bytes);
 
   bool IsNil() const { return !mBytes; }
@@ -26,10 +27,14 @@ class String {
   const char* CString() const { return mBytes ? mBytes->c_str() : ""; }
 
  private:
-  std::shared_ptr<const std::string> mBytes;
+  friend String operator+(const String& left, String&& right);
+
+  std::shared_ptr<std::string> mBytes;  // not changed while it is shared
 };
 
 String operator+(const String& left, const String& right);
+// Puts the left text in front of the right one where that has the room and no other holder.
+String operator+(const String& left, String&& right);
 
 // 0 when the two are equal; the case of ASCII letters does not count.
 Int32 RuntimeStringCompare(const String& left, const String& right);

@@ -53,6 +53,15 @@ TEST(Sequence, ARefusedUserNeverSeesTheMainWindow) {
   EXPECT_FALSE(wasShown);
 }
 
+TEST(Sequence, AnyOtherFailureEndsTheProgramWithAMessage) {
+  RuntimeInit();
+  WhenModal([](QWidget&) {
+    WhenModalPress("OK");
+    FromToolkit([] { throw std::bad_alloc(); });
+  });
+  EXPECT_EQ(RunProgram(), 1);
+}
+
 TEST(Sequence, AnAcceptedUserGetsTheMainWindowInItsPlace) {
   const Programs programs;
   RuntimeInit();

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QTimer>
 
 #include "auth/GetUserName.h"
 #include "core/Globals.h"
@@ -83,6 +84,24 @@ TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
   });
   EXPECT_GT(farthest, 0);
   EXPECT_EQ(mDialog->Left(), left);
+}
+
+TEST_F(WPermTest, AskedTwiceToCloseDuringACheckTheProgramEnds) {
+  mPrograms.Script("su", "sleep 1; exit 0");
+  mDialog->Show();
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (mPrograms.Calls("su").empty()) return;
+    watch.stop();
+    auto* top = QApplication::activeWindow();
+    top->close();
+    EXPECT_TRUE(IsOpen());
+    top->close();
+  });
+  watch.start(5);
+  Press("zt", "secret");
+  EXPECT_FALSE(Globals::Authenticated);
+  EXPECT_THROW(LeaveIfEnding(), EndException);
 }
 
 TEST_F(WPermTest, CancelAndTheCloseButtonLeaveNothing) {

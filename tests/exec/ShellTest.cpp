@@ -93,6 +93,7 @@ TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
   setenv("TAR_OPTIONS", "--help", 1);
   setenv("SHELLOPTS_X", "1", 1);
   signal(SIGINT, SIG_IGN);
+  signal(SIGCHLD, SIG_IGN);
   mShell->Execute({"env; read x || echo empty; ps -o sid= -p $$; echo $$; kill -INT $$"});
   unsetenv("TAR_OPTIONS");
   const std::string text = Bytes(mShell->ReadAll());

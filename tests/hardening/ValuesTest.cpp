@@ -96,20 +96,18 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
       return Told(words) + Told({"read", passwd}) + after;
     };
     // The argument of -c is another line; what it says shows in what it runs.
-    const auto argument = [](const CommandLine& line, const std::string& told) {
+    const auto argument = [](const std::string& told) {
       const auto start = told.find("\037-c\037") + 4;
-      return line.Text.IsNil() ? ""
-                               : told.substr(start, told.find_first_of("\036\037", start) - start);
+      return told.substr(start, told.find_first_of("\036\037", start) - start);
     };
     const auto check = CredentialCheck(passwd, user);
     const auto checked = standIns.Told(check);
-    tally.Case(checked == runs(argument(check, checked),
+    tally.Case(checked == runs(argument(checked),
                                Told({"sudo", "-S", "/usr/bin/true"}) + Told({"read", passwd})),
                checked);
     const auto extract = FullExtract(passwd, user, path);
     const auto extracted = standIns.Told(extract);
-    tally.Case(extracted ==
-                   runs(argument(extract, extracted), Told({"sudo", "tar", "-zxPvf", Named(path)})),
+    tally.Case(extracted == runs(argument(extracted), Told({"sudo", "tar", "-zxPvf", Named(path)})),
                extracted);
     const auto listed = standIns.Told(ListingTest(path));
     tally.Case(listed == Told(ListingWords(path)), listed);

@@ -46,12 +46,13 @@ class WidgetsTest : public testing::Test {
 
   bool Drop(const QString& url) {
     QMimeData data;
-    data.setUrls({QUrl(url)});
+    data.setData("text/uri-list", url.toUtf8());
     auto& field = ControlWidget(*mTop, 82, 74);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(&field, &enter);
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(&field, &drop);
+    QApplication::processEvents();
     return enter.isAccepted();
   }
 
@@ -123,6 +124,7 @@ TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {
   EXPECT_TRUE(Drop("file:///x/%C3%A4%20b.TGZ"));
   EXPECT_FALSE(Drop("file:///x/a.gz"));
   EXPECT_FALSE(Drop("file:///x/atgz"));
+  EXPECT_FALSE(Drop(""));
   EXPECT_FALSE(Drop("https://example.com/a.tar.gz"));
   EXPECT_EQ(mWindow->Notes, "Drop /x/a.tar.gz Drop /x/\xC3\xA4 b.TGZ ");
 }
