@@ -84,6 +84,14 @@ std::string Programs::Update(const std::string& name, const std::string& record,
   return Path(name);
 }
 
+long Resident() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
+  }
+  return 0;
+}
+
 std::string Read(const std::filesystem::path& file) {
   std::ostringstream text;
   text << std::ifstream(file, std::ios::binary).rdbuf();

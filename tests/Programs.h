@@ -35,6 +35,9 @@ class Programs {
 inline const std::string GoodRecord =
     "product=Zelto Core\nversion=4.2.1\ndescription=Fixes the frobnicator.\n";
 
+// Resident memory of this process that is no file's, in bytes.
+long Resident();
+
 std::string Read(const std::filesystem::path& file);
 void Write(const std::filesystem::path& file, const std::string& text);
 

@@ -9,7 +9,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <thread>
 
 #include "exec/Shell.h"
@@ -38,15 +37,6 @@ bool InChild(Check check) {
 
 bool Says(const Ref<Shell>& shell, const char* text) {
   return Bytes(shell->ReadAll()).find(text) != std::string::npos;
-}
-
-// Resident memory of this process that is no file's, in bytes.
-long Resident() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
-  }
-  return 0;
 }
 
 }  // namespace

@@ -251,11 +251,13 @@ TEST_F(PresentationTest, ALongExplanationOpensQuicklyAndFitsTheScreen) {
   std::string text;
   for (int i = 0; i < 100'000; ++i) text += std::string(99, 'x') + "\n";
   dialog->Explanation(text);
+  const long before = Resident();
   QElapsedTimer timer;
   timer.start();
   qint64 shown = 0;
   WhenModal([&](QWidget& box) {
     shown = timer.elapsed();
+    EXPECT_LT(Resident() - before, 5'000'000);
     auto* area = box.findChild<QAbstractScrollArea*>();
     QTest::keyClick(area, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
