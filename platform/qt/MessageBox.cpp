@@ -29,7 +29,7 @@ bool IsLong(std::string_view text) {
   constexpr std::size_t longest = 1500;
   constexpr int mostLines = 15;
   const bool hasWideWord = [&] {
-    for (std::size_t start = 0, end = 0; end != text.npos; start = end + 1) {
+    for (std::size_t start = 0, end = 0; end != std::string_view::npos; start = end + 1) {
       end = text.find_first_of(" \n", start);
       if (std::min(end, text.size()) - start > widestWord) return true;
     }
