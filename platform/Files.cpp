@@ -18,7 +18,8 @@ struct RegisteredType {
 };
 
 std::vector<RegisteredType>& Registered() {
-  static std::vector<RegisteredType> types;
+  // Never destroyed, since a type takes itself back when it goes, however late.
+  static auto& types = *new std::vector<RegisteredType>;
   return types;
 }
 

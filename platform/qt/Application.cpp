@@ -10,6 +10,7 @@
 
 #include "platform/Files.h"
 #include "platform/Toolkit.h"
+#include "platform/qt/Accessibility.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
 #include "platform/runtime/Wait.h"
@@ -108,6 +109,7 @@ void StartToolkit() {
   QApplication::setDesktopFileName("zelto-update-utility");
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
+  KeepPasswordsFromAssistiveTechnology();
   RuntimeSetWaiter(Await);
 }
 

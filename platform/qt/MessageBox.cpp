@@ -115,7 +115,6 @@ class Box : public QDialog {
                  QDialogButtonBox::ButtonRole role) {
     if (!button->Visible()) return;
     QPushButton* widget = box.addButton(Shown(button->Caption()), role);
-    widget->setAutoDefault(false);
     widget->setDefault(button->Default());
     if (button->Default()) widget->setFocus();
     connect(widget, &QPushButton::clicked, this, [this, button] {

@@ -9,10 +9,10 @@ from pathlib import Path
 
 from desktop.accounts import Account
 from desktop.updates import make_update
-from desktop.utility import MAIN, Utility
+from desktop.utility import Utility
 
-PROGRAM = os.environ["ZELTO_PROGRAM"]
-LONG = "ZELTO_LONG" in os.environ
+PROGRAM, VERSION = os.environ["ZELTO_PROGRAM"], os.environ.get("ZELTO_VERSION")
+LONG = "ZELTO_LONG" in os.environ  # minutes in place of seconds
 
 
 class DesktopTest(unittest.TestCase):
@@ -26,14 +26,18 @@ class DesktopTest(unittest.TestCase):
         self.folder.chmod(0o755)
         self.addCleanup(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
 
-    def account(self, **options):
-        return self.enterContext(Account(secrets.token_hex(8), **options))
+    def account(self, password=None, **options):
+        return self.enterContext(Account(password or secrets.token_hex(8), **options))
 
-    def authenticated(self, account, **options):
-        utility = self.enterContext(Utility(account.name, PROGRAM, **options))
-        utility.try_pair(account.name, account.password)
-        utility.window(MAIN)
-        return utility
+    def authenticated(self, account):
+        return self.enterContext(self.running(account))
+
+    @contextlib.contextmanager
+    def running(self, account):
+        """As authenticated, for a part of a test."""
+        with Utility(account.name, PROGRAM) as utility:
+            utility.authenticate(account.name, account.password)
+            yield utility
 
     def update(self, name, *texts, **contents):
         """The path of a new update in the test's own folder."""

@@ -11,8 +11,9 @@ print("looking", flush=True)
 while not select.select([sys.stdin], [], [], 0)[0]:  # no pause: some processes are gone in a moment
     for pid in set(os.listdir("/proc")) - older:
         for what in "cmdline", "environ":
-            with contextlib.suppress(OSError), open(f"/proc/{pid}/{what}", "rb") as file:
-                if needle in (text := file.read()):
+            with contextlib.suppress(OSError), open(f"/proc/{pid}/{what}", "rb", 0) as file:
+                # In one piece: between two reads the process may begin to run another program.
+                if needle in (text := file.read(1 << 20)):
                     words = text.replace(needle, b"***").replace(b"\0", b" ").decode(errors="replace")
                     found.add(f"{what}: {words!r}")
 print(*found, sep="\n")

@@ -33,8 +33,7 @@ class OddPasswords(DesktopTest):
             with self.subTest(kind), Account(password) as account, Utility(account.name, PROGRAM) as utility:
                 utility.try_pair(account.name, password)
                 utility.window(MAIN)
-                utility.set_text("Patchfile:", path)
-                utility.start()
+                utility.install(path)
                 utility.outcome()
                 utility.click("Quit")
                 self.assertEqual(utility.exit_status(), 0)

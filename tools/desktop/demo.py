@@ -7,10 +7,9 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop.accounts import Account
-from desktop.session import Session
 from desktop.updates import make_update
+from desktop.utility import AUTHENTICATE, Utility
 
-AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
 DESCRIPTION = "Two small files that show how an update is installed."
 
 
@@ -26,8 +25,8 @@ def main(program, pictures):
         folder.chmod(0o755)
         update = folder / "sample.tar.gz"
         make_update(update, "Sample Tools", "2.5", DESCRIPTION, members)
-        with Account(secrets.token_urlsafe()) as account, Session(account.name, program) as desktop:
-            status = play(desktop, account, update, pictures)
+        with Account(secrets.token_urlsafe()) as account, Utility(account.name, program) as utility:
+            status = play(utility, account, update, pictures)
         assert status == 0, f"exit status {status}"
         for name, (content, mode) in members.items():
             check(Path(name), content, mode)
@@ -38,41 +37,28 @@ def main(program, pictures):
         shutil.rmtree(target, ignore_errors=True)
 
 
-def play(desktop, account, update, pictures):
-    desktop.window(AUTHENTICATE)
-    fill(desktop, "Name:", account.name)
-    desktop.screenshot(pictures / "01-authenticate.png")
-    fill(desktop, "Password or Phrase:", account.password)
-    desktop.click("Authenticate")
+def play(utility, account, update, pictures):
+    utility.window(AUTHENTICATE)
+    utility.screenshot(pictures / "01-authenticate.png")
     print(f"authenticating as {account.name}")
-
-    desktop.window(MAIN)
-    desktop.screenshot(pictures / "02-main-window.png")
+    utility.authenticate(account.name, account.password)
+    utility.screenshot(pictures / "02-main-window.png")
     print("authenticated: the main window shows")
 
-    fill(desktop, "Patchfile:", str(update))
-    desktop.until(lambda: desktop.label_at(MAIN, 71, 103) == "Sample Tools")
-    desktop.until(lambda: desktop.label_at(MAIN, 317, 103) == "2.5")
-    desktop.until(lambda: desktop.text("Description").strip() == DESCRIPTION)
-    desktop.screenshot(pictures / "03-update-chosen.png")
+    utility.fill("Patchfile:", str(update))
+    utility.shows("Sample Tools", "2.5", DESCRIPTION)
+    utility.screenshot(pictures / "03-update-chosen.png")
     print("update file chosen: product, version and description show")
 
-    desktop.click("Update")
-    # A question offered only when the installation went well.
-    desktop.until(lambda: "Install Another" in desktop.buttons(desktop.windows()[0]))
-    desktop.screenshot(pictures / "04-installed.png")
+    utility.start()
+    utility.outcome()
+    utility.screenshot(pictures / "04-installed.png")
     print("update installed")
 
-    desktop.click("Quit")
-    status = desktop.exit_status()
+    utility.click("Quit")
+    status = utility.exit_status()
     print(f"quit: exit status {status}")
     return status
-
-
-def fill(desktop, field, text):
-    desktop.click(field)
-    desktop.key("ctrl+a")
-    desktop.type(text)
 
 
 def check(path, content, mode):

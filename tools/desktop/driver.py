@@ -114,13 +114,11 @@ class Driver:
         until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
         return self._program.returncode
 
-    def has_heirs(self):
-        """Whether anything that the ended program had started still runs; it is this process's now."""
+    def await_heirs(self, limit=60):
+        """Waits for the program's end, and then for that of all it had started, which is this process's now."""
+        self.exit_status(limit)
         with contextlib.suppress(ChildProcessError):
-            while os.waitpid(-1, os.WNOHANG)[0]:
-                pass
-            return True
-        return False
+            until(lambda: os.waitpid(-1, os.WNOHANG) and False, limit, lambda: "what it had started still runs")
 
     def kill(self, number):
         self._program.send_signal(number)

@@ -9,9 +9,8 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop.accounts import Account
-from desktop.demo import AUTHENTICATE, MAIN, fill
-from desktop.session import Session
 from desktop.updates import make_update
+from desktop.utility import AUTHENTICATE, MAIN, Utility
 
 DARK = """[Colors:Window]
 BackgroundNormal=42,46,50
@@ -39,23 +38,23 @@ def main(program, pictures):
         make_files(folder)
         for theme in ("light", "dark"):
             for scale in (1, 2):
-                with Account(secrets.token_urlsafe()) as account, Session(
+                with Account(secrets.token_urlsafe()) as account, Utility(
                         account.name, program, scale=scale, width=1280 * scale, height=1024 * scale,
-                        environment=desktop_of(folder / theme)) as desktop:
-                    play(desktop, account, folder, Shots(desktop, pictures, f"{theme}-{scale}x"))
+                        environment=desktop_of(folder / theme)) as utility:
+                    play(utility, account, folder, Shots(utility, pictures, f"{theme}-{scale}x"))
         print(f"pictures: {pictures}")
     finally:
         shutil.rmtree(folder)
 
 
 class Shots:
-    def __init__(self, desktop, pictures, prefix):
-        self._desktop, self._pictures, self._prefix, self._count = desktop, pictures, prefix, 0
+    def __init__(self, utility, pictures, prefix):
+        self._utility, self._pictures, self._prefix, self._count = utility, pictures, prefix, 0
 
     def take(self, name, title):
         self._count += 1
         picture = self._pictures / f"{self._prefix}-{self._count:02}-{name}.png"
-        self._desktop.screenshot(picture, title)
+        self._utility.screenshot(picture, title)
         subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
 
 
@@ -78,50 +77,45 @@ def desktop_of(settings):
     return {} if settings.name == "light" else {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
 
 
-def play(desktop, account, folder, shots):
-    desktop.window(AUTHENTICATE)
-    fill(desktop, "Name:", account.name)
+def play(utility, account, folder, shots):
+    utility.window(AUTHENTICATE)
     shots.take("authenticate", AUTHENTICATE)
-    fill(desktop, "Password or Phrase:", account.password)
-    desktop.click("Authenticate")
-    desktop.window(MAIN)
+    utility.authenticate(account.name, account.password)
     shots.take("main-window", MAIN)
     for menu, name in (("alt+f", "file-menu"), ("alt+e", "edit-menu")):
-        desktop.key(menu)
+        utility.key(menu)
         shots.take(name, None)
-        desktop.key("Escape")
-        desktop.key("Escape")
-    desktop.key("alt+f")
-    desktop.key("Down")
-    desktop.key("Return")
-    desktop.window("About")
+        utility.key("Escape", "Escape")
+    utility.key("alt+f", "Down", "Return")
+    utility.window("About")
     shots.take("about", "About")
-    desktop.key("Escape")
-    desktop.window(MAIN)
-    desktop.click("Choose update file")
-    desktop.until(lambda: desktop.windows()[0] != MAIN)
-    shots.take("choose", desktop.windows()[0])
-    desktop.key("Escape")
-    answer(desktop, "OK", shots, "no-access")
-    fill(desktop, "Patchfile:", str(folder / "cut.tar.gz"))
-    answer(desktop, "Keep", shots, "invalid-file")
-    desktop.until(lambda: desktop.state("Update")["enabled"])
-    desktop.click("Update")
-    answer(desktop, "OK", shots, "failed")
-    fill(desktop, "Patchfile:", str(folder / "large.tar.gz"))
-    desktop.until(lambda: desktop.label_at(MAIN, 317, 103) == "3.0 beta 2")
+    utility.key("Escape")
+    utility.window(MAIN)
+    utility.click("Choose update file")
+    utility.window("Open")
+    shots.take("choose", "Open")
+    utility.key("Escape")
+    answer(utility, shots, "no-access", "OK")
+    utility.fill("Patchfile:", str(folder / "cut.tar.gz"))
+    answer(utility, shots, "invalid-file", "Keep", "Cancel")
+    utility.start()
+    answer(utility, shots, "failed", "OK")
+    utility.fill("Patchfile:", str(folder / "large.tar.gz"))
+    utility.until(lambda: utility.record()[1] == "3.0 beta 2")
     shots.take("chosen", MAIN)
-    desktop.click("Update")
-    desktop.until(lambda: desktop.label_at(MAIN, 20, 269) == "Installing Update...")
+    utility.start()
+    utility.until(lambda: utility.status() == "Installing Update...")
     shots.take("installing", MAIN)
-    answer(desktop, "Quit", shots, "installed")
-    assert desktop.exit_status() == 0
+    utility.outcome()
+    shots.take("installed", None)
+    utility.click("Quit")
+    assert utility.exit_status() == 0
 
 
-def answer(desktop, button, shots, name):
-    desktop.until(lambda: button in desktop.buttons(desktop.windows()[0]), 60)
+def answer(utility, shots, name, *buttons):
+    utility.dialog(*buttons)
     shots.take(name, None)
-    desktop.press(button)
+    utility.answer(buttons[0])
 
 
 if __name__ == "__main__":

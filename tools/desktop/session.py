@@ -99,6 +99,11 @@ class Session:
         return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
                               input=text, capture_output=True, text=True, timeout=60).stdout
 
+    def key_until_gone(self, key):
+        """Presses it again and again as long as the program has a window."""
+        until(lambda: self.hand("key", key) or not self.hand("search", "--class", self._program.name), 30,
+              lambda: f"{key} does not end the program")
+
     def end_display(self):
         self._server.kill()
         self._server.wait()

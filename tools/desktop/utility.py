@@ -18,6 +18,10 @@ class Utility(Session):
         self.fill("Password or Phrase:", password)
         self.click("Authenticate")
 
+    def authenticate(self, name, password):
+        self.try_pair(name, password)
+        self.window(MAIN)
+
     def choose(self, path):
         self.click("Choose update file")
         self.window("Open")
@@ -39,6 +43,10 @@ class Utility(Session):
     def start(self):
         self.until(self.can_update)
         self.click("Update")
+
+    def install(self, path):
+        self.set_text("Patchfile:", path)
+        self.start()
 
     def dialog(self, *buttons):
         """The texts of the dialog with just these buttons; it bears the main window's title."""

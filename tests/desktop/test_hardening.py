@@ -1,0 +1,93 @@
+import random
+import resource
+import shutil
+import signal
+from concurrent.futures import ThreadPoolExecutor
+from operator import methodcaller
+from pathlib import Path
+from secrets import token_hex
+
+from desktop.memory import copies
+from desktop.utility import AUTHENTICATE, Utility
+from place import LONG, PROGRAM, DesktopTest
+
+
+class NeverCutOff(DesktopTest):
+    def test_an_installation_is_finished_however_the_utility_ends(self):
+        count, cases = (100_000, 50) if LONG else (5_000, 3)
+        members = self.members(**{str(number): (b"%d" % number, 0o644) for number in range(count)})
+        path, account = self.update("many.gz", members=members), self.account()
+        ways = {number.name: methodcaller("kill", number) for number in map(signal.Signals, (9, 1, 2, 6, 11, 15))}
+        ways = {"display": methodcaller("end_display"), "close": methodcaller("key_until_gone", "alt+F4"), **ways}
+        with self.tally("an installation that has begun is finished however the utility ends") as case:
+            for way, last in zip(list(ways) * cases, random.choices(list(members), k=cases)):
+                with self.running(account) as utility:
+                    utility.install(path)
+                    utility.until(Path(last).exists, 60)
+                    ways[way](utility)
+                    utility.await_heirs()
+                wrong = sum(not Path(name).exists() or Path(name).read_bytes() != content
+                            for name, (content, _) in members.items())
+                case(not wrong, f"{way} at {last}: {wrong} members are not as they should be")
+                shutil.rmtree(self.folder / "installed")
+
+
+class Secret(DesktopTest):
+    def test_the_memory_holds_the_password_once(self):
+        path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
+        with self.tally("the memory holds the password once, and never as the toolkit keeps text") as case:
+            for password in [token_hex(20), token_hex(6), "it's $" + token_hex(8)] * (5 if LONG else 1):
+                with self.running(self.account(password)) as utility:
+                    def count(when):
+                        found = [copies(utility.pid(), password.encode(code)) for code in ("utf-8", "utf-16-le")]
+                        case(found == [1, 0], f"{len(password)} characters, {when}: {found}")
+                    count("authenticated")
+                    utility.set_text("Patchfile:", path)
+                    utility.until(utility.can_update)
+                    count("checked")
+                    utility.start()
+                    utility.outcome()
+                    count("installed")
+
+    def test_no_core_no_process_no_clipboard_and_no_assistive_technology_gets_it(self):
+        account, field = self.account(), "Password or Phrase:"
+        home = Path("~" + account.name).expanduser()  # where the program runs and would leave a core
+        self.addCleanup(resource.setrlimit, resource.RLIMIT_CORE, resource.getrlimit(resource.RLIMIT_CORE))
+        resource.setrlimit(resource.RLIMIT_CORE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
+        with self.tally("no core, other process, clipboard or assistive technology gets the password") as case:
+            for number in (signal.SIGSEGV, signal.SIGABRT) * (5 if LONG else 1):
+                with Utility(account.name, PROGRAM) as utility:
+                    utility.window(AUTHENTICATE)
+                    utility.listen("object:text-changed")
+                    utility.fill(field, account.password)
+                    utility.key("ctrl+a", "ctrl+c", "ctrl+x")
+                    utility.fill("Name:", "")
+                    utility.key("ctrl+v", "x", "ctrl+a", "ctrl+c", "End", "ctrl+v")
+                    utility.until(lambda: utility.text("Name:").count("x") == 2)
+                    case(utility.text("Name:") == "xx", "the clipboard holds it")
+                    told = "".join(text for _, text in utility.heard()) + utility.text(field)
+                    case("x" in told and account.password not in told, "assistive technology is told it")
+                    for file in "mem", "environ":
+                        readable = {pid for pid in account.processes() if account.can_open(f"/proc/{pid}/{file}")}
+                        case(readable and utility.pid() not in readable, f"another process can open {file}")
+                    utility.kill(number)
+                    left = utility.exit_status(), list(home.glob("core*"))
+                    case(left == (-number, []), f"{number.name} leaves {left}")
+
+
+class TwoAtOnce(DesktopTest):
+    def test_each_shows_its_own(self):
+        updates = [(product, self.update(f"{product}.gz", product)) for product in ("First", "Second")]
+        utilities = [self.authenticated(self.account()) for _ in updates]
+
+        def shown(utility, update):
+            utility.set_text("Patchfile:", "")
+            utility.set_text("Patchfile:", update[1])
+            utility.until(utility.can_update)
+            return utility.record()[0]
+
+        with self.tally("two utilities at once each show their own file") as case, ThreadPoolExecutor() as both:
+            for _ in range(50 if LONG else 3):
+                updates.reverse()
+                found = list(both.map(shown, utilities, updates))
+                case(found == [product for product, _ in updates], found)

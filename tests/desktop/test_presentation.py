@@ -1,0 +1,76 @@
+import shutil
+
+from desktop.utility import AUTHENTICATE, MAIN, Utility
+from place import PROGRAM, VERSION, DesktopTest
+
+
+class About(DesktopTest):
+    def test_opens_and_closes_by_mouse_and_by_keyboard(self):
+        utility = self.authenticated(self.account())
+        for item in "File", f"About {MAIN}":
+            utility.click(item)
+        utility.window("About")
+        self.assertIn(f"Version {VERSION}", utility.texts("About"))
+        utility.hand("mousemove", *utility.place("About")[:2], "mousedown", 1)
+        self.assertEqual(utility.windows()[0], "About")
+        utility.hand("mouseup", 1)
+        utility.until(lambda: utility.windows() == [MAIN])
+        utility.key("alt+f", "Down", "Return")
+        utility.window("About")
+        utility.key("Escape")
+        utility.until(lambda: utility.windows() == [MAIN])
+
+
+class Keyboard(DesktopTest):
+    def test_is_enough_for_the_whole_road(self):
+        account, utility = self.account(), self.enterContext(Utility("root", PROGRAM))
+        utility.key("shift+Tab", "ctrl+a")
+        utility.type(f"{account.name}\t{account.password}")
+        utility.key("Return")
+        utility.window(MAIN)
+        utility.type(str(self.folder / "missing.gz"))
+        utility.dialog("Keep", "Cancel")
+        utility.key("Escape")
+        for name, way, answer in ("first", ["Return"], ["Tab", "Return"]), ("2", ["Tab", "Tab", "Return"], ["Return"]):
+            members = self.members(**{name: (b"new", 0o644)})
+            utility.until(lambda: utility.text("Patchfile:") == "")
+            utility.type(self.update(f"{name}.gz", members=members))
+            utility.until(utility.can_update)
+            utility.key(*way)
+            utility.outcome()
+            self.assert_installed(members)
+            utility.key(*answer)
+        self.assertEqual(utility.exit_status(), 0)
+
+
+class Attention(DesktopTest):
+    def test_is_asked_for_by_speech_and_by_a_dialog_behind_another_window(self):
+        path = self.update("a.gz", members=self.members(**{str(number): (b"", 0o644) for number in range(20_000)}))
+        utility = self.authenticated(self.account())
+        utility.listen("object:property-change:accessible-name")
+        for between, asking in (lambda: None, []), (utility.come_between, [MAIN]):
+            utility.install(path)
+            utility.until(lambda: utility.status() == "Installing Update...")
+            between()
+            utility.outcome()
+            utility.until(lambda: utility.asked_for_attention() == asking)
+            self.assertLess({"Installing Update...", "Update completed successfully"}, dict(utility.heard()).keys())
+            utility.answer("Install Another")
+
+
+class Bare(DesktopTest):
+    def test_keyboard_is_enough_without_pictures_and_assistive_technology(self):
+        account, bare = self.account(), {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None}
+        for kind, prepare in [
+                ("missing", lambda folder: shutil.rmtree(folder / "Resources")),
+                ("spoiled", lambda folder: [each.write_text("?") for each in folder.glob("Resources/*")])]:
+            members = self.members(**{kind: (b"new", 0o644)})
+            with self.subTest(kind), Utility(account.name, PROGRAM, environment=bare, prepare=prepare) as utility:
+                for title, text in (AUTHENTICATE, account.password), (MAIN, self.update("a.gz", members=members)):
+                    utility.until(lambda: utility.in_front() == title)
+                    utility.hand("type", "--file", "-", text=text)
+                    utility.hand("key", "Return")
+                # Return presses Update and then Quit; while something runs it does nothing.
+                utility.key_until_gone("Return")
+                self.assertEqual((utility.exit_status(), utility.stderr()), (0, ""))
+                self.assert_installed(members)
