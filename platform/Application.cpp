@@ -29,7 +29,7 @@ struct State {
 };
 
 State& Now() {
-  static State state;
+  static auto& state = *new State;
   return state;
 }
 

@@ -18,7 +18,7 @@ struct Lists {
 };
 
 Lists& WindowLists() {
-  static Lists lists;
+  static auto& lists = *new Lists;  // windows cannot go after their toolkit
   return lists;
 }
 

@@ -80,7 +80,8 @@ struct Toolkit {
   InputGuard Guard;
 };
 
-std::unique_ptr<Toolkit> toolkit;
+// Not destroyed by exit, which the toolkit calls when the display is gone.
+Toolkit* toolkit = nullptr;
 
 // Serves events until a descriptor is readable or the time, unless it is negative, is over.
 void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
@@ -104,7 +105,7 @@ void Await(int descriptor, int milliseconds) {
 }  // namespace
 
 void StartToolkit() {
-  toolkit = std::make_unique<Toolkit>();
+  toolkit = new Toolkit;
   QApplication::setApplicationVersion(ZELTO_VERSION);
   QApplication::setDesktopFileName("zelto-update-utility");
   QApplication::setQuitOnLastWindowClosed(false);
@@ -116,7 +117,7 @@ void StartToolkit() {
 void EndToolkit() {
   RuntimeSetWaiter({});
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  toolkit.reset();
+  delete std::exchange(toolkit, nullptr);
 }
 
 void RunLoop() { QApplication::exec(); }

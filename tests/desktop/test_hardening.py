@@ -26,6 +26,8 @@ class NeverCutOff(DesktopTest):
                     utility.until(Path(last).exists, 60)
                     ways[way](utility)
                     utility.await_heirs()
+                    if way == "display":
+                        case(utility.exit_status() == 1, "the end of the display is a crash")
                 wrong = sum(not Path(name).exists() or Path(name).read_bytes() != content
                             for name, (content, _) in members.items())
                 case(not wrong, f"{way} at {last}: {wrong} members are not as they should be")
