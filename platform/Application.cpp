@@ -16,7 +16,7 @@ namespace {
 struct HandlerRun {
   HandlerRun* Outer;
   Waiting Waits = Waiting::Not;
-  bool ShowsDialog = false;
+  bool ShowsDialog = false;  // which takes input, whatever waits outside
   int Refusals = 0;
 };
 
@@ -57,7 +57,7 @@ void ShowUnhandled(const String& text) {
   const auto dialog = RuntimeNewObject<MessageDialog>();
   dialog->Message("The utility has to end.");
   dialog->Explanation(text);
-  dialog->ShowModal();
+  ShowMessageDialog(*dialog, nullptr);
 }
 
 }  // namespace

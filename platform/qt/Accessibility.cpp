@@ -16,7 +16,7 @@ void Tell(QAccessibleEvent* event) {
   QAccessible::installUpdateHandler(TellMasked);
 }
 
-QString Masked(const QString& text) { return QString(text.size(), QChar(0x2022)); }
+QString Masked(const QString& text) { return {text.size(), QChar(0x2022)}; }
 
 void TellChange(QLineEdit& line, const QAccessibleTextCursorEvent& event, int position,
                 const QString& removed, const QString& inserted) {
