@@ -158,6 +158,20 @@ TEST_F(UpdateTest, AFailedInstallShowsTheTextAndLeavesTheFields) {
   EXPECT_EQ(Shown(), mGood + GoodLine + "Update File Read Error|on|on");
 }
 
+TEST_F(UpdateTest, AfterATargetThatTakesNoFileAnotherTrySucceeds) {
+  std::filesystem::create_directory_symlink("/sys", mPrograms.Path("installed"));
+  Choose(mGood);
+  std::string labels;
+  WhenModalPress("OK", &labels);
+  Press(mWindow->pbUpdate());
+  EXPECT_NE(labels.find("/member: Cannot open"), std::string::npos) << labels;
+  std::filesystem::remove(mPrograms.Path("installed"));
+  WhenModalPress("Install Another");
+  Press(mWindow->pbUpdate());
+  EXPECT_EQ(Shown(), "||||Update completed successfully|off|off");
+  EXPECT_EQ(Read(mPrograms.Path("installed/member")), "the member");
+}
+
 TEST_F(UpdateTest, QuitEndsWithNothingCleared) {
   Choose(mGood);
   WhenModalPress("Quit");
