@@ -4,6 +4,7 @@ import contextlib
 import ctypes
 import json
 import os
+import signal
 import socket
 import subprocess
 import sys
@@ -29,6 +30,8 @@ class Driver:
     def __init__(self, scale, command):
         # Whatever the program leaves behind stays below this process, where the session finds it.
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
+        # A shell makes what it puts in the background deaf to this one, and all that comes of it.
+        signal.signal(signal.SIGINT, signal.SIG_DFL)
         self._scale, self._heard = scale, []
         with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
             self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL,
