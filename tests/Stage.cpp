@@ -64,6 +64,21 @@ void WhenModalPress(const std::string& button, std::string* labels) {
   });
 }
 
+void CloseTwiceOnce(const std::function<bool()>& condition) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [=] {
+    if (!condition()) return;
+    timer->stop();
+    timer->deleteLater();
+    auto* top = QApplication::activeWindow();
+    top->close();
+    EXPECT_TRUE(top->isVisible());
+    top->close();
+    EXPECT_FALSE(top->isVisible());
+  });
+  timer->start(5);
+}
+
 QWidget& ControlWidget(QWidget& window, int left, int top) {
   for (auto* widget : window.findChildren<QWidget*>()) {
     if (widget->parentWidget() && widget->parentWidget()->parentWidget() == &window &&

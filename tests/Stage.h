@@ -25,4 +25,7 @@ QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Presses the button of the next modal window; the texts of its labels are noted before.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 
+// Closes the active window twice once the condition holds; the first time has to be refused.
+void CloseTwiceOnce(const std::function<bool()>& condition);
+
 QWidget& ControlWidget(QWidget& window, int left, int top);

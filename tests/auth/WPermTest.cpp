@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QTimer>
 
 #include "auth/GetUserName.h"
 #include "core/Globals.h"
@@ -89,16 +88,7 @@ TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
 TEST_F(WPermTest, AskedTwiceToCloseDuringACheckTheProgramEnds) {
   mPrograms.Script("su", "sleep 1; exit 0");
   mDialog->Show();
-  QTimer watch;
-  QObject::connect(&watch, &QTimer::timeout, [&] {
-    if (mPrograms.Calls("su").empty()) return;
-    watch.stop();
-    auto* top = QApplication::activeWindow();
-    top->close();
-    EXPECT_TRUE(IsOpen());
-    top->close();
-  });
-  watch.start(5);
+  CloseTwiceOnce([&] { return !mPrograms.Calls("su").empty(); });
   Press("zt", "secret");
   EXPECT_FALSE(Globals::Authenticated);
   EXPECT_THROW(LeaveIfEnding(), EndException);

@@ -183,16 +183,7 @@ TEST_F(UpdateTest, QuitEndsWithNothingCleared) {
 TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
   Choose(mGood);
   mPrograms.Script("tar", "sleep 0.5; touch " + mPrograms.Path("finished"));
-  QTimer watch;
-  QObject::connect(&watch, &QTimer::timeout, [&] {
-    if (mPrograms.Calls("tar").empty()) return;
-    watch.stop();
-    auto* top = QApplication::activeWindow();
-    top->close();
-    EXPECT_TRUE(top->isVisible());
-    top->close();
-  });
-  watch.start(5);
+  CloseTwiceOnce([&] { return !mPrograms.Calls("tar").empty(); });
   FromToolkit([&] {
     mWindow->pbUpdate()->Raise("Action");
     ADD_FAILURE() << "the handler goes on";
