@@ -47,9 +47,11 @@ Ref<FolderItem> FolderItem::Parent() const {
 
 Ref<FolderItem> FolderItem::Child(const String& name) const { return At(mPath + "/" + name); }
 
-bool FolderItem::Exists() const { return access(mPath.CString(), F_OK) == 0; }
+bool FolderItem::Exists() const { return access(std::string(mPath.Bytes()).c_str(), F_OK) == 0; }
 
-bool FolderItem::IsReadable() const { return access(mPath.CString(), R_OK) == 0; }
+bool FolderItem::IsReadable() const {
+  return access(std::string(mPath.Bytes()).c_str(), R_OK) == 0;
+}
 
 Ref<Picture> FolderItem::OpenAsPicture() const { return LoadPicture(mPath); }
 

@@ -28,7 +28,7 @@ struct Encoder {
 
 class Reader {
  public:
-  explicit Reader(std::string_view bytes) : mRest(bytes) {}
+  explicit Reader(const String& list) : mList(list), mRest(list.Bytes()) {}
 
   bool AtEnd() const { return mRest.empty(); }
 
@@ -39,7 +39,7 @@ class Reader {
     return taken;
   }
 
-  String TakeKey() {
+  std::string_view TakeKey() {
     const auto key = Take(std::min(mRest.find(' '), mRest.size()));
     Take(1);
     return key;
@@ -60,7 +60,7 @@ class Reader {
       case 2:
         return TakeColor();
       default:
-        return String(Take(TakeBigEndian()));
+        return mList.Part(Take(TakeBigEndian()));
     }
   }
 
@@ -77,14 +77,17 @@ class Reader {
     return {part(0), part(1), part(2)};
   }
 
+  const String& mList;
   std::string_view mRest;
 };
 
-const Property& Declared(const String& key, const std::vector<Property>& declared) {
-  const auto found = std::find_if(declared.begin(), declared.end(),
-                                  [&](const Property& property) { return property.Name == key; });
-  if (found == declared.end()) throw UnsupportedFormatException("the key is not declared: " + key);
-  return *found;
+// Looks from one on and then among all, since most lists have their keys in the declared order.
+std::size_t Find(std::string_view key, const std::vector<Property>& declared, std::size_t likely) {
+  for (std::size_t tried = 0; tried < declared.size(); ++tried) {
+    const auto at = (likely + tried) % declared.size();
+    if (RuntimeStringEqual(declared[at].Name.Bytes(), key)) return at;
+  }
+  throw UnsupportedFormatException("the key is not declared: " + String(key));
 }
 
 }  // namespace
@@ -101,9 +104,11 @@ String EncodePropertyList(const std::vector<PropertyEntry>& entries) {
 std::vector<PropertyEntry> DecodePropertyList(const String& list,
                                               const std::vector<Property>& declared) {
   std::vector<PropertyEntry> entries;
-  for (Reader reader(list.Bytes()); !reader.AtEnd();) {
-    const Property& property = Declared(reader.TakeKey(), declared);
-    entries.push_back({property.Name, reader.TakeValue(property.Type)});
+  entries.reserve(declared.size());
+  std::size_t at = 0;
+  for (Reader reader(list); !reader.AtEnd(); ++at) {
+    at = Find(reader.TakeKey(), declared, at);
+    entries.push_back({declared[at].Name, reader.TakeValue(declared[at].Type)});
   }
   return entries;
 }

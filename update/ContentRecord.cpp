@@ -8,7 +8,7 @@ namespace {
 
 String WithoutCarriageReturn(const String& line) {
   const auto bytes = line.Bytes();
-  return bytes.ends_with('\r') ? bytes.substr(0, bytes.size() - 1) : bytes;
+  return bytes.ends_with('\r') ? line.Part(bytes.substr(0, bytes.size() - 1)) : line;
 }
 
 }  // namespace

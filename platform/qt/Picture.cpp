@@ -1,5 +1,7 @@
 #include "platform/qt/Picture.h"
 
+#include <QFileInfo>
+#include <QImageReader>
 #include <QPainter>
 
 #include "platform/Toolkit.h"
@@ -66,7 +68,11 @@ QImage MaskedImage(const Picture& picture) {
 }
 
 Ref<Picture> LoadPicture(const String& path) {
-  QImage image(QString::fromUtf8(path.CString()));
+  const QString file = Shown(path);
+  // By the name's ending, since to look at the content loads the plug-ins of all formats.
+  QImageReader reader(file, QFileInfo(file).suffix().toLatin1().toLower());
+  reader.setAutoDetectImageFormat(false);
+  const QImage image = reader.read();
   if (image.isNull()) return nullptr;
   auto picture = RuntimeNewObject<ImagePicture>();
   // A format that can be drawn on.

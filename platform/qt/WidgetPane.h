@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "platform/Toolkit.h"
+#include "platform/qt/Text.h"
 
 namespace zelto {
 
@@ -31,7 +32,7 @@ class WidgetPane : public Interface {
     SetWidgetProperty(*mWidget, name, value);
   }
   void SetLabel(const String& label) override {
-    mWidget->setAccessibleName(QString::fromUtf8(label.CString()));
+    mWidget->setAccessibleName(Shown(label));
   }
   bool Enabled() const override { return mWidget->isEnabledTo(nullptr); }
   bool Visible() const override { return !mWidget->isHidden(); }

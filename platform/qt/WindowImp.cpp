@@ -43,9 +43,7 @@ class QtWindowImp : public WindowImp {
     mTop->setGeometry(left, top, mTop->width(), mTop->height());
   }
 
-  void SetMenuBar(const Ref<MenuBar>& bar) override {
-    mTop->SetMenuBar(NewMenuBar(mWindow, bar, mLife));
-  }
+  void SetMenuBar(const Ref<MenuBar>& bar) override { mMenuBar = bar; }
 
   void ControlsCreated() override {
     mTop->setWindowFlags((mIsDialog ? Qt::Dialog : Qt::Window) | Qt::CustomizeWindowHint |
@@ -56,13 +54,15 @@ class QtWindowImp : public WindowImp {
       mTop->Content().setFixedSize(mSize);
       mTop->layout()->setSizeConstraint(QLayout::SetFixedSize);
     }
-    const QWidget* bar = mTop->layout()->menuBar();
-    mTop->resize(mSize + QSize(0, bar ? bar->sizeHint().height() : 0));
+    mTop->resize(mSize);
     mTop->layout()->activate();
     mTop->OrderTabs();
   }
 
-  void Show() override { mTop->show(); }
+  void Show() override {
+    AddMenuBar();
+    mTop->show();
+  }
 
   void ShowModal(WindowImp* parent) override {
     EndWaiting();
@@ -84,11 +84,21 @@ class QtWindowImp : public WindowImp {
   TopLevel& Widget() { return *mTop; }
 
  private:
+  // Not before the window is shown: the toolkit's bar loads the plug-ins of all picture formats,
+  // and an earlier window need not wait for that.
+  void AddMenuBar() {
+    if (!mMenuBar || mTop->layout()->menuBar()) return;
+    QWidget* bar = NewMenuBar(mWindow, mMenuBar, mLife);
+    mTop->SetMenuBar(bar);
+    mTop->resize(mTop->size() + QSize(0, bar->sizeHint().height()));
+  }
+
   void SetHint(Qt::WindowType hint, bool isOn) { mHints.setFlag(hint, isOn); }
 
   Window& mWindow;
   QObject mLife;  // what must not outlive the window is connected through it
   TopLevel* mTop;
+  Ref<MenuBar> mMenuBar;
   QSize mSize;
   QSize mSmallest;
   bool mIsDialog = false;

@@ -1,6 +1,8 @@
 #include "platform/runtime/Secrecy.h"
 
 #include <sys/resource.h>
+
+#include <cstring>
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
@@ -8,9 +10,10 @@
 namespace zelto {
 
 void Wipe(void* memory, std::size_t bytes) {
-  // Volatile, or the compiler drops stores to memory that is about to go.
-  volatile char* byte = static_cast<char*>(memory);
-  for (; bytes > 0; --bytes) *byte++ = 0;
+  std::memset(memory, 0, bytes);
+  // Somebody may read it here, for all the compiler knows; else it drops stores to memory that is
+  // about to go.
+  asm volatile("" : : "r"(memory) : "memory");
 }
 
 void GuardMemory() {

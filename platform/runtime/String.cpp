@@ -8,11 +8,6 @@ namespace zelto {
 
 namespace {
 
-void WipeAndDelete(std::string* bytes) {
-  Wipe(bytes->data(), bytes->size());
-  delete bytes;
-}
-
 char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool StartsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
@@ -26,18 +21,36 @@ std::string_view NthPiece(std::string_view text, std::string_view delimiter, Int
   return text.substr(0, text.find(delimiter));
 }
 
+bool AreSame(char a, char b) { return Folded(a) == Folded(b); }
+
 }  // namespace
 
-String::String(std::string_view bytes) : String(std::string(bytes)) {}
+String::Memory::~Memory() { Wipe(Bytes.data(), Bytes.size()); }
+
+String::String(std::string_view bytes) {
+  if (bytes.empty()) return;
+  mMemory = std::make_shared<Memory>();
+  mMemory->Bytes = bytes;
+  mSize = bytes.size();
+}
 
 String::String(std::string&& bytes) {
   if (bytes.empty()) return;
-  auto* kept = new std::string;
-  kept->swap(bytes);
-  mBytes = std::shared_ptr<std::string>(kept, WipeAndDelete);
+  mMemory = std::make_shared<Memory>();
+  mMemory->Bytes.swap(bytes);
+  mSize = mMemory->Bytes.size();
   // A short text lay in the other string itself, and still does.
   bytes.resize(bytes.capacity());
   Wipe(bytes.data(), bytes.size());
+}
+
+String String::Part(std::string_view bytes) const {
+  String part;
+  if (bytes.empty()) return part;
+  part.mMemory = mMemory;
+  part.mStart = static_cast<std::size_t>(bytes.data() - mMemory->Bytes.data());
+  part.mSize = bytes.size();
+  return part;
 }
 
 String operator+(const String& left, const String& right) {
@@ -50,23 +63,30 @@ String operator+(const String& left, const String& right) {
 }
 
 String operator+(const String& left, String&& right) {
-  const auto size = left.Bytes().size() + right.Bytes().size();
-  const bool hasRoom = right.mBytes.use_count() == 1 && right.mBytes->capacity() >= size;
+  const auto& memory = right.mMemory;
+  const auto size = left.mSize + right.mSize;
+  const bool hasRoom = memory.use_count() == 1 && memory->Bytes.size() == right.mSize &&
+                       memory->Bytes.capacity() >= size;
   if (!hasRoom) return left + static_cast<const String&>(right);
-  right.mBytes->insert(0, left.Bytes());
+  memory->Bytes.insert(0, left.Bytes());
+  right.mSize = size;
   return std::move(right);
 }
 
 Int32 RuntimeStringCompare(const String& left, const String& right) {
   const auto a = left.Bytes();
   const auto b = right.Bytes();
-  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return Folded(x) == Folded(y); });
+  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), AreSame);
   if (inA == a.end() && inB == b.end()) return 0;
   if (inA == a.end()) return -1;
   if (inB == b.end()) return 1;
   return static_cast<unsigned char>(Folded(*inA)) < static_cast<unsigned char>(Folded(*inB)) ? -1
                                                                                              : 1;
+}
+
+bool RuntimeStringEqual(std::string_view left, std::string_view right) {
+  return left.size() == right.size() &&
+         (left == right || std::equal(left.begin(), left.end(), right.begin(), AreSame));
 }
 
 Int32 LenB(const String& text) { return static_cast<Int32>(text.Bytes().size()); }
@@ -83,7 +103,7 @@ String Right(const String& text, Int32 length) {
     do --start;
     while (start > 0 && !StartsCharacter(bytes[start]));
   }
-  return bytes.substr(start);
+  return text.Part(bytes.substr(start));
 }
 
 std::vector<String> Split(const String& text, const String& delimiter) {
@@ -92,17 +112,17 @@ std::vector<String> Split(const String& text, const String& delimiter) {
   auto rest = text.Bytes();
   for (auto at = rest.find(delimiter.Bytes()); at != std::string_view::npos;
        at = rest.find(delimiter.Bytes())) {
-    pieces.emplace_back(rest.substr(0, at));
+    pieces.push_back(text.Part(rest.substr(0, at)));
     rest.remove_prefix(at + delimiter.Bytes().size());
   }
-  pieces.emplace_back(rest);
+  pieces.push_back(text.Part(rest));
   return pieces;
 }
 
 String NthField(const String& text, const String& delimiter, Int32 n) {
   if (n < 1) return {};
   if (delimiter.IsNil()) return n == 1 ? text : String();
-  return NthPiece(text.Bytes(), delimiter.Bytes(), n);
+  return text.Part(NthPiece(text.Bytes(), delimiter.Bytes(), n));
 }
 
 String ElementAt(const std::vector<String>& array, Int32 index) {

@@ -10,8 +10,11 @@ namespace zelto {
 
 using Int32 = std::int32_t;
 
-// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. The bytes are
-// overwritten when the last copy goes, since any string may hold a password.
+bool RuntimeStringEqual(std::string_view left, std::string_view right);
+
+// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. Copies and parts
+// share the memory, which is overwritten when the last of them goes, since any string may hold a
+// password.
 class String {
  public:
   String() = default;
@@ -21,15 +24,36 @@ class String {
   // Keeps the memory that the text has reserved.
   String(std::string&& bytes);
 
-  bool IsNil() const { return !mBytes; }
-  std::string_view Bytes() const { return mBytes ? std::string_view(*mBytes) : ""; }
-  // The bytes with a NUL behind them, for the system's calls; valid while this string lives.
-  const char* CString() const { return mBytes ? mBytes->c_str() : ""; }
+  bool IsNil() const { return !mMemory; }
+  std::string_view Bytes() const {
+    return mMemory ? std::string_view(mMemory->Bytes).substr(mStart, mSize) : "";
+  }
+  // The part of this string that the bytes, which lie in it, are.
+  String Part(std::string_view bytes) const;
+
+  // The case of ASCII letters does not count.
+  friend bool operator==(const String& left, const String& right) {
+    return RuntimeStringEqual(left.Bytes(), right.Bytes());
+  }
+  friend bool operator==(const String& left, const char* right) {
+    return RuntimeStringEqual(left.Bytes(), right);
+  }
 
  private:
   friend String operator+(const String& left, String&& right);
 
-  std::shared_ptr<std::string> mBytes;  // not changed while it is shared
+  struct Memory {
+    Memory() = default;
+    Memory(const Memory&) = delete;
+    Memory& operator=(const Memory&) = delete;
+    ~Memory();
+
+    std::string Bytes;
+  };
+
+  std::shared_ptr<Memory> mMemory;  // not changed while it is shared
+  std::size_t mStart = 0;
+  std::size_t mSize = 0;
 };
 
 String operator+(const String& left, const String& right);
@@ -38,9 +62,6 @@ String operator+(const String& left, String&& right);
 
 // 0 when the two are equal; the case of ASCII letters does not count.
 Int32 RuntimeStringCompare(const String& left, const String& right);
-inline bool operator==(const String& left, const String& right) {
-  return RuntimeStringCompare(left, right) == 0;
-}
 
 Int32 LenB(const String& text);                  // bytes
 Int32 Len(const String& text);                   // characters

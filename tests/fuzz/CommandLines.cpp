@@ -50,7 +50,7 @@ class Interpreter {
   }
 
   std::string Told(const CommandLine& line) {
-    std::fprintf(mInput, "%s\nprintf '\\035'\n", line.Text.CString());
+    std::fprintf(mInput, "%s\nprintf '\\035'\n", std::string(line.Text.Bytes()).c_str());
     std::fflush(mInput);
     std::string told;
     for (int c; (c = std::fgetc(mOutput)) != '\035' && c != EOF;) told += static_cast<char>(c);

@@ -1,0 +1,24 @@
+// The smallest program of the toolkit with two fields and a button: what the Authenticate dialog
+// costs at the least.
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QDialog dialog;
+  QVBoxLayout layout(&dialog);
+  QLineEdit name(&dialog);
+  QLineEdit password(&dialog);
+  QPushButton button("Authenticate", &dialog);
+  password.setEchoMode(QLineEdit::Password);
+  for (QWidget* widget : {static_cast<QWidget*>(&name), static_cast<QWidget*>(&password),
+                          static_cast<QWidget*>(&button)}) {
+    layout.addWidget(widget);
+  }
+  dialog.setWindowTitle("Authenticate");
+  dialog.show();
+  return application.exec();
+}
