@@ -1,0 +1,237 @@
+// The utility with a clock inside. Answers each line on its standard input with one of JSON; times
+// are in milliseconds.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <atomic>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <thread>
+
+#include "app/Sequence.h"
+#include "exec/Interpreter.h"
+#include "platform/Application.h"
+#include "platform/MessageDialog.h"
+#include "platform/runtime/Numbers.h"
+#include "ui/WPerm.h"
+#include "ui/Window1.h"
+
+namespace {
+
+using namespace zelto;
+
+double Now() {
+  static const auto clock = [] {
+    QElapsedTimer timer;
+    timer.start();
+    return timer;
+  }();
+  return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+// When the last child ended, also while the program has not noticed.
+std::atomic<double> lastEnd = 0;
+
+[[noreturn]] void WatchChildren() {
+  pid_t seen = 0;
+  for (;;) {
+    siginfo_t child{};
+    if (waitid(P_ALL, 0, &child, WEXITED | WNOWAIT) == 0 && child.si_pid != seen) {
+      lastEnd = Now();
+      seen = child.si_pid;
+    }
+    usleep(300);
+  }
+}
+
+// Calls back once a window of a kind has been drawn and the display has seen all of it.
+class Drawn : public QObject {
+ public:
+  Drawn() { qApp->installEventFilter(this); }
+
+  void Next(bool isDialog, std::function<void(QWidget&)> then) {
+    mIsDialog = isDialog;
+    mThen = std::move(then);
+  }
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (event->type() != QEvent::Paint || !mThen) return false;
+    auto* window = static_cast<QWidget*>(object)->window();
+    if (mIsDialog != (qobject_cast<QDialog*>(window) != nullptr)) return false;
+    QTimer::singleShot(0, window, [window, then = std::exchange(mThen, nullptr)] {
+      QGuiApplication::sync();
+      then(*window);
+    });
+    return false;
+  }
+
+ private:
+  bool mIsDialog = false;
+  std::function<void(QWidget&)> mThen;
+};
+
+// The longest time in which the event loop served nothing.
+class Gaps {
+ public:
+  Gaps() {
+    QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [this] {
+      mLongest = std::max(mLongest, Now() - mLast);
+      mLast = Now();
+    });
+    mTimer.setTimerType(Qt::PreciseTimer);
+    mTimer.start(1);
+  }
+  double Longest() const { return mLongest; }
+
+ private:
+  QTimer mTimer;
+  double mLast = Now();
+  double mLongest = 0;
+};
+
+Drawn* drawn = nullptr;
+
+void Answer(const std::map<std::string, double>& values) {
+  const char* separator = "{";
+  for (const auto& [name, value] : values) {
+    std::cout << separator << '"' << name << "\": " << value;
+    separator = ", ";
+  }
+  std::cout << "}" << std::endl;
+}
+
+void Press(QWidget& window, const QString& caption) {
+  for (auto* button : window.findChildren<QAbstractButton*>()) {
+    if (button->text() == caption) return button->click();
+  }
+}
+
+QWidget& WindowTitled(const QString& title) {
+  for (auto* window : QApplication::topLevelWidgets()) {
+    if (window->windowTitle() == title && !qobject_cast<QDialog*>(window)) return *window;
+  }
+  throw std::runtime_error("no window " + title.toStdString());
+}
+
+// As one script, so that the lines cost one interpreter.
+void RunLines(const std::vector<CommandLine>& lines) {
+  String script;
+  for (const auto& line : lines) script = script + line.Text + "\n";
+  std::FILE* output = std::tmpfile();
+  const double start = Now();
+  const pid_t process =
+      StartInterpreter({script, lines.back().Passphrase}, fileno(output), fileno(output));
+  int status = 0;
+  waitpid(process, &status, 0);
+  Answer({{"ms", Now() - start}, {"status", WEXITSTATUS(status)}});
+  std::fclose(output);
+}
+
+void Authenticate(const String& user, const String& passwd) {
+  WPerm()->authuser()->Text(user);
+  WPerm()->passwd()->Text(passwd);
+  const double start = Now();
+  drawn->Next(false, [=](QWidget&) { Answer({{"ms", Now() - start}}); });
+  Press(WindowTitled("Authenticate"), "Authenticate");
+}
+
+void Check(const String& path) {
+  FromToolkit([&] {
+    Window1()->EditField1()->Text({});
+    const double start = Now();
+    Window1()->EditField1()->Text(path);
+    Answer({{"ms", Now() - start}, {"enabled", Window1()->pbUpdate()->Enabled()}});
+  });
+}
+
+void Install(const String& path, bool watchesGaps) {
+  if (!(Window1()->EditField1()->Text() == path)) {
+    FromToolkit([&] { Window1()->EditField1()->Text(path); });
+  }
+  const auto gaps = watchesGaps ? std::make_unique<Gaps>() : nullptr;
+  std::map<std::string, double> answer;
+  const double start = Now();
+  drawn->Next(true, [&](QWidget& dialog) {
+    answer = {{"ms", Now() - start},
+              {"outcome", Now() - lastEnd},
+              {"gap", gaps ? gaps->Longest() : 0}};
+    Press(dialog, "Install Another");
+  });
+  Press(WindowTitled("ZELTO Group Update Utility"), "Update");
+  Answer(answer);
+}
+
+void FailureDialog(std::size_t bytes) {
+  std::string text;
+  while (text.size() < bytes) text += "tar: /opt/sample/file: Cannot open: No space left on device\n";
+  double took = 0;
+  FromToolkit([&, explanation = String(std::move(text))] {
+    const double start = Now();
+    const auto dialog = RuntimeNewObject<MessageDialog>();
+    dialog->Message("Bad update file");
+    dialog->Explanation(explanation);
+    drawn->Next(true, [&](QWidget& window) {
+      took = Now() - start;
+      Press(window, "OK");
+    });
+    dialog->ShowModalWithin(Ref<Window>(Window1().Get()));
+  });
+  Answer({{"ms", took}});
+}
+
+String user;
+String passwd;
+
+void Obey(const std::string& request) {
+  const auto fields = Split(request, "\t");
+  const auto argument = [&](Int32 index) { return ElementAt(fields, index); };
+  if (argument(0) == "account") {
+    user = argument(1);
+    passwd = argument(2);
+    Answer({});
+  }
+  if (argument(0) == "authenticate") Authenticate(user, passwd);
+  if (argument(0) == "check") Check(argument(1));
+  if (argument(0) == "install") Install(argument(1), false);
+  if (argument(0) == "gaps") Install(argument(1), true);
+  if (argument(0) == "failure") FailureDialog(10'000'000);
+  if (argument(0) == "authenticate lines") {
+    RunLines({ForgetCredentials(), CredentialCheck(passwd, user)});
+  }
+  if (argument(0) == "check lines") {
+    RunLines({CredentialCheck(passwd, user), MemberExtract(passwd, user, argument(1)),
+              MemberRead(passwd, user)});
+  }
+  if (argument(0) == "install lines") {
+    RunLines({ForgetCredentials(), CredentialCheck(passwd, user),
+              FullExtract(passwd, user, argument(1))});
+  }
+}
+
+}  // namespace
+
+int main() {
+  Now();
+  RuntimeInit();
+  initialize();
+  drawn = new Drawn;
+  std::thread(WatchChildren).detach();
+  auto* requests = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, qApp);
+  QObject::connect(requests, &QSocketNotifier::activated, qApp, [] {
+    std::string line;
+    if (!std::getline(std::cin, line)) _exit(0);
+    Obey(line);
+  });
+  drawn->Next(false, [](QWidget&) { Answer({{"ms", Now()}}); });
+  Main();
+  _exit(0);
+}
