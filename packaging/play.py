@@ -4,13 +4,12 @@ import contextlib
 import secrets
 import shlex
 import shutil
-import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
-from desktop.accounts import SUDO_MEMORY, Account
+from desktop.accounts import SUDO_MEMORY, Account, run
 from desktop.demo import demonstrate
 
 ENTRY = "usr/share/applications/zelto-update-utility.desktop"
@@ -34,22 +33,18 @@ def command(root):
 
 def let_into_the_root(folder):
     """Only root may change the root folder, but it is the account that starts the program."""
-    subprocess.run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"], check=True)
+    run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
 
 
 @contextlib.contextmanager
 def also_in(root, account):
-    run("chroot", root, "useradd", "-m", "-u", str(account.uid), "-s", "/bin/bash", "-G", "sudo", account.name)
+    run(["chroot", root, "useradd", "-m", "-u", str(account.uid), "-s", "/bin/bash", "-G", "sudo", account.name])
     try:
-        run("chroot", root, "chpasswd", text=f"{account.name}:{account.password}\n")
+        run(["chroot", root, "chpasswd"], f"{account.name}:{account.password}\n")
         yield
     finally:
-        run("chroot", root, "userdel", "-r", account.name)
-        run("rm", "-rf", *(f"{root}{folder}/{account.name}" for folder in SUDO_MEMORY))
-
-
-def run(*command, text=None):
-    subprocess.run(command, input=text, text=True, check=True)
+        run(["chroot", root, "userdel", "-r", account.name])
+        run(["rm", "-rf", *(f"{root}{folder}/{account.name}" for folder in SUDO_MEMORY)])
 
 
 if __name__ == "__main__":
