@@ -21,12 +21,12 @@ class Account:
 
     def __enter__(self):
         groups = ["-G", "sudo"] if self.sudo else []
-        _run(["useradd", "-m", "-s", "/bin/bash", *groups, self.name])
+        run(["useradd", "-m", "-s", "/bin/bash", *groups, self.name])
         try:
-            _run(["chpasswd", "-e"], f"{self.name}:{_hash(self.password)}\n")
-            self.uid = int(_run(["id", "-u", self.name]))
+            run(["chpasswd", "-e"], f"{self.name}:{_hash(self.password)}\n")
+            self.uid = int(run(["id", "-u", self.name]))
         except BaseException:
-            _run(["userdel", "-r", self.name])
+            run(["userdel", "-r", self.name])
             raise
         return self
 
@@ -74,7 +74,7 @@ def _hash(password):
     return hashed.decode()
 
 
-def _run(command, text=None):
+def run(command, text=None):
     done = subprocess.run(command, input=text, capture_output=True, text=True)
     if done.returncode:
         raise RuntimeError(f"{command[0]}: {done.stderr.strip()}")

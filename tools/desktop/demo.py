@@ -8,12 +8,18 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop.accounts import Account
 from desktop.updates import make_update
-from desktop.utility import AUTHENTICATE, Utility
+from desktop.utility import AUTHENTICATE, MAIN, Utility
 
 DESCRIPTION = "Two small files that show how an update is installed."
 
 
 def main(program, pictures):
+    with Account(secrets.token_urlsafe()) as account:
+        demonstrate(program, account, pictures)
+
+
+def demonstrate(program, account, pictures, root="", **session):
+    """root: the folder that the program sees as its root."""
     pictures = Path(pictures)
     pictures.mkdir(parents=True, exist_ok=True)
     unique = "zelto-demo-" + secrets.token_hex(4)
@@ -25,16 +31,16 @@ def main(program, pictures):
         folder.chmod(0o755)
         update = folder / "sample.tar.gz"
         make_update(update, "Sample Tools", "2.5", DESCRIPTION, members)
-        with Account(secrets.token_urlsafe()) as account, Utility(account.name, program) as utility:
+        with Utility(account.name, program, **session) as utility:
             status = play(utility, account, update, pictures)
         assert status == 0, f"exit status {status}"
         for name, (content, mode) in members.items():
-            check(Path(name), content, mode)
+            check(Path(root + name), content, mode)
             print(f"installed: {name}")
         print(f"pictures: {pictures}")
     finally:
         shutil.rmtree(folder)
-        shutil.rmtree(target, ignore_errors=True)
+        shutil.rmtree(f"{root}{target}", ignore_errors=True)
 
 
 def play(utility, account, update, pictures):
@@ -45,14 +51,20 @@ def play(utility, account, update, pictures):
     utility.screenshot(pictures / "02-main-window.png")
     print("authenticated: the main window shows")
 
+    utility.key("alt+f", "Down", "Return")
+    utility.window("About")
+    utility.screenshot(pictures / "03-about.png")
+    utility.key("Escape")
+    utility.window(MAIN)
+
     utility.fill("Patchfile:", str(update))
     utility.shows("Sample Tools", "2.5", DESCRIPTION)
-    utility.screenshot(pictures / "03-update-chosen.png")
+    utility.screenshot(pictures / "04-update-chosen.png")
     print("update file chosen: product, version and description show")
 
     utility.start()
     utility.outcome()
-    utility.screenshot(pictures / "04-installed.png")
+    utility.screenshot(pictures / "05-installed.png")
     print("update installed")
 
     utility.click("Quit")

@@ -1,0 +1,51 @@
+"""Plays the main job with the package that is installed in the folder ROOT, with which this process
+shares its /tmp: play.py ROOT PICTURES_DIR (as root)."""
+import contextlib
+import secrets
+import shlex
+import shutil
+import sys
+import tempfile
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+from desktop.accounts import SUDO_MEMORY, Account, run
+from desktop.demo import demonstrate
+
+ENTRY = "usr/share/applications/zelto-update-utility.desktop"
+
+
+def main(root, pictures):
+    with tempfile.TemporaryDirectory() as folder, Account(secrets.token_urlsafe()) as account, \
+            also_in(root, account):
+        program = Path(folder, "bin", "start")
+        program.parent.mkdir()
+        shutil.copy("/usr/sbin/chroot", program.parent)
+        program.write_text(f'#!/bin/sh\nexec "${{0%/*}}/chroot" {shlex.quote(root)} {command(root)}\n')
+        demonstrate(program, account, pictures, root, prepare=let_into_the_root)
+
+
+def command(root):
+    """What the desktop entry starts."""
+    line, = (line for line in Path(root, ENTRY).read_text().splitlines() if line.startswith("Exec="))
+    return line.removeprefix("Exec=")
+
+
+def let_into_the_root(folder):
+    """Only root may change the root folder, but it is the account that starts the program."""
+    run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
+
+
+@contextlib.contextmanager
+def also_in(root, account):
+    run(["chroot", root, "useradd", "-m", "-u", str(account.uid), "-s", "/bin/bash", "-G", "sudo", account.name])
+    try:
+        run(["chroot", root, "chpasswd"], f"{account.name}:{account.password}\n")
+        yield
+    finally:
+        run(["chroot", root, "userdel", "-r", account.name])
+        run(["rm", "-rf", *(f"{root}{folder}/{account.name}" for folder in SUDO_MEMORY)])
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])
