@@ -52,13 +52,24 @@ std::atomic<double> lastEnd = 0;
   }
 }
 
-// Calls back once a window of a kind has been drawn and the display has seen all of it.
+constexpr const char* authenticateTitle = "Authenticate";
+constexpr const char* mainTitle = "ZELTO Group Update Utility";
+
+bool IsMessage(const QWidget& window) { return qobject_cast<const QDialog*>(&window) != nullptr; }
+
+bool IsMain(const QWidget& window) {
+  return window.windowTitle() == mainTitle && !IsMessage(window);
+}
+
+bool IsAuthenticate(const QWidget& window) { return window.windowTitle() == authenticateTitle; }
+
+// Calls back once such a window has been drawn and the display has seen all of it.
 class Drawn : public QObject {
  public:
   Drawn() { qApp->installEventFilter(this); }
 
-  void Next(bool isDialog, std::function<void(QWidget&)> then) {
-    mIsDialog = isDialog;
+  void Next(bool (*isIt)(const QWidget&), std::function<void(QWidget&)> then) {
+    mIsIt = isIt;
     mThen = std::move(then);
   }
 
@@ -66,7 +77,7 @@ class Drawn : public QObject {
   bool eventFilter(QObject* object, QEvent* event) override {
     if (event->type() != QEvent::Paint || !mThen) return false;
     auto* window = static_cast<QWidget*>(object)->window();
-    if (mIsDialog != (qobject_cast<QDialog*>(window) != nullptr)) return false;
+    if (!mIsIt(*window)) return false;
     QTimer::singleShot(0, window, [window, then = std::exchange(mThen, nullptr)] {
       QGuiApplication::sync();
       then(*window);
@@ -75,7 +86,7 @@ class Drawn : public QObject {
   }
 
  private:
-  bool mIsDialog = false;
+  bool (*mIsIt)(const QWidget&) = nullptr;
   std::function<void(QWidget&)> mThen;
 };
 
@@ -115,11 +126,11 @@ void Press(QWidget& window, const QString& caption) {
   }
 }
 
-QWidget& WindowTitled(const QString& title) {
+QWidget& Find(bool (*isIt)(const QWidget&)) {
   for (auto* window : QApplication::topLevelWidgets()) {
-    if (window->windowTitle() == title && !qobject_cast<QDialog*>(window)) return *window;
+    if (isIt(*window)) return *window;
   }
-  throw std::runtime_error("no window " + title.toStdString());
+  throw std::runtime_error("no such window");
 }
 
 // As one script, so that the lines cost one interpreter.
@@ -140,8 +151,10 @@ void Authenticate(const String& user, const String& passwd) {
   WPerm()->authuser()->Text(user);
   WPerm()->passwd()->Text(passwd);
   const double start = Now();
-  drawn->Next(false, [=](QWidget&) { Answer({{"ms", Now() - start}}); });
-  Press(WindowTitled("Authenticate"), "Authenticate");
+  drawn->Next(IsMain, [=](QWidget&) {
+    Answer({{"ms", Now() - start}, {"outcome", Now() - lastEnd}});
+  });
+  Press(Find(IsAuthenticate), "Authenticate");
 }
 
 void Check(const String& path) {
@@ -160,13 +173,13 @@ void Install(const String& path, bool watchesGaps) {
   const auto gaps = watchesGaps ? std::make_unique<Gaps>() : nullptr;
   std::map<std::string, double> answer;
   const double start = Now();
-  drawn->Next(true, [&](QWidget& dialog) {
+  drawn->Next(IsMessage, [&](QWidget& dialog) {
     answer = {{"ms", Now() - start},
               {"outcome", Now() - lastEnd},
               {"gap", gaps ? gaps->Longest() : 0}};
     Press(dialog, "Install Another");
   });
-  Press(WindowTitled("ZELTO Group Update Utility"), "Update");
+  Press(Find(IsMain), "Update");
   Answer(answer);
 }
 
@@ -179,7 +192,7 @@ void FailureDialog(std::size_t bytes) {
     const auto dialog = RuntimeNewObject<MessageDialog>();
     dialog->Message("Bad update file");
     dialog->Explanation(explanation);
-    drawn->Next(true, [&](QWidget& window) {
+    drawn->Next(IsMessage, [&](QWidget& window) {
       took = Now() - start;
       Press(window, "OK");
     });
@@ -197,7 +210,7 @@ void Obey(const std::string& request) {
   if (argument(0) == "account") {
     user = argument(1);
     passwd = argument(2);
-    Answer({});
+    Answer({{"status", 0}});
   }
   if (argument(0) == "authenticate") Authenticate(user, passwd);
   if (argument(0) == "check") Check(argument(1));
@@ -231,7 +244,7 @@ int main() {
     if (!std::getline(std::cin, line)) _exit(0);
     Obey(line);
   });
-  drawn->Next(false, [](QWidget&) { Answer({{"ms", Now()}}); });
+  drawn->Next(IsAuthenticate, [](QWidget&) { Answer({{"ms", Now()}}); });
   Main();
   _exit(0);
 }

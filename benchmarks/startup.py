@@ -1,34 +1,30 @@
 """From the start of a program to the moment at which its first window takes keys."""
-import os
-import subprocess
 import time
 
-from Xlib import X, display, error
+from Xlib import X, display
 from Xlib.protocol import event
 
 from desktop.wait import until
 
 
 class Stopwatch:
-    """Watches a display as its window manager's helper would."""
-
-    def __init__(self, name):
-        self._display = display.Display(name)
+    def __init__(self, desktop):
+        self._desktop = desktop
+        self._display = display.Display(desktop.display)
         self._root = self._display.screen().root
-        self._atom = self._display.intern_atom
+        # The answer to a ping goes to the root window, for whom this mask asks.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
         self._display.sync()
 
-    def time(self, command, environment, **options):
-        """Seconds until the window is active and its program answers, and the peak resident memory in KiB then."""
+    def time(self, name):
+        """Milliseconds until the window is active and the program answers, and its peak resident memory in KiB then."""
         start = time.perf_counter()
-        program = subprocess.Popen(command, env=environment, **options)
+        program = self._desktop.launch([self._desktop.copy_of(name)])
         try:
             while not (window := self._active()):
                 self._display.next_event()
             self._ping(window)
-            took = time.perf_counter() - start
-            return took, _peak(program.pid)
+            return 1000 * (time.perf_counter() - start), peak(program.pid)
         finally:
             program.kill()
             program.wait()
@@ -39,22 +35,22 @@ class Stopwatch:
         return next((window for window in self._windows("_NET_ACTIVE_WINDOW") if window in clients), None)
 
     def _windows(self, name):
-        found = self._root.get_full_property(self._atom(name), X.AnyPropertyType)
+        found = self._root.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
         return found.value if found else ()
 
     def _ping(self, number):
-        """The answer comes from the program's event loop, behind all that came before, such as the first drawing."""
+        """Answered by the program's event loop, behind all that came before, such as the first drawing."""
+        protocols, ping = map(self._display.intern_atom, ("WM_PROTOCOLS", "_NET_WM_PING"))
         window = self._display.create_resource_object("window", number)
-        ask = event.ClientMessage(window=window, client_type=self._atom("WM_PROTOCOLS"),
-                                  data=(32, [self._atom("_NET_WM_PING"), X.CurrentTime, number, 0, 0]))
-        window.send_event(ask)
+        window.send_event(event.ClientMessage(window=window, client_type=protocols,
+                                              data=(32, [ping, X.CurrentTime, number, 0, 0])))
         self._display.flush()
         while True:
             answer = self._display.next_event()
-            if answer.type == X.ClientMessage and answer.client_type == self._atom("WM_PROTOCOLS"):
+            if answer.type == X.ClientMessage and answer.client_type == protocols:
                 return
 
 
-def _peak(pid):
+def peak(pid):
     with open(f"/proc/{pid}/status") as status:
         return next(int(line.split()[1]) for line in status if line.startswith("VmHWM:"))

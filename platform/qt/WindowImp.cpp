@@ -1,5 +1,6 @@
 #include <QEventLoop>
 #include <QPointer>
+#include <QTimer>
 #include <QWindow>
 
 #include "platform/Application.h"
@@ -57,6 +58,9 @@ class QtWindowImp : public WindowImp {
     mTop->resize(mSize);
     mTop->layout()->activate();
     mTop->OrderTabs();
+    // A window that is still hidden then gets ready while the user looks at another one.
+    constexpr int pause = 100;  // milliseconds
+    QTimer::singleShot(pause, &mLife, [this] { Prepare(); });
   }
 
   void Show() override {
@@ -84,8 +88,16 @@ class QtWindowImp : public WindowImp {
   TopLevel& Widget() { return *mTop; }
 
  private:
-  // Not before the window is shown: the toolkit's bar loads the plug-ins of all picture formats,
-  // and an earlier window need not wait for that.
+  // All that a first showing takes: the bar, the system's window, the fonts of the texts.
+  void Prepare() {
+    if (mTop->isVisible()) return;
+    AddMenuBar();
+    mTop->winId();
+    mTop->grab();
+  }
+
+  // Not at once: the toolkit's bar loads the plug-ins of all picture formats, and the window in
+  // front need not wait for that.
   void AddMenuBar() {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
     QWidget* bar = NewMenuBar(mWindow, mMenuBar, mLife);

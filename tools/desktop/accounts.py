@@ -65,10 +65,10 @@ class Account:
 
 def _hash(password):
     """Made in this process: the usual tools cut a long password or show it in their arguments."""
-    crypt = ctypes.CDLL("libcrypt.so.1").crypt
-    crypt.restype = ctypes.c_char_p
+    library = ctypes.CDLL("libcrypt.so.1")
+    library.crypt.restype = library.crypt_gensalt.restype = ctypes.c_char_p
     raw = password if isinstance(password, bytes) else password.encode()
-    hashed = crypt(raw, b"$6$" + secrets.token_hex(8).encode()) or b"*"
+    hashed = library.crypt(raw, library.crypt_gensalt(None, 0, None, 0)) or b"*"
     if hashed.startswith(b"*"):
         raise ValueError("this password cannot be hashed")
     return hashed.decode()

@@ -5,11 +5,12 @@ import tarfile
 
 
 def make_update(path, product="Sample", version="1.0", description="A sample update.",
-                members={}, record=None, control="/tmp/.KVX.Content"):
-    """members: {"/absolute/name": (content, mode)}; record replaces the three lines; control=None leaves them out."""
+                members={}, record=None, control="/tmp/.KVX.Content", level=9):
+    """members: {"/absolute/name": (content, mode)}; record replaces the three lines; control=None leaves them out;
+    level is that of the compression."""
     if record is None:
         record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
-    with open(path, "wb") as raw, gzip.GzipFile("", "wb", fileobj=raw, mtime=0) as packed, \
+    with open(path, "wb") as raw, gzip.GzipFile("", "wb", level, raw, mtime=0) as packed, \
             tarfile.open(fileobj=packed, mode="w", format=tarfile.GNU_FORMAT) as archive:
         if control is not None:
             _add(archive, control, record, 0o644)

@@ -1,0 +1,270 @@
+"""Measures the utility against what its commands and its toolkit cost at the least:
+bench.py BUILD_DIR [--check] (as root). Prints a table and leaves results.json in the folder."""
+import contextlib
+import json
+import os
+import secrets
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+from desktop.accounts import Account
+from desktop.display import Desktop
+from desktop.updates import make_update
+from startup import Stopwatch, peak
+
+ROUNDS = 3
+MEMORY_DISK = "/dev/shm"
+
+
+class Table:
+    def __init__(self):
+        self.rows = []
+
+    def add(self, work, unit, values, target):
+        """The values of all rounds of one row."""
+        low, middle, high = statistics.quantiles(values, n=4) if len(values) > 1 else [values[0]] * 3
+        self.rows.append({"work": work, "unit": unit, "median": round(middle, 4), "spread": round((high - low) / 2, 4),
+                          "target": target, "rounds": len(values)})
+        print(self.line(self.rows[-1]), flush=True)
+
+    def ratio(self, work, target, ours, theirs):
+        """Takes turns, the order too, so that what the machine does meanwhile falls on both."""
+        pairs = []
+        for turn in range(ROUNDS):
+            if turn % 2:
+                mine, other = ours(), theirs()
+            else:
+                other, mine = theirs(), ours()
+            pairs.append(mine / other)
+        self.add(work, "ratio", pairs, target)
+
+    def missed(self):
+        return [row for row in self.rows if row["median"] - row["spread"] > row["target"]]
+
+    @staticmethod
+    def line(row):
+        return (f"| {row['work']} | {row['median']:.4g} | ± {row['spread']:.2g} | at most {row['target']:g} "
+                f"| {row['unit']} | {row['rounds']} |")
+
+
+class Clockwork:
+    """The utility with the clock inside, past or before its authentication."""
+
+    def __init__(self, desktop, account):
+        self._program = desktop.launch([desktop.copy_of("bench-work")], stdin=subprocess.PIPE,
+                                       stdout=subprocess.PIPE, text=True, bufsize=1)
+        self._answer()
+        self.ask("account", account.name, account.password)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._program.kill()
+        self._program.wait()
+        self._program.stdin.close()
+        self._program.stdout.close()
+
+    def ask(self, *request):
+        print("\t".join(map(str, request)), file=self._program.stdin)
+        answer = self._answer()
+        if answer.get("status") or answer.get("enabled") == 0:
+            raise RuntimeError(f"{request[0]}: {answer}")
+        return answer
+
+    def peak(self):
+        return peak(self._program.pid)
+
+    def _answer(self):
+        line = self._program.stdout.readline()
+        if not line:
+            raise RuntimeError("the program has ended")
+        return json.loads(line)
+
+
+class Updates:
+    """Update files, and the folder that they install to, on a disk in memory."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.target = folder / "target"
+        block = os.urandom(1 << 20)  # longer than what gzip looks back on: it does not shrink
+        self.small = self._make("small", {f"{self.target}/{name}": (name.encode() * 100, 0o644) for name in "abcde"})
+        self.large = self._make("large", {f"{self.target}/{name}": (block * 100, 0o644) for name in "abcd"})
+        self.many = self._make("many", self.members(30_000, b"A file of an update.\n" * 20))
+        self._empty = {}
+
+    def members(self, count, content=b""):
+        return {f"{self.target}/{number // 1000}/file-{number}": (content, 0o644) for number in range(count)}
+
+    def empty(self, count):
+        if count not in self._empty:
+            self._empty[count] = self._make(f"empty-{count}", self.members(count))
+        return self._empty[count]
+
+    def clear(self):
+        shutil.rmtree(self.target, ignore_errors=True)
+
+    def package(self):
+        """The files of the update of many as a package."""
+        tree = self.folder / "tree"
+        (tree / "DEBIAN").mkdir(parents=True)
+        (tree / "DEBIAN/control").write_text(
+            "Package: zelto-many\nVersion: 1\nArchitecture: all\nMaintainer: nobody\nDescription: many files\n")
+        for name, (content, _) in self.members(30_000, b"A file of an update.\n" * 20).items():
+            path = tree / name.lstrip("/")
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(content)
+        package = self.folder / "many.deb"
+        subprocess.run(["dpkg-deb", "-Zgzip", "--build", tree, package], check=True, stdout=subprocess.DEVNULL)
+        shutil.rmtree(tree)
+        return package
+
+    def _make(self, name, members):
+        path = self.folder / f"{name}.tar.gz"
+        make_update(path, members=members, level=1)
+        return path
+
+
+def measure_start(table, desktop):
+    stopwatch = Stopwatch(desktop)
+    results = {"bench-smallest": [], "zelto-update-utility": []}
+    for name in results:
+        stopwatch.time(name)  # from the disk
+    for turn in range(4 * ROUNDS + 1):
+        for name in sorted(results, reverse=turn % 2):
+            results[name].append(stopwatch.time(name))
+    smallest, ours = results.values()
+    table.add("start to a dialog that takes keys / smallest program", "ratio",
+              [mine[0] / other[0] for mine, other in zip(ours, smallest)], 1.10)
+    table.add("peak memory at that moment / smallest program", "ratio",
+              [mine[1] / other[1] for mine, other in zip(ours, smallest)], 1.15)
+    return statistics.median(memory for _, memory in smallest)
+
+
+def measure_authentication(table, desktop, account):
+    def timed(request):
+        with Clockwork(desktop, account) as clockwork:
+            return clockwork.ask(request)["ms"]
+    table.ratio("right password to main window / two lines in sh", 1.05,
+                lambda: timed("authenticate"), lambda: timed("authenticate lines"))
+
+
+def measure_commands(table, clockwork, updates):
+    def timed(request, path):
+        updates.clear()
+        return clockwork.ask(request, path)["ms"]
+
+    def compare(work, target, request, path):
+        table.ratio(work, target, lambda: timed(request, path), lambda: timed(f"{request} lines", path))
+
+    compare("check of a small file / three lines in sh", 1.05, "check", updates.small)
+    compare("check of 400 MB / three lines in sh", 1.01, "check", updates.large)
+    compare("installation of 30,000 small files / three lines in sh", 1.03, "install", updates.many)
+    compare("installation of 400 MB in 4 files / three lines in sh", 1.02, "install", updates.large)
+    package = updates.package()
+    table.ratio("installation of 30,000 small files / dpkg -i", 0.4,
+                lambda: timed("install", updates.many), lambda: dpkg(updates, package))
+
+
+def dpkg(updates, package):
+    updates.clear()
+    root = updates.folder / "root"
+    shutil.rmtree(root, ignore_errors=True)
+    for name in ("updates", "info"):
+        (root / "var/lib/dpkg" / name).mkdir(parents=True)
+    (root / "var/lib/dpkg/status").touch()
+    start = time.perf_counter()
+    subprocess.run(["dpkg", f"--root={root}", "-i", package], check=True, capture_output=True)
+    return 1000 * (time.perf_counter() - start)
+
+
+def measure_liveliness(table, clockwork, updates):
+    def install(request, path):
+        updates.clear()
+        return clockwork.ask(request, path)
+    table.add("end of the command to the outcome on the screen", "ms",
+              [install("install", updates.many)["outcome"] for _ in range(ROUNDS)], 15)
+    table.add("longest gap of the event loop, 200,000 members", "ms",
+              [install("gaps", updates.empty(200_000))["gap"] for _ in range(ROUNDS)], 20)
+    table.add("failure dialog with 10 MB of text, made to shown", "ms",
+              [clockwork.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
+
+
+def measure_millions(table, desktop, account, updates, smallest):
+    def peak_after(count):
+        updates.clear()
+        with Clockwork(desktop, account) as clockwork:
+            clockwork.ask("authenticate")
+            clockwork.ask("install", updates.empty(count))
+            return clockwork.peak()
+    table.add("peak memory after 100,000 members / smallest program", "ratio",
+              [peak_after(100_000) / smallest for _ in range(3)], 1.20)
+    table.add("peak memory after 1,000,000 members, beyond that after 1,000", "KiB",
+              [peak_after(1_000_000) - peak_after(1_000) for _ in range(3)], 1024)
+    with Clockwork(desktop, account) as clockwork:
+        clockwork.ask("authenticate")
+
+        def timed(request):
+            updates.clear()
+            return clockwork.ask(request, updates.empty(1_000_000))["ms"]
+        table.ratio("installation of 1,000,000 empty members / three lines in sh", 1.03,
+                    lambda: timed("install"), lambda: timed("install lines"))
+
+
+def measure_strings(table, build):
+    done = subprocess.run([build / "bin/bench-micro", "--benchmark_format=json", f"--benchmark_repetitions={ROUNDS}"],
+                          check=True, capture_output=True, text=True)
+    rounds = {}
+    for run in json.loads(done.stdout)["benchmarks"]:
+        if run["run_type"] == "iteration":
+            rounds.setdefault(run["name"], []).append(run)
+
+    def seconds(name):
+        scale = {"us": 1e-6, "ms": 1e-3}
+        return [run["cpu_time"] * scale[run["time_unit"]] for run in rounds[name]]
+    for name, work in (("DecodeLists", "property lists of the three windows decoded"),
+                       ("DecodeAndApplyLists", "property lists of the three windows decoded and applied"),
+                       ("DecodeLongList/10000", "a property list of several megabytes decoded")):
+        table.add(work, "ns/byte", [1e9 / run["bytes_per_second"] for run in rounds[name]], 20)
+    for name in ("Split", "NthField"):
+        table.add(f"{name} over 10 MB / memchr over it", "ratio",
+                  [mine / other for mine, other in zip(seconds(f"{name}Listing"), seconds("MemchrListing"))], 8)
+    for name in ("DecodeLists", "DecodeAndApplyLists"):
+        print(f"{name}: {1e6 * statistics.median(seconds(name)):.1f} µs")
+
+
+def main(build, *options):
+    build = Path(build)
+    table = Table()
+    print("| work | median | spread | target | unit | rounds |\n|---|---|---|---|---|---|")
+    with contextlib.ExitStack() as undo:
+        folder = Path(undo.enter_context(tempfile.TemporaryDirectory(dir=MEMORY_DISK, prefix="zelto-bench-")))
+        folder.chmod(0o755)
+        undo.callback(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
+        updates = Updates(folder)
+        account = undo.enter_context(Account(secrets.token_hex(8)))
+        desktop = undo.enter_context(Desktop(account.name, build / "bin/zelto-update-utility"))
+        smallest = measure_start(table, desktop)
+        measure_authentication(table, desktop, account)
+        with Clockwork(desktop, account) as clockwork:
+            clockwork.ask("authenticate")
+            measure_commands(table, clockwork, updates)
+            measure_liveliness(table, clockwork, updates)
+        measure_millions(table, desktop, account, updates, smallest)
+        measure_strings(table, build)
+    (build / "results.json").write_text(json.dumps(table.rows, indent=2) + "\n")
+    missed = table.missed()
+    for row in missed:
+        print(f"bench: missed: {row['work']}", file=sys.stderr)
+    sys.exit(1 if missed and "--check" in options else 0)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -1,0 +1,133 @@
+"""A virtual desktop of its own for any user. Needs root."""
+import contextlib
+import os
+import pwd
+import shutil
+import subprocess
+import tempfile
+from pathlib import Path
+
+from .wait import until
+from .watch import Watcher
+
+PATH = "/usr/local/bin:/usr/bin:/bin"
+
+
+class Desktop:
+    """A display with a window manager, and a copy of the program's folder that the user can read."""
+
+    def __init__(self, user, program, width=1280, height=1024, prepare=lambda folder: None):
+        self._user = pwd.getpwnam(user)
+        self._program = Path(program).resolve()
+        self._size = f"{width}x{height}x24"
+        self._prepare = prepare  # what to do to the folder of the program's copy before the start
+
+    def __enter__(self):
+        with contextlib.ExitStack() as undo:
+            self._folder = Path(tempfile.mkdtemp(prefix="desktop-"))
+            undo.callback(shutil.rmtree, self._folder)
+            self._runtime = self._folder / "runtime"
+            self._lay_out()
+            self.display = self._start_server(undo)
+            self._watcher = Watcher(self.display)
+            undo.callback(self._watcher.close)
+            manager = self.launch(["openbox"])
+            undo.callback(end, manager)
+            until(self._watcher.managed, 10, lambda: "the window manager does not start")
+            self._undo = undo.pop_all()
+        return self
+
+    def __exit__(self, *_):
+        self._undo.close()
+
+    def launch(self, command, **streams):
+        """Starts a command as the user. Its output goes to the desktop's log where no stream takes it."""
+        # Root's real home is not for a test to write into.
+        home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
+        environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
+                       "LANG": "C.UTF-8", "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(self._runtime)}
+        with open(self._folder / "desktop.log", "ab") as log:
+            streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
+            return subprocess.Popen(
+                command, env=environment, cwd=home, start_new_session=True, **streams,
+                user=self._user.pw_uid, group=self._user.pw_gid,
+                extra_groups=os.getgrouplist(self._user.pw_name, self._user.pw_gid))
+
+    def copy_of(self, name):
+        """Where the user finds a program of the folder."""
+        return self._folder / "bin" / name
+
+    def shown(self):
+        """Titles of all windows that were on the screen so far, if only for a moment."""
+        return self._watcher.shown()
+
+    def bells(self):
+        return self._watcher.bells()
+
+    def asked_for_attention(self):
+        """Titles of the windows that did, in that order."""
+        return self._watcher.asked_for_attention()
+
+    def come_between(self):
+        self._watcher.come_between()
+
+    def place(self, title):
+        return self._watcher.place(title)
+
+    def in_front(self):
+        """The title of the window that has the keyboard, as the window manager says."""
+        return self.hand("getactivewindow", "getwindowname").removesuffix("\n")
+
+    def hand(self, *arguments, text=None):
+        """xdotool on this display, for what the driver, which sees by accessibility, cannot do."""
+        return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
+                              input=text, capture_output=True, text=True, timeout=60).stdout
+
+    def key_until_gone(self, key):
+        """Presses it again and again as long as the program has a window."""
+        until(lambda: self.hand("key", key) or not self.hand("search", "--class", self._program.name), 30,
+              lambda: f"{key} does not end the program")
+
+    def end_display(self):
+        self._server.kill()
+        self._server.wait()
+
+    def screenshot(self, path, title=None):
+        """A picture of the whole screen, or of the window of that title with its border."""
+        window = "root" if title is None else str(self._watcher.frame(title))
+        subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
+
+    def _lay_out(self):
+        """Copies all that the user runs: the originals may lie where only root can look."""
+        self._folder.chmod(0o755)
+        shutil.copytree(self._program.parent, self._folder / "bin")
+        shutil.copytree(Path(__file__).parent, self._folder / "driver",
+                        ignore=shutil.ignore_patterns("__pycache__"))
+        resources = self._program.parent.parent / "Resources"
+        if resources.is_dir():
+            shutil.copytree(resources, self._folder / "Resources")
+        self._prepare(self._folder)
+        for place, _, names in os.walk(self._folder):
+            for copied in [place, *(os.path.join(place, name) for name in names)]:
+                os.chmod(copied, 0o755)
+        self._runtime.mkdir(0o700)
+        os.chown(self._runtime, self._user.pw_uid, self._user.pw_gid)
+
+    def _start_server(self, undo):
+        reading, writing = os.pipe()
+        with open(reading) as number:
+            self._server = subprocess.Popen(
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._size, "-dpi", "96", "-ac",
+                 "-nolisten", "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL)
+            undo.callback(end, self._server)
+            os.close(writing)
+            return ":" + number.readline().strip()
+
+
+def end(process):
+    process.terminate()
+    try:
+        process.wait(5)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
