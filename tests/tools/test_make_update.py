@@ -78,7 +78,7 @@ class MakeUpdate(unittest.TestCase):
             self.assert_refused(self.start(*words), "--help")
 
     def test_nothing_is_left_when_it_fails_or_is_stopped_midway(self):
-        (self.folder / "gzip").write_text("#!/bin/sh\necho begun\necho broken >&2\nsleep 1\nexit 1\n")
+        (self.folder / "gzip").write_text("#!/bin/sh\necho begun\necho >&2\necho broken >&2\nsleep 1\nexit 1\n")
         (self.folder / "gzip").chmod(0o755)
         path = f"{self.folder}:{os.environ['PATH']}"
         self.assert_refused(self.make(PATH=path), "update.gz", "broken")
