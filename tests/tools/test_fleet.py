@@ -20,16 +20,12 @@ class Fleet(unittest.TestCase):
         if os.getuid() != 0:
             self.skipTest("only root can give files to root")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
-        self.remove_record()
-        self.addCleanup(self.remove_record)
+        self.addCleanup(RECORD.unlink, missing_ok=True)
         make_update(self.folder / "good.gz", "P", members=self.member("good"))
         make_update(self.folder / "cut.gz", members=self.member("cut"))
         os.truncate(self.folder / "cut.gz", 5000)
         (self.folder / "hosts").write_text("one\ntwo\nbad update_file=cut.gz\n[all:vars]\nansible_connection=local\n"
                                            "update_file=good.gz\nansible_become=false\n")
-
-    def remove_record(self):
-        RECORD.unlink(missing_ok=True)
 
     def member(self, name):
         return {f"{self.folder}/installed/{name}": (os.urandom(10_000), 0o640)}
@@ -45,6 +41,7 @@ class Fleet(unittest.TestCase):
 
     def test_installs_where_the_file_is_good_and_something_differs(self):
         installed = self.folder / "installed"
+        RECORD.unlink(missing_ok=True)
         said, counts = self.play("--check")
         self.assertEqual(counts, {"one": (0, 0), "two": (0, 0), "bad": (0, 1)}, said)
         self.assertFalse(installed.exists() or RECORD.exists())
@@ -54,7 +51,7 @@ class Fleet(unittest.TestCase):
         self.assertRegex(said, r'ok: \[two\] => {\s+"msg": \[\s+"Product: P"')
         self.assertEqual(os.listdir(installed), ["good"])
         content = (installed / "good").read_bytes()
-        self.remove_record()
+        RECORD.unlink()
         self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
         (installed / "good").write_text("spoilt")
         self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
