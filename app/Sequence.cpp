@@ -1,5 +1,7 @@
 #include "app/Sequence.h"
 
+#include <exception>
+
 #include "core/App.h"
 #include "core/FileTypes1.h"
 #include "core/Globals.h"
@@ -41,6 +43,9 @@ void Main() {
     RuntimeRun();
   } catch (const RuntimeException& exception) {
     RuntimeUnhandledException(&exception);
+  } catch (const std::exception& exception) {
+    const RuntimeException told("std::exception", exception.what());
+    RuntimeUnhandledException(&told);
   } catch (...) {
     RuntimeUnhandledException(nullptr);
   }

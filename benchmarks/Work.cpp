@@ -174,9 +174,8 @@ void Install(const String& path, bool watchesGaps) {
   std::map<std::string, double> answer;
   const double start = Now();
   drawn->Next(IsMessage, [&](QWidget& dialog) {
-    answer = {{"ms", Now() - start},
-              {"outcome", Now() - lastEnd},
-              {"gap", gaps ? gaps->Longest() : 0}};
+    answer = {
+        {"ms", Now() - start}, {"outcome", Now() - lastEnd}, {"gap", gaps ? gaps->Longest() : 0}};
     Press(dialog, "Install Another");
   });
   Press(Find(IsMain), "Update");
@@ -185,7 +184,8 @@ void Install(const String& path, bool watchesGaps) {
 
 void FailureDialog(std::size_t bytes) {
   std::string text;
-  while (text.size() < bytes) text += "tar: /opt/sample/file: Cannot open: No space left on device\n";
+  while (text.size() < bytes)
+    text += "tar: /opt/sample/file: Cannot open: No space left on device\n";
   double took = 0;
   FromToolkit([&, explanation = String(std::move(text))] {
     const double start = Now();

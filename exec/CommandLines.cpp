@@ -86,11 +86,11 @@ CommandLine CredentialCheck(const String& passwd, const String& user) {
 
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path) {
   return Privileged(passwd, user,
-                    "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " /tmp/.KVX.Content");
+                    "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + ContentRecordPath);
 }
 
 CommandLine MemberRead(const String& passwd, const String& user) {
-  return Privileged(passwd, user, "sudo cat /tmp/.KVX.Content");
+  return Privileged(passwd, user, String("sudo cat ") + ContentRecordPath);
 }
 
 CommandLine FullExtract(const String& passwd, const String& user, const String& path) {
@@ -108,7 +108,7 @@ CommandLine ListingTest(const String& path) {
     words = words + (isBlank ? word : Quoted(Local(word)));
     rest.remove_prefix(length);
   }
-  return {"tar -tzf " + words + " /tmp/.KVX.Content"};
+  return {"tar -tzf " + words + " " + ContentRecordPath};
 }
 
 }  // namespace zelto

@@ -4,6 +4,9 @@
 
 namespace zelto {
 
+// Where the control member of an update file is extracted to.
+inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
+
 // One line for the command interpreter.
 struct CommandLine {
   CommandLine(String text, String passphrase = {})

@@ -6,10 +6,10 @@
 
 namespace zelto {
 
-// Starts `sh` in a session of its own, with an empty standard input, the two descriptors as its
-// standard output and error, and an environment that holds nothing but what is stated here. The
-// line reaches it through a pipe, so that no list of processes shows it. Gives the process, or 0
-// with the reason in errno.
+// Starts `sh` in a session of its own, with the two descriptors as its standard output and error,
+// and of this process's environment no more than the path and who the user is. The line is its
+// standard input, so that no list of processes shows it. Gives the process, or 0 with the reason in
+// errno.
 pid_t StartInterpreter(const CommandLine& command, int output, int errors);
 
 // What `sudo` is told to write when it asks for a password.

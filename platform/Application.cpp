@@ -39,7 +39,7 @@ class HandlerScope {
   HandlerScope(const HandlerScope&) = delete;
   HandlerScope& operator=(const HandlerScope&) = delete;
   ~HandlerScope() {
-    EndWaiting();
+    TakeInput();
     Now().Innermost = mRun.Outer;
   }
 
@@ -156,7 +156,7 @@ bool HandlerWaits() {
   return false;
 }
 
-bool MayClose() {
+bool AllowClose() {
   if (!HandlerWaits() || Now().Innermost->Refusals++ > 0) return true;
   Beep();
   return false;
@@ -170,7 +170,7 @@ void BeginWaiting(Waiting waiting) {
   ShowWaiting(waiting);
 }
 
-void EndWaiting() {
+void TakeInput() {
   auto* run = Now().Innermost;
   if (!run) return;
   run->ShowsDialog = true;

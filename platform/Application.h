@@ -71,11 +71,11 @@ void FromToolkit(const std::function<void()>& function);
 bool HandlerWaits();
 // Whether a request to close or quit is to be obeyed. While a handler waits, the first is not: the
 // user hears a beep instead.
-bool MayClose();
+bool AllowClose();
 
 // The running handler waits from here on, until it ends or a dialog takes input.
 void BeginWaiting(Waiting waiting);
-void EndWaiting();
+void TakeInput();
 
 // Unwinds the calling handler when the application ends. Follows each loop in which one waited.
 void LeaveIfEnding();

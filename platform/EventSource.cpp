@@ -10,7 +10,7 @@ void Bind(std::vector<Event>& events, const Binding& binding) {
   const auto event = std::find_if(events.begin(), events.end(),
                                   [&](const Event& each) { return each.Name == binding.Event; });
   if (event == events.end()) throw KeyNotFoundException(binding.Event);
-  if (!(event->Signature == binding.Handler.Signature)) throw TypeMismatchException(binding.Event);
+  if (event->Signature != binding.Handler.Signature) throw TypeMismatchException(binding.Event);
   event->Handler = binding.Handler;
 }
 

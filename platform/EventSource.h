@@ -114,4 +114,10 @@ Method RuntimeCreateDelegate(R (W::*operation)(A...), String signature) {
           }};
 }
 
+// For an event without arguments.
+template <class W>
+Binding On(const char* event, void (W::*operation)()) {
+  return {event, RuntimeCreateDelegate(operation, "(  )")};
+}
+
 }  // namespace zelto

@@ -105,7 +105,7 @@ std::vector<String> FilterExtensions(const String& filter) {
   std::vector<String> extensions;
   for (const auto& name : Split(filter, ";")) {
     for (const auto& type : Registered()) {
-      if (!(type.Name == name)) continue;
+      if (type.Name != name) continue;
       for (const auto& extension : Split(type.Extensions, ";")) extensions.push_back(extension);
     }
   }

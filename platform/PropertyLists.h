@@ -31,19 +31,29 @@
   KEY(bool, MinimizeButton, true)  \
   KEY(Int32, MacProcID, 0)
 
+#define ZELTO_PLACE_KEYS(KEY) \
+  KEY(String, Name, {})             \
+  KEY(Int32, Index, NoControlArray) \
+  KEY(Int32, Left, 0)               \
+  KEY(Int32, Top, 0)                \
+  KEY(Int32, Width, 0)              \
+  KEY(Int32, Height, 0)             \
+  KEY(bool, LockLeft, false)        \
+  KEY(bool, LockTop, false)         \
+  KEY(bool, LockRight, false)       \
+  KEY(bool, LockBottom, false)      \
+  KEY(Int32, TabPanelIndex, 0)      \
+  KEY(Int32, TabIndex, 0)
+
+#define ZELTO_FONT_KEYS(KEY) \
+  KEY(String, TextFont, "System") \
+  KEY(Int32, TextSize, 0)         \
+  KEY(bool, Bold, false)          \
+  KEY(bool, Italic, false)        \
+  KEY(bool, Underline, false)
+
 #define ZELTO_EDITFIELD_KEYS(KEY) \
-  KEY(String, Name, {})                 \
-  KEY(Int32, Index, NoControlArray)     \
-  KEY(Int32, Left, 0)                   \
-  KEY(Int32, Top, 0)                    \
-  KEY(Int32, Width, 0)                  \
-  KEY(Int32, Height, 0)                 \
-  KEY(bool, LockLeft, false)            \
-  KEY(bool, LockTop, false)             \
-  KEY(bool, LockRight, false)           \
-  KEY(bool, LockBottom, false)          \
-  KEY(Int32, TabPanelIndex, 0)          \
-  KEY(Int32, TabIndex, 0)               \
+  ZELTO_PLACE_KEYS(KEY)                 \
   KEY(bool, TabStop, true)              \
   KEY(bool, Border, true)               \
   KEY(bool, Multiline, false)           \
@@ -59,11 +69,7 @@
   KEY(bool, Visible, true)              \
   KEY(String, HelpTag, {})              \
   KEY(bool, AutoDeactivate, true)       \
-  KEY(String, TextFont, "System")       \
-  KEY(Int32, TextSize, 0)               \
-  KEY(bool, Bold, false)                \
-  KEY(bool, Italic, false)              \
-  KEY(bool, Underline, false)           \
+  ZELTO_FONT_KEYS(KEY)                  \
   KEY(String, Text, {})                 \
   KEY(String, Mask, {})                 \
   KEY(bool, ReadOnly, false)            \
@@ -75,123 +81,67 @@
   KEY(String, InitialParent, {})
 
 #define ZELTO_BEVELBUTTON_KEYS(KEY) \
-  KEY(String, Name, {})             \
-  KEY(Int32, Index, NoControlArray) \
-  KEY(Int32, Left, 0)               \
-  KEY(Int32, Top, 0)                \
-  KEY(Int32, Width, 0)              \
-  KEY(Int32, Height, 0)             \
-  KEY(bool, LockLeft, false)        \
-  KEY(bool, LockTop, false)         \
-  KEY(bool, LockRight, false)       \
-  KEY(bool, LockBottom, false)      \
-  KEY(Int32, TabPanelIndex, 0)      \
-  KEY(Int32, TabIndex, 0)           \
-  KEY(bool, TabStop, true)          \
-  KEY(String, InitialParent, {})    \
-  KEY(bool, Visible, true)          \
-  KEY(String, HelpTag, {})          \
-  KEY(bool, AutoDeactivate, true)   \
-  KEY(bool, Enabled, true)          \
-  KEY(String, Caption, {})          \
-  KEY(Int32, CaptionAlign, 3)       \
-  KEY(Int32, CaptionPlacement, 1)   \
-  KEY(Int32, CaptionDelta, 0)       \
-  KEY(Int32, IconAlign, 0)          \
-  KEY(Int32, IconDX, 0)             \
-  KEY(Int32, IconDY, 0)             \
-  KEY(Int32, Bevel, 0)              \
-  KEY(Int32, HasMenu, 0)            \
-  KEY(bool, Value, false)           \
-  KEY(Int32, MenuValue, 0)          \
-  KEY(Int32, ButtonType, 0)         \
-  KEY(bool, AcceptFocus, false)     \
-  KEY(String, TextFont, "System")   \
-  KEY(Int32, TextSize, 0)           \
-  KEY(bool, Bold, false)            \
-  KEY(bool, Italic, false)          \
-  KEY(bool, Underline, false)
+  ZELTO_PLACE_KEYS(KEY)           \
+  KEY(bool, TabStop, true)        \
+  KEY(String, InitialParent, {})  \
+  KEY(bool, Visible, true)        \
+  KEY(String, HelpTag, {})        \
+  KEY(bool, AutoDeactivate, true) \
+  KEY(bool, Enabled, true)        \
+  KEY(String, Caption, {})        \
+  KEY(Int32, CaptionAlign, 3)     \
+  KEY(Int32, CaptionPlacement, 1) \
+  KEY(Int32, CaptionDelta, 0)     \
+  KEY(Int32, IconAlign, 0)        \
+  KEY(Int32, IconDX, 0)           \
+  KEY(Int32, IconDY, 0)           \
+  KEY(Int32, Bevel, 0)            \
+  KEY(Int32, HasMenu, 0)          \
+  KEY(bool, Value, false)         \
+  KEY(Int32, MenuValue, 0)        \
+  KEY(Int32, ButtonType, 0)       \
+  KEY(bool, AcceptFocus, false)   \
+  ZELTO_FONT_KEYS(KEY)
 
 #define ZELTO_PUSHBUTTON_KEYS(KEY) \
-  KEY(String, Name, {})             \
-  KEY(Int32, Index, NoControlArray) \
-  KEY(Int32, Left, 0)               \
-  KEY(Int32, Top, 0)                \
-  KEY(Int32, Width, 0)              \
-  KEY(Int32, Height, 0)             \
-  KEY(bool, LockLeft, false)        \
-  KEY(bool, LockTop, false)         \
-  KEY(bool, LockRight, false)       \
-  KEY(bool, LockBottom, false)      \
-  KEY(Int32, TabPanelIndex, 0)      \
-  KEY(Int32, TabIndex, 0)           \
-  KEY(bool, TabStop, true)          \
-  KEY(String, Caption, {})          \
-  KEY(bool, Default, false)         \
-  KEY(bool, Cancel, false)          \
-  KEY(bool, Enabled, true)          \
-  KEY(bool, Visible, true)          \
-  KEY(String, HelpTag, {})          \
-  KEY(bool, AutoDeactivate, true)   \
-  KEY(String, TextFont, "System")   \
-  KEY(Int32, TextSize, 0)           \
-  KEY(bool, Bold, false)            \
-  KEY(bool, Italic, false)          \
-  KEY(bool, Underline, false)       \
+  ZELTO_PLACE_KEYS(KEY)           \
+  KEY(bool, TabStop, true)        \
+  KEY(String, Caption, {})        \
+  KEY(bool, Default, false)       \
+  KEY(bool, Cancel, false)        \
+  KEY(bool, Enabled, true)        \
+  KEY(bool, Visible, true)        \
+  KEY(String, HelpTag, {})        \
+  KEY(bool, AutoDeactivate, true) \
+  ZELTO_FONT_KEYS(KEY)            \
   KEY(String, InitialParent, {})
 
 #define ZELTO_STATICTEXT_KEYS(KEY) \
-  KEY(String, Name, {})             \
-  KEY(Int32, Index, NoControlArray) \
-  KEY(Int32, Left, 0)               \
-  KEY(Int32, Top, 0)                \
-  KEY(Int32, Width, 0)              \
-  KEY(Int32, Height, 0)             \
-  KEY(bool, LockLeft, false)        \
-  KEY(bool, LockTop, false)         \
-  KEY(bool, LockRight, false)       \
-  KEY(bool, LockBottom, false)      \
-  KEY(Int32, TabPanelIndex, 0)      \
-  KEY(Int32, TabIndex, 0)           \
-  KEY(String, Text, {})             \
-  KEY(Int32, TextAlign, 0)          \
-  KEY(Color, TextColor, Black)      \
-  KEY(bool, Multiline, false)       \
-  KEY(bool, Enabled, true)          \
-  KEY(bool, Visible, true)          \
-  KEY(String, HelpTag, {})          \
-  KEY(bool, AutoDeactivate, true)   \
-  KEY(String, TextFont, "System")   \
-  KEY(Int32, TextSize, 0)           \
-  KEY(bool, Bold, false)            \
-  KEY(bool, Italic, false)          \
-  KEY(bool, Underline, false)       \
-  KEY(String, DataSource, {})       \
-  KEY(String, DataField, {})        \
+  ZELTO_PLACE_KEYS(KEY)           \
+  KEY(String, Text, {})           \
+  KEY(Int32, TextAlign, 0)        \
+  KEY(Color, TextColor, Black)    \
+  KEY(bool, Multiline, false)     \
+  KEY(bool, Enabled, true)        \
+  KEY(bool, Visible, true)        \
+  KEY(String, HelpTag, {})        \
+  KEY(bool, AutoDeactivate, true) \
+  ZELTO_FONT_KEYS(KEY)            \
+  KEY(String, DataSource, {})     \
+  KEY(String, DataField, {})      \
   KEY(String, InitialParent, {})
 
 #define ZELTO_CANVAS_KEYS(KEY) \
-  KEY(String, Name, {})             \
-  KEY(Int32, Index, NoControlArray) \
-  KEY(Int32, Left, 0)               \
-  KEY(Int32, Top, 0)                \
-  KEY(Int32, Width, 0)              \
-  KEY(Int32, Height, 0)             \
-  KEY(bool, LockLeft, false)        \
-  KEY(bool, LockTop, false)         \
-  KEY(bool, LockRight, false)       \
-  KEY(bool, LockBottom, false)      \
-  KEY(Int32, TabPanelIndex, 0)      \
-  KEY(Int32, TabIndex, 0)           \
-  KEY(bool, TabStop, true)          \
-  KEY(bool, Visible, true)          \
-  KEY(String, HelpTag, {})          \
-  KEY(bool, AutoDeactivate, true)   \
-  KEY(bool, Enabled, true)          \
-  KEY(bool, UseFocusRing, true)     \
-  KEY(bool, AcceptFocus, false)     \
-  KEY(bool, AcceptTabs, false)      \
-  KEY(bool, EraseBackground, true)  \
+  ZELTO_PLACE_KEYS(KEY)            \
+  KEY(bool, TabStop, true)         \
+  KEY(bool, Visible, true)         \
+  KEY(String, HelpTag, {})         \
+  KEY(bool, AutoDeactivate, true)  \
+  KEY(bool, Enabled, true)         \
+  KEY(bool, UseFocusRing, true)    \
+  KEY(bool, AcceptFocus, false)    \
+  KEY(bool, AcceptTabs, false)     \
+  KEY(bool, EraseBackground, true) \
   KEY(String, InitialParent, {})
 
 #define ZELTO_TIMER_KEYS(KEY) \

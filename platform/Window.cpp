@@ -174,14 +174,15 @@ Ref<Window> GetImplicitWindow(const String& className) {
   return found == WindowLists().Implicit.end() ? nullptr : found->second;
 }
 
-void AddControlRow(Window& window, const ControlRow& row) {
-  const auto object = row.Create(window);
-  window.AddControl(row.Name, object);
-  const auto control = [&] { return ControlNamed<EventSource>(window, row.Name); };
-  if (row.Backdrop) ControlNamed<Canvas>(window, row.Name)->Backdrop(row.Backdrop());
-  RuntimeMassPropertySetter(*control(), row.List);
-  if (!row.Label.IsNil()) ControlNamed<RectControl>(window, row.Name)->Label(row.Label);
-  for (const auto& event : row.Events) InstallInstanceEventHandler(*control(), event);
+void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {
+  for (const auto& row : rows) {
+    const auto control = RuntimeCheckCast<EventSource>(row.Create(window));
+    window.AddControl(row.Name, control);
+    if (row.Backdrop) RuntimeCheckCast<Canvas>(control)->Backdrop(row.Backdrop());
+    RuntimeMassPropertySetter(*control, row.List);
+    if (!row.Label.IsNil()) RuntimeCheckCast<RectControl>(control)->Label(row.Label);
+    for (const auto& event : row.Events) InstallInstanceEventHandler(*control, event);
+  }
 }
 
 namespace WindowSupport {

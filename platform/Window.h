@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 
 #include "platform/Control.h"
@@ -106,8 +105,8 @@ Ref<Object> CreateControl(Window& window) {
   return control;
 }
 
-// Makes the control of the row from its creation to its event handlers.
-void AddControlRow(Window& window, const ControlRow& row);
+// Makes the controls of the rows in their order, each from its creation to its event handlers.
+void AddControlRows(Window& window, const std::vector<ControlRow>& rows);
 
 namespace WindowSupport {
 

@@ -11,8 +11,7 @@ const Class& WAbout::ClassTable() {
   static const Class table(
       {.Name = "WAbout.WAbout",
        .Base = &Window::ClassTable(),
-       .Handlers = {{"Layout", RuntimeCreateDelegate(&WAbout::Layout, "(  )")},
-                    {"CreateControls", RuntimeCreateDelegate(&WAbout::CreateControls, "(  )")}}});
+       .Handlers = {On("Layout", &WAbout::Layout), On("CreateControls", &WAbout::CreateControls)}});
   return table;
 }
 
@@ -47,7 +46,7 @@ std::vector<ControlRow> WAbout::Controls() {
                               .Text = "Version",
                               .TextAlign = 1,
                               .TextSize = 11},
-       .Events = {{"Open", RuntimeCreateDelegate(&WAbout::StaticText2_Open, "(  )")}}},
+       .Events = {On("Open", &WAbout::StaticText2_Open)}},
       {.Name = "StaticText3",
        .Create = CreateControl<StaticText>,
        .List = StaticTextList{.Name = "StaticText3",
@@ -73,9 +72,7 @@ void WAbout::Layout() { RuntimeMassPropertySetter(*this, List()); }
 
 void WAbout::CreateControls() { CreateControls0(); }
 
-void WAbout::CreateControls0() {
-  for (const auto& row : Controls()) AddControlRow(*this, row);
-}
+void WAbout::CreateControls0() { AddControlRows(*this, Controls()); }
 
 void WAbout::StaticText2_Open() { StaticText2()->Text("Version " + App()->ShortVersion()); }
 

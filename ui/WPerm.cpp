@@ -5,21 +5,12 @@
 
 namespace zelto {
 
-namespace {
-
-Binding OnAction(void (WPerm::*operation)()) {
-  return {"Action", RuntimeCreateDelegate(operation, "(  )")};
-}
-
-}  // namespace
-
 const Class& WPerm::ClassTable() {
   static const Class table(
       {.Name = "WPerm.WPerm",
        .Base = &Window::ClassTable(),
-       .Handlers = {{"Layout", RuntimeCreateDelegate(&WPerm::Layout, "(  )")},
-                    {"CreateControls", RuntimeCreateDelegate(&WPerm::CreateControls, "(  )")},
-                    {"Open", RuntimeCreateDelegate(&WPerm::Event_Open, "(  )")}}});
+       .Handlers = {On("Layout", &WPerm::Layout), On("CreateControls", &WPerm::CreateControls),
+                    On("Open", &WPerm::Event_Open)}});
   return table;
 }
 
@@ -70,7 +61,7 @@ std::vector<ControlRow> WPerm::Controls() {
                               .Caption = "Authenticate",
                               .Default = true,
                               .TextSize = 12},
-       .Events = {OnAction(&WPerm::PushButton1_Action)}},
+       .Events = {On("Action", &WPerm::PushButton1_Action)}},
       {.Name = "StaticText1",
        .Create = CreateControl<StaticText>,
        .List = StaticTextList{.Name = "StaticText1",
@@ -117,7 +108,7 @@ std::vector<ControlRow> WPerm::Controls() {
                               .Caption = "Cancel",
                               .Cancel = true,
                               .TextSize = 12},
-       .Events = {OnAction(&WPerm::PushButton2_Action)}},
+       .Events = {On("Action", &WPerm::PushButton2_Action)}},
       {.Name = "Canvas1",
        .Create = CreateControl<Canvas>,
        .List =
@@ -134,9 +125,7 @@ void WPerm::Layout() { RuntimeMassPropertySetter(*this, List()); }
 
 void WPerm::CreateControls() { CreateControls0(); }
 
-void WPerm::CreateControls0() {
-  for (const auto& row : Controls()) AddControlRow(*this, row);
-}
+void WPerm::CreateControls0() { AddControlRows(*this, Controls()); }
 
 Ref<class WPerm> WPerm() { return ImplicitWindow<class WPerm>(); }
 

@@ -49,7 +49,7 @@ class WPerm : public Window {
   };
 
  protected:
-  Int32 Counter = 0;  // failed attempts; from 3 on none can pass
+  Int32 Counter = 0;  // failed attempts, or 3 after a good one; from 3 on none can pass
   Int32 origx = 0;    // where the shaking dialog belongs, in pixels
   Int32 wiggle = 0;   // its steps so far
 };

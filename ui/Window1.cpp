@@ -7,14 +7,6 @@
 
 namespace zelto {
 
-namespace {
-
-Binding On(const char* event, void (Window1::*operation)()) {
-  return {event, RuntimeCreateDelegate(operation, "(  )")};
-}
-
-}  // namespace
-
 const Class& Window1::ClassTable() {
   static const Class table(
       {.Name = "Window1.Window1",
@@ -188,9 +180,7 @@ void Window1::Layout() {
 
 void Window1::CreateControls() { CreateControls0(); }
 
-void Window1::CreateControls0() {
-  for (const auto& row : Controls()) AddControlRow(*this, row);
-}
+void Window1::CreateControls0() { AddControlRows(*this, Controls()); }
 
 void Window1::AddMenuHandlers(const Ref<Window>& target) {
   const auto window = RuntimeCheckCast<Window1>(target);

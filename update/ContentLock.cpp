@@ -12,7 +12,7 @@ namespace zelto {
 ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int pause = 20;   // milliseconds
   constexpr int tries = 250;  // five seconds
-  for (int i = 0; i < tries && flock(mFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
+  for (int i = 0; mFolder >= 0 && i < tries && flock(mFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
     RuntimeAwait(-1, pause);
   }
 }

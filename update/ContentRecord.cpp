@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "exec/CommandLines.h"
+
 namespace zelto {
 
 namespace {

@@ -11,9 +11,6 @@ struct ContentRecord {
   String Description;
 };
 
-// Where the control member of an update file is extracted to.
-inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
-
 // Whether a record of a size worth showing lies there: a plain file with no other name. A member
 // of the path may just as well be a link to a file that is not the update's to show.
 bool IsContentRecordInPlace();

@@ -54,7 +54,7 @@ bool AsksToQuit(const QEvent& event) {
 }
 
 void QuitIfAllowed() {
-  if (MayClose()) FromToolkit([] { Quit(0); });
+  if (AllowClose()) FromToolkit([] { Quit(0); });
 }
 
 // Keeps input from the windows while a handler waits.

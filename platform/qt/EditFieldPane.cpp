@@ -32,8 +32,7 @@ class FileDrops : public QObject {
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
     auto& drop = static_cast<QDropEvent&>(*event);
     if (!drop.mimeData()->hasUrls()) return false;
-    const auto urls = drop.mimeData()->urls();
-    const String path = urls.isEmpty() ? String() : FromShown(urls.constFirst().toLocalFile());
+    const String path = FirstFile(drop.mimeData()->urls());
     if (!MatchesFilter(path, mFilter)) {
       drop.ignore();
       return true;
@@ -46,11 +45,20 @@ class FileDrops : public QObject {
   }
 
  private:
+  // In the bytes of the file system, which need not be UTF-8; nil when it is not a local file.
+  static String FirstFile(const QList<QUrl>& urls) {
+    if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return {};
+    const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);
+    return QByteArray::fromPercentEncoding(encoded.toLatin1()).toStdString();
+  }
+
   void Deliver(const String& path) {
-    const auto drag = RuntimeNewObject<DragItem>();
-    drag->FolderItem(FolderItem::At(path));
-    const Ref<EditField> alive(&mField);
-    FromToolkit([&] { alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)}); });
+    if (HandlerWaits()) return;
+    FromToolkit([&, alive = Ref<EditField>(&mField)] {
+      const auto drag = RuntimeNewObject<DragItem>();
+      drag->FolderItem(FolderItem::At(path));
+      alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)});
+    });
   }
 
   EditField& mField;
@@ -123,11 +131,19 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     mBefore = mShown;
   }
 
+  // The line keeps each letter for an undo that a password does not have, until its text is set.
+  void ForgetHistory() {
+    Overwrite(mBefore);
+    const int cursor = mLine->cursorPosition();
+    Show(mLine->text());
+    mLine->setCursorPosition(cursor);
+  }
+
   // By the user's hand or by assistive technology.
   void Changed() {
     if (mIsWriting) return;
     if (HandlerWaits()) return Show(mBefore);
-    if (IsPassword()) Overwrite(mBefore);
+    if (IsPassword()) ForgetHistory();
     mBefore = ShownText();
     FromToolkit([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
   }
@@ -155,8 +171,8 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
   }
 
   EditField& mField;
-  QLineEdit* mLine;
-  QPlainTextEdit* mArea = nullptr;
+  QPointer<QLineEdit> mLine;
+  QPointer<QPlainTextEdit> mArea;
   String mWritten;  // what the program wrote last
   QString mShown;   // how that is shown
   QString mBefore;  // what was shown before a change

@@ -130,7 +130,7 @@ class Box : public QDialog {
 }  // namespace
 
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent) {
-  EndWaiting();
+  TakeInput();
   Box box(dialog);
   if (parent) {
     box.setWindowModality(Qt::WindowModal);

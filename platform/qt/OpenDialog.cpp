@@ -20,7 +20,7 @@ QString NameFilter(const String& filter) {
 
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   static QString lastFolder;
-  EndWaiting();
+  TakeInput();
   QFileDialog dialog(QApplication::activeWindow(), {}, lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
 #ifndef Q_OS_MACOS

@@ -1,7 +1,6 @@
 #include "platform/qt/Text.h"
 
 #include <QStringEncoder>
-#include <algorithm>
 
 namespace zelto {
 

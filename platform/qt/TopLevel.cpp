@@ -56,7 +56,7 @@ void TopLevel::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (!mWindow) return;
   const bool isWaitedFor = HandlerWaits();
-  if (!MayClose()) return;
+  if (!AllowClose()) return;
   FromToolkit([=, window = Ref<Window>(mWindow)] {
     window->Close();
     if (isWaitedFor) Quit(0);  // the handler that waits must not go on without its window

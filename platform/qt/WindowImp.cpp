@@ -69,7 +69,7 @@ class QtWindowImp : public WindowImp {
   }
 
   void ShowModal(WindowImp* parent) override {
-    EndWaiting();
+    TakeInput();
     mTop->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
     if (parent) AttachTo(*mTop, *parent);
     mTop->show();

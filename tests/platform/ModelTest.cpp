@@ -36,12 +36,11 @@ class Noting : public Window {
   void Layout() { Notes += "Layout "; }
   void CreateControls() {
     Notes += "CreateControls ";
-    AddControlRow(*this,
-                  {.Name = "field",
-                   .Create = CreateControl<EditField>,
-                   .List = EditFieldList{.Name = "field", .Text = "listed"},
-                   .Events = {{"Open", RuntimeCreateDelegate(&Noting::FieldOpen, "(  )")},
-                              {"TextChange", RuntimeCreateDelegate(&Noting::Change, "(  )")}}});
+    AddControlRows(
+        *this, {{.Name = "field",
+                 .Create = CreateControl<EditField>,
+                 .List = EditFieldList{.Name = "field", .Text = "listed"},
+                 .Events = {On("Open", &Noting::FieldOpen), On("TextChange", &Noting::Change)}}});
   }
   void AddHandlers(Ref<Window> target) {
     Notes += target.Get() == this ? "AddMenuHandlers " : "?";
@@ -170,10 +169,10 @@ TEST_F(ModelTest, TheFirstQuitDecidesAndUnwindsItsCaller) {
 
 TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {
   FromToolkit([&] {
-    EXPECT_TRUE(MayClose());
+    EXPECT_TRUE(AllowClose());
     App()->DoEvents(1);
-    EXPECT_FALSE(MayClose());
-    EXPECT_TRUE(MayClose());
+    EXPECT_FALSE(AllowClose());
+    EXPECT_TRUE(AllowClose());
   });
   EXPECT_FALSE(HandlerWaits());
 }
