@@ -37,20 +37,24 @@ double Now() {
   return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
-// When the last child ended, also while the program has not noticed.
-std::atomic<double> lastEnd = 0;
+// Knows when the last child ended, also while the program has not noticed.
+class ChildWatch {
+ public:
+  double LastEnd() const { return mLastEnd; }
 
-[[noreturn]] void WatchChildren() {
-  pid_t seen = 0;
-  for (;;) {
-    siginfo_t child{};
-    if (waitid(P_ALL, 0, &child, WEXITED | WNOWAIT) == 0 && child.si_pid != seen) {
-      lastEnd = Now();
-      seen = child.si_pid;
+ private:
+  void Watch(const std::stop_token& stop) {
+    for (pid_t seen = 0; !stop.stop_requested(); usleep(300)) {
+      siginfo_t child{};
+      if (waitid(P_ALL, 0, &child, WEXITED | WNOWAIT | WNOHANG) != 0) continue;
+      if (child.si_pid != 0 && child.si_pid != seen) mLastEnd = Now();
+      if (child.si_pid != 0) seen = child.si_pid;
     }
-    usleep(300);
   }
-}
+
+  std::atomic<double> mLastEnd = 0;
+  std::jthread mThread{[this](const std::stop_token& stop) { Watch(stop); }};
+};
 
 constexpr const char* authenticateTitle = "Authenticate";
 constexpr const char* mainTitle = "ZELTO Group Update Utility";
@@ -151,9 +155,7 @@ void Authenticate(const String& user, const String& passwd) {
   WPerm()->authuser()->Text(user);
   WPerm()->passwd()->Text(passwd);
   const double start = Now();
-  drawn->Next(IsMain, [=](QWidget&) {
-    Answer({{"ms", Now() - start}, {"outcome", Now() - lastEnd}});
-  });
+  drawn->Next(IsMain, [=](QWidget&) { Answer({{"ms", Now() - start}}); });
   Press(Find(IsAuthenticate), "Authenticate");
 }
 
@@ -166,16 +168,18 @@ void Check(const String& path) {
   });
 }
 
-void Install(const String& path, bool watchesGaps) {
+void Install(const String& path, bool isWatched) {
   if (!(Window1()->EditField1()->Text() == path)) {
     FromToolkit([&] { Window1()->EditField1()->Text(path); });
   }
-  const auto gaps = watchesGaps ? std::make_unique<Gaps>() : nullptr;
+  const auto gaps = isWatched ? std::make_unique<Gaps>() : nullptr;
+  const auto children = isWatched ? std::make_unique<ChildWatch>() : nullptr;
   std::map<std::string, double> answer;
   const double start = Now();
   drawn->Next(IsMessage, [&](QWidget& dialog) {
-    answer = {
-        {"ms", Now() - start}, {"outcome", Now() - lastEnd}, {"gap", gaps ? gaps->Longest() : 0}};
+    answer = {{"ms", Now() - start}};
+    if (isWatched) answer["outcome"] = Now() - children->LastEnd();
+    if (isWatched) answer["gap"] = gaps->Longest();
     Press(dialog, "Install Another");
   });
   Press(Find(IsMain), "Update");
@@ -215,7 +219,7 @@ void Obey(const std::string& request) {
   if (argument(0) == "authenticate") Authenticate(user, passwd);
   if (argument(0) == "check") Check(argument(1));
   if (argument(0) == "install") Install(argument(1), false);
-  if (argument(0) == "gaps") Install(argument(1), true);
+  if (argument(0) == "watched install") Install(argument(1), true);
   if (argument(0) == "failure") FailureDialog(10'000'000);
   if (argument(0) == "authenticate lines") {
     RunLines({ForgetCredentials(), CredentialCheck(passwd, user)});
@@ -237,7 +241,6 @@ int main() {
   RuntimeInit();
   initialize();
   drawn = new Drawn;
-  std::thread(WatchChildren).detach();
   auto* requests = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, qApp);
   QObject::connect(requests, &QSocketNotifier::activated, qApp, [] {
     std::string line;

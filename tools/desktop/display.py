@@ -45,7 +45,8 @@ class Desktop:
         # Root's real home is not for a test to write into.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
-                       "LANG": "C.UTF-8", "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(self._runtime)}
+                       "LANG": "C.UTF-8", "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(self._runtime),
+                       "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # or the first program starts one that stays
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
             return subprocess.Popen(
