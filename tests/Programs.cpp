@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/runtime/Plugins.h"
+
 namespace {
 
 std::vector<std::string> Pieces(const std::string& text, char end) {
@@ -90,6 +92,11 @@ long Resident() {
     if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
   }
   return 0;
+}
+
+zelto::Ref<zelto::Shell> NewShell() {
+  zelto::InitPluginEntrypoints();
+  return zelto::RuntimeNewObject<zelto::Shell>();
 }
 
 std::string Read(const std::filesystem::path& file) {

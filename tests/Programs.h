@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime/String.h"
+#include "exec/Shell.h"
 
 // A folder of the test's own in which scripted `su` and `sudo` stand first on the path. They accept
 // the pair "zt" and the password given here, note what they were called with, and run what they
@@ -37,6 +37,8 @@ inline const std::string GoodRecord =
 
 // Resident memory of this process that is no file's, in bytes.
 long Resident();
+
+zelto::Ref<zelto::Shell> NewShell();
 
 std::string Read(const std::filesystem::path& file);
 void Write(const std::filesystem::path& file, const std::string& text);

@@ -1,27 +1,15 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QLineEdit>
 #include <QTimer>
 
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
-#include "core/Globals.h"
 #include "platform/Application.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
 namespace {
-
-QWidget* MainWindow() {
-  for (auto* top : QApplication::topLevelWidgets()) {
-    if (top->windowTitle() == "ZELTO Group Update Utility") return top;
-  }
-  return nullptr;
-}
 
 // Runs the program from its start to its end; gives its exit status.
 Int32 RunProgram() {

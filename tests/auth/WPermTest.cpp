@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <unistd.h>
 
 #include <QApplication>
 
 #include "auth/GetUserName.h"
-#include "core/Globals.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 #include "ui/WPerm.h"
 
@@ -16,11 +13,6 @@ namespace {
 
 class WPermTest : public testing::Test {
  protected:
-  ~WPermTest() override {
-    Globals::User = {};
-    Globals::Passwd = {};
-  }
-
   void Press(const std::string& user, const std::string& password) {
     mDialog->authuser()->Text(user);
     mDialog->passwd()->Text(password);

@@ -1,19 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 
 using namespace zelto;
-
-namespace {
-
-Ref<Shell> NewShell() {
-  InitPluginEntrypoints();
-  return RuntimeNewObject<Shell>();
-}
-
-}  // namespace
 
 TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
   EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");

@@ -6,8 +6,6 @@
 #include <chrono>
 #include <thread>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 
 using namespace zelto;
@@ -16,17 +14,12 @@ namespace {
 
 class ShellTest : public testing::Test {
  protected:
-  void SetUp() override {
-    InitPluginEntrypoints();
-    mShell = RuntimeNewObject<Shell>();
-  }
-
   void AwaitEnd() {
     while (mShell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
   }
 
   Programs mPrograms;
-  Ref<Shell> mShell;
+  Ref<Shell> mShell = NewShell();
 };
 
 }  // namespace

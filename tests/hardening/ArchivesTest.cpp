@@ -3,11 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "core/Globals.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 #include "tests/hardening/Tally.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
@@ -15,17 +12,9 @@ namespace {
 
 constexpr const char* record = "/tmp/.KVX.Content";
 
-class QuietWindow1 : public Window1 {
- public:
-  void Event_Open() override { Show(); }
-};
-
-class Archives : public testing::Test {
+class Archives : public WindowTest<> {
  protected:
-  Archives() : mWindow(RuntimeNewObject<QuietWindow1>()) {
-    Globals::User = "zt";
-    Globals::Passwd = "secret";
-    mWindow->Constructor();
+  Archives() {
     Write(mPrograms.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n");
     std::filesystem::remove_all(record);
   }
@@ -51,16 +40,12 @@ class Archives : public testing::Test {
       isRefused = true;
       dialog.close();
     });
-    FromToolkit([&] { mWindow->EditField1()->Text(path); });
+    Choose(path);
     delete waiting;
     return isRefused ? "refused"
                      : Bytes(mWindow->stProduct()->Text() + "|" + mWindow->stVersion()->Text() +
                              "|" + mWindow->EditField2()->Text());
   }
-
-  Stage mStage;
-  Programs mPrograms;
-  Ref<QuietWindow1> mWindow;
 };
 
 const std::string goodLines = "printf 'a=P\\nb=V\\nc=D\\n' >control";

@@ -11,19 +11,12 @@
 
 #include <thread>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 #include "tests/hardening/Tally.h"
 
 using namespace zelto;
 
 namespace {
-
-Ref<Shell> NewShell() {
-  InitPluginEntrypoints();
-  return RuntimeNewObject<Shell>();
-}
 
 // Runs the check in a process of its own, which it may ruin; True when it gave True.
 template <class Check>

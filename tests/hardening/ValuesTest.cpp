@@ -2,8 +2,6 @@
 
 #include <random>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 #include "tests/hardening/Tally.h"
 
@@ -32,11 +30,10 @@ class StandIns : public Programs {
     }
     std::filesystem::create_symlink("/bin/sh", Folder() / "bin/sh");
     setenv("PATH", Path("bin").c_str(), 1);
-    InitPluginEntrypoints();
   }
 
   std::string Told(const CommandLine& command) const {
-    const auto shell = RuntimeNewObject<Shell>();
+    const auto shell = NewShell();
     shell->Execute(command);
     std::string told = Bytes(shell->ReadAll());
     if (!told.empty()) told.pop_back();  // the end of the last line

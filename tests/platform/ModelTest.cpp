@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
-
-#include "core/App.h"
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 
 using namespace zelto;

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
@@ -9,17 +7,14 @@
 #include <QUrl>
 
 #include "platform/Files.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
-#include "ui/WPerm.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
 namespace {
 
 // The windows with handlers that only note their names.
-class QuietWindow1 : public Window1 {
+class QuietWindow1 : public OpenedWindow1 {
  public:
   std::string Notes;
   void EditField1_DropObject(const Ref<DragItem>& item, Int32) override {
@@ -29,21 +24,10 @@ class QuietWindow1 : public Window1 {
   void BevelButton1_Action() override { Notes += "BevelButton1 "; }
   void pbTest_Action() override { Notes += "pbTest "; }
   void pbUpdate_Action() override { Notes += "pbUpdate "; }
-  void Event_Open() override { Show(); }
 };
 
-class WidgetsTest : public testing::Test {
+class WidgetsTest : public WindowTest<QuietWindow1> {
  protected:
-  WidgetsTest() : mWindow(RuntimeNewObject<QuietWindow1>()) {
-    mWindow->Constructor();
-    mTop = QApplication::topLevelWidgets().constFirst();
-    for (auto* top : QApplication::topLevelWidgets()) {
-      if (top->windowTitle() == "ZELTO Group Update Utility") mTop = top;
-    }
-    mTop->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(mTop));
-  }
-
   bool Drop(const QString& url) {
     QMimeData data;
     data.setData("text/uri-list", url.toUtf8());
@@ -55,10 +39,6 @@ class WidgetsTest : public testing::Test {
     QApplication::processEvents();
     return enter.isAccepted();
   }
-
-  Stage mStage;
-  Ref<QuietWindow1> mWindow;
-  QWidget* mTop;
 };
 
 }  // namespace

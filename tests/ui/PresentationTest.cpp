@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <QAbstractButton>
@@ -16,33 +15,18 @@
 
 #include "platform/MessageDialog.h"
 #include "platform/qt/Picture.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 #include "ui/MenuBar1.h"
 #include "ui/Pictures.h"
 #include "ui/WAbout.h"
 #include "ui/WPerm.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
 namespace {
 
-class ShownWindow1 : public Window1 {
- public:
-  void EditField1_TextChange() override {}
-  void Event_Open() override { Show(); }
-};
-
-class PresentationTest : public testing::Test {
+class PresentationTest : public WindowTest<> {
  protected:
-  PresentationTest() : mWindow(RuntimeNewObject<ShownWindow1>()) {
-    mWindow->Constructor();
-    Until([] { return QApplication::activeWindow(); });
-    mTop = QApplication::activeWindow();
-    mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
-  }
-
   QAction* Item(const QString& text) {
     for (auto* menu : mTop->findChildren<QMenu*>()) {
       for (auto* action : menu->actions()) {
@@ -61,10 +45,7 @@ class PresentationTest : public testing::Test {
     return enabled;
   }
 
-  Stage mStage;
-  Ref<ShownWindow1> mWindow;
-  QWidget* mTop;
-  QLineEdit* mLine;
+  QLineEdit* mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
 };
 
 // The widget's pixels at the scale.
@@ -222,7 +203,7 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
       QFont font("DejaVu Sans", points);
       font.setStretch(stretch);
       QApplication::setFont(font);
-      const auto window = RuntimeNewObject<ShownWindow1>();
+      const auto window = RuntimeNewObject<OpenedWindow1>();
       window->Constructor();
       window->stProduct()->Text("Zelto Core Services");
       window->stVersion()->Text("12.10.345 (beta)");

@@ -1,38 +1,18 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QTimer>
 
-#include "core/Globals.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
 namespace {
 
-class OpenedWindow1 : public Window1 {
- public:
-  void Event_Open() override { Show(); }
-};
-
-class UpdateTest : public testing::Test {
+class UpdateTest : public WindowTest<> {
  protected:
-  UpdateTest() : mWindow(RuntimeNewObject<OpenedWindow1>()) {
-    Globals::User = "zt";
-    Globals::Passwd = "secret";
-    mWindow->Constructor();
-    mGood = mPrograms.Update("good one.tar.gz", GoodRecord);
-  }
   ~UpdateTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
 
-  void Choose(const std::string& path) {
-    FromToolkit([&] { mWindow->EditField1()->Text(path); });
-  }
   void Press(const Ref<RectControl>& button) {
     FromToolkit([&] { button->Raise("Action"); });
   }
@@ -44,10 +24,7 @@ class UpdateTest : public testing::Test {
                  (mWindow->pbTest()->Enabled() ? "on" : "off"));
   }
 
-  Stage mStage;
-  Programs mPrograms;
-  Ref<OpenedWindow1> mWindow;
-  std::string mGood;
+  std::string mGood = mPrograms.Update("good one.tar.gz", GoodRecord);
 };
 
 const std::string GoodLine = "|Zelto Core|4.2.1|Fixes the frobnicator.|";
