@@ -181,7 +181,7 @@ TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
       EXPECT_EQ(about.size(), QSize(310, 245));
       QStringList texts;
       for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
-      EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version 1.0.0",
+      EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version " ZELTO_VERSION,
                                     "Copyright © 2026 ZELTO Group. All rights reserved."}));
       auto* top = about.childAt(place);
       QTest::mousePress(top, Qt::LeftButton, {}, place);
