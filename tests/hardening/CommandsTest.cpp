@@ -57,19 +57,6 @@ TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
   }
 }
 
-TEST(Hardening, EverySignalThatEndsACommandIsAFailure) {
-  Tally tally("a command that a signal ends is a failure");
-  for (int number = 1; number < 32; ++number) {
-    if (number == SIGCHLD || number == SIGCONT || number == SIGURG || number == SIGWINCH ||
-        number == SIGSTOP || number == SIGTSTP || number == SIGTTIN || number == SIGTTOU) {
-      continue;  // these end nothing
-    }
-    const auto shell = NewShell();
-    shell->Execute({"ulimit -c 0; kill -" + std::to_string(number) + " $$"});
-    tally.Case(shell->ErrorCode() == 128 + number, std::to_string(number));
-  }
-}
-
 TEST(Hardening, OutputOfAnySizeCostsNoMemoryUntilItIsRead) {
   Tally tally("output grows the memory by 1 MB unread, by itself and 5 MB when read");
   const auto shell = NewShell();
