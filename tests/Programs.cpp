@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/runtime/Plugins.h"
+
 namespace {
 
 std::vector<std::string> Pieces(const std::string& text, char end) {
@@ -15,35 +17,23 @@ std::vector<std::string> Pieces(const std::string& text, char end) {
   return pieces;
 }
 
-// Notes the words of the call, each ended by a NUL, and the call by a record separator.
-std::string Noting(const std::filesystem::path& folder, const std::string& program) {
-  const std::string notes = folder / program;
-  return "{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" + notes + ".calls'\n" +
-         "check() { IFS= read -r password; printf '%s\\n' \"$password\" >>'" + notes +
-         ".passwords'; [ \"$password\" = \"$(cat '" + folder.string() + "/password')\" ]; }\n";
-}
-
 }  // namespace
 
-Programs::Programs(const std::string& password, const std::string& loginShell)
-    : mPathBefore(getenv("PATH")) {
+Programs::Programs() : mPathBefore(getenv("PATH")) {
   std::string name = (std::filesystem::temp_directory_path() / "zelto-test-XXXXXX").string();
   mFolder = mkdtemp(name.data());
   std::filesystem::create_directory(mFolder / "bin");
-  Write(mFolder / "password", password);
   setenv("PATH", (Path("bin") + ":" + mPathBefore).c_str(), 1);
   Script("su",
-         "printf 'Password: ' >&2\n"
-         "check && case \" $* \" in *' zt '*) true;; *) false;; esac ||"
-         " { echo 'su: Authentication failure' >&2; exit 1; }\n"
-         "while [ \"$1\" != -c ]; do shift; done\nexec " +
-             loginShell + " -c \"$2\"");
+         "printf 'Password: ' >&2; read -r password\n"
+         "case \"$password: $* \" in 'secret:'*' zt '*) ;;"
+         " *) echo 'su: Authentication failure' >&2; exit 1;; esac\n"
+         "while [ \"$1\" != -c ]; do shift; done\nexec sh -c \"$2\"");
   Script("sudo",
-         "case $1 in -K) exit 0;; -S) printf '%s' \"$SUDO_PROMPT\" >&2; check; exit;; esac\n"
-         "[ \"$($SUDO_ASKPASS \"$SUDO_PROMPT\")\" = \"$(cat '" +
-             Path("password") +
-             "')\" ] ||"
-             " { echo 'sudo: no password was provided' >&2; exit 1; }\nexec \"$@\"");
+         "case $1 in -K) exit;; -S) printf %s \"$SUDO_PROMPT\" >&2; read -r password;;\n"
+         "*) password=$($SUDO_ASKPASS \"$SUDO_PROMPT\");; esac\n"
+         "[ \"$password\" = secret ] || { echo 'sudo: no password was provided' >&2; exit 1; }\n"
+         "[ $1 = -S ] || exec \"$@\"");
 }
 
 Programs::~Programs() {
@@ -51,9 +41,11 @@ Programs::~Programs() {
   std::filesystem::remove_all(mFolder);
 }
 
+// Notes the words of the call, each ended by a NUL, and the call by a record separator.
 void Programs::Script(const std::string& name, const std::string& body) const {
   const auto file = mFolder / "bin" / name;
-  Write(file, "#!/bin/bash\n" + Noting(mFolder, name) + body + "\n");
+  Write(file, "#!/bin/sh\n{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" +
+                  Path(name + ".calls") + "'\n" + body + "\n");
   std::filesystem::permissions(file, std::filesystem::perms::owner_all);
 }
 
@@ -63,10 +55,6 @@ std::vector<std::vector<std::string>> Programs::Calls(const std::string& program
     calls.push_back(Pieces(call, '\0'));
   }
   return calls;
-}
-
-std::vector<std::string> Programs::Passwords(const std::string& program) const {
-  return Pieces(Read(Path(program + ".passwords")), '\n');
 }
 
 std::string Programs::Update(const std::string& name, const std::string& record,
@@ -90,6 +78,11 @@ long Resident() {
     if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
   }
   return 0;
+}
+
+zelto::Ref<zelto::Shell> NewShell() {
+  zelto::InitPluginEntrypoints();
+  return zelto::RuntimeNewObject<zelto::Shell>();
 }
 
 std::string Read(const std::filesystem::path& file) {

@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime/String.h"
+#include "exec/Shell.h"
 
 // A folder of the test's own in which scripted `su` and `sudo` stand first on the path. They accept
-// the pair "zt" and the password given here, note what they were called with, and run what they
-// are asked to run with the rights of the test.
+// the pair "zt" and "secret", note what they were called with, and run what they are asked to run
+// with the rights of the test.
 class Programs {
  public:
-  explicit Programs(const std::string& password = "secret", const std::string& loginShell = "sh");
+  Programs();
   ~Programs();
   Programs(const Programs&) = delete;
   Programs& operator=(const Programs&) = delete;
@@ -21,8 +21,6 @@ class Programs {
   void Script(const std::string& name, const std::string& body) const;
   // The words of each call of the program so far.
   std::vector<std::vector<std::string>> Calls(const std::string& program) const;
-  // What the program read as a password in each call so far.
-  std::vector<std::string> Passwords(const std::string& program) const;
   // Makes an update file whose members go below the folder. Gives its path.
   std::string Update(const std::string& name, const std::string& record,
                      const std::string& control = "/tmp/.KVX.Content") const;
@@ -37,6 +35,8 @@ inline const std::string GoodRecord =
 
 // Resident memory of this process that is no file's, in bytes.
 long Resident();
+
+zelto::Ref<zelto::Shell> NewShell();
 
 std::string Read(const std::filesystem::path& file);
 void Write(const std::filesystem::path& file, const std::string& text);

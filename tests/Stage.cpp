@@ -1,7 +1,5 @@
 #include "tests/Stage.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -34,17 +32,26 @@ void Until(const std::function<bool()>& condition) {
   EXPECT_TRUE(condition());
 }
 
-QPointer<QObject> WhenModal(const std::function<void(QWidget&)>& action) {
+QPointer<QObject> Once(const std::function<bool()>& condition,
+                       const std::function<void()>& action) {
   auto* timer = new QTimer(qApp);
   QObject::connect(timer, &QTimer::timeout, timer, [=] {
-    auto* window = QApplication::activeModalWidget();
-    if (!window || !window->isVisible()) return;
+    if (!condition()) return;
     timer->stop();
     timer->deleteLater();
-    action(*window);
+    action();
   });
   timer->start(5);
   return timer;
+}
+
+QPointer<QObject> WhenModal(const std::function<void(QWidget&)>& action) {
+  return Once(
+      [] {
+        const auto* window = QApplication::activeModalWidget();
+        return window && window->isVisible();
+      },
+      [=] { action(*QApplication::activeModalWidget()); });
 }
 
 void WhenModalPress(const std::string& button, std::string* labels) {
@@ -65,18 +72,20 @@ void WhenModalPress(const std::string& button, std::string* labels) {
 }
 
 void CloseTwiceOnce(const std::function<bool()>& condition) {
-  auto* timer = new QTimer(qApp);
-  QObject::connect(timer, &QTimer::timeout, timer, [=] {
-    if (!condition()) return;
-    timer->stop();
-    timer->deleteLater();
+  Once(condition, [] {
     auto* top = QApplication::activeWindow();
     top->close();
     EXPECT_TRUE(top->isVisible());
     top->close();
     EXPECT_FALSE(top->isVisible());
   });
-  timer->start(5);
+}
+
+QWidget* MainWindow() {
+  for (auto* top : QApplication::topLevelWidgets()) {
+    if (top->windowTitle() == "ZELTO Group Update Utility") return top;
+  }
+  return nullptr;
 }
 
 QWidget& ControlWidget(QWidget& window, int left, int top) {

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <string>
 
 #include "core/App.h"
+#include "core/Globals.h"
+#include "tests/Programs.h"
+#include "ui/Window1.h"
 
 // The program without its main window: the toolkit, the class tables, the application object.
 class Stage {
@@ -19,8 +24,10 @@ class Stage {
 // Serves events until the condition holds; a failed test if it does not within 20 seconds.
 void Until(const std::function<bool()>& condition);
 
-// Acts on the next modal window once it is on the screen. The result waits for it; delete it to
-// wait no longer.
+// Acts when the condition holds for the first time. The result waits for it; delete it to wait no
+// longer.
+QPointer<QObject> Once(const std::function<bool()>& condition, const std::function<void()>& action);
+// Acts on the next modal window once it is on the screen.
 QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Presses the button of the next modal window; the texts of its labels are noted before.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
@@ -28,4 +35,33 @@ void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 // Closes the active window twice once the condition holds; the first time has to be refused.
 void CloseTwiceOnce(const std::function<bool()>& condition);
 
+QWidget* MainWindow();
 QWidget& ControlWidget(QWidget& window, int left, int top);
+
+// The main window, which shows itself at once.
+class OpenedWindow1 : public zelto::Window1 {
+ public:
+  void Event_Open() override { Show(); }
+};
+
+// With the main window of a user who has been accepted.
+template <class W = OpenedWindow1>
+class WindowTest : public testing::Test {
+ protected:
+  WindowTest() : mWindow(zelto::RuntimeNewObject<W>()) {
+    zelto::Globals::User = "zt";
+    zelto::Globals::Passwd = "secret";
+    mWindow->Constructor();
+    mTop = MainWindow();
+    Until([this] { return mTop->isActiveWindow(); });
+  }
+
+  void Choose(const std::string& path) {
+    zelto::FromToolkit([&] { mWindow->EditField1()->Text(path); });
+  }
+
+  Stage mStage;
+  Programs mPrograms;
+  zelto::Ref<W> mWindow;
+  QWidget* mTop;
+};

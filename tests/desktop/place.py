@@ -11,7 +11,7 @@ from desktop.accounts import Account
 from desktop.updates import make_update
 from desktop.utility import Utility
 
-PROGRAM, VERSION = os.environ["ZELTO_PROGRAM"], os.environ.get("ZELTO_VERSION")
+PROGRAM = os.environ["ZELTO_PROGRAM"]
 LONG = "ZELTO_LONG" in os.environ  # minutes in place of seconds
 
 

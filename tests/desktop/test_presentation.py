@@ -1,24 +1,5 @@
-import shutil
-
 from desktop.utility import AUTHENTICATE, MAIN, Utility
-from place import PROGRAM, VERSION, DesktopTest
-
-
-class About(DesktopTest):
-    def test_opens_and_closes_by_mouse_and_by_keyboard(self):
-        utility = self.authenticated(self.account())
-        for item in "File", f"About {MAIN}":
-            utility.click(item)
-        utility.window("About")
-        self.assertIn(f"Version {VERSION}", utility.texts("About"))
-        utility.hand("mousemove", *utility.place("About")[:2], "mousedown", 1)
-        self.assertEqual(utility.windows()[0], "About")
-        utility.hand("mouseup", 1)
-        utility.until(lambda: utility.windows() == [MAIN])
-        utility.key("alt+f", "Down", "Return")
-        utility.window("About")
-        utility.key("Escape")
-        utility.until(lambda: utility.windows() == [MAIN])
+from place import PROGRAM, DesktopTest
 
 
 class Keyboard(DesktopTest):
@@ -28,6 +9,10 @@ class Keyboard(DesktopTest):
         utility.type(f"{account.name}\t{account.password}")
         utility.key("Return")
         utility.window(MAIN)
+        utility.key("alt+f", "Down", "Return")
+        utility.window("About")
+        utility.key("Escape")
+        utility.until(lambda: utility.windows() == [MAIN])
         utility.type(str(self.folder / "missing.gz"))
         utility.dialog("Keep", "Cancel")
         utility.key("Escape")
@@ -61,16 +46,18 @@ class Attention(DesktopTest):
 class Bare(DesktopTest):
     def test_keyboard_is_enough_without_pictures_and_assistive_technology(self):
         account, bare = self.account(), {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None}
-        for kind, prepare in [
-                ("missing", lambda folder: shutil.rmtree(folder / "Resources")),
-                ("spoiled", lambda folder: [each.write_text("?") for each in folder.glob("Resources/*")])]:
-            members = self.members(**{kind: (b"new", 0o644)})
-            with self.subTest(kind), Utility(account.name, PROGRAM, environment=bare, prepare=prepare) as utility:
-                for title, text in (AUTHENTICATE, account.password), (MAIN, self.update("a.gz", members=members)):
-                    utility.until(lambda: utility.in_front() == title)
-                    utility.hand("type", "--file", "-", text=text)
-                    utility.hand("key", "Return")
-                # Return presses Update and then Quit; while something runs it does nothing.
-                utility.key_until_gone("Return")
-                self.assertEqual((utility.exit_status(), utility.stderr()), (0, ""))
-                self.assert_installed(members)
+        members = self.members(file=(b"new", 0o644))
+
+        def spoil(folder):
+            for picture in folder.glob("Resources/*"):
+                picture.write_text("?")
+
+        with Utility(account.name, PROGRAM, environment=bare, prepare=spoil) as utility:
+            for title, text in (AUTHENTICATE, account.password), (MAIN, self.update("a.gz", members=members)):
+                utility.until(lambda: utility.in_front() == title)
+                utility.hand("type", "--file", "-", text=text)
+                utility.hand("key", "Return")
+            # Return presses Update and then Quit; while something runs it does nothing.
+            utility.key_until_gone("Return")
+            self.assertEqual((utility.exit_status(), utility.stderr()), (0, ""))
+            self.assert_installed(members)

@@ -1,19 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 
 using namespace zelto;
-
-namespace {
-
-Ref<Shell> NewShell() {
-  InitPluginEntrypoints();
-  return RuntimeNewObject<Shell>();
-}
-
-}  // namespace
 
 TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
   EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");
@@ -27,6 +16,8 @@ TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
             "echo pw1 | su ann -c 'sudo cat /tmp/.KVX.Content'");
   EXPECT_EQ(Bytes(FullExtract("pw1", "ann", "/a b/c.tar.gz").Text),
             "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\"'");
+  EXPECT_EQ(Bytes(FullExtract("pw1", "-ann", "host:c.gz").Text),
+            "echo pw1 | su -c 'sudo tar -zxPvf \"./host:c.gz\"' -- - -ann");
   EXPECT_EQ(Bytes(ListingTest("/a b/c.tar.gz").Text), "tar -tzf /a b/c.tar.gz /tmp/.KVX.Content");
 }
 

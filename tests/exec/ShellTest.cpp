@@ -1,13 +1,10 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <stdlib.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <thread>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 
 using namespace zelto;
@@ -16,17 +13,8 @@ namespace {
 
 class ShellTest : public testing::Test {
  protected:
-  void SetUp() override {
-    InitPluginEntrypoints();
-    mShell = RuntimeNewObject<Shell>();
-  }
-
-  void AwaitEnd() {
-    while (mShell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  }
-
   Programs mPrograms;
-  Ref<Shell> mShell;
+  Ref<Shell> mShell = NewShell();
 };
 
 }  // namespace
@@ -51,7 +39,7 @@ TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   mShell->Execute({"echo three; exit 4"});
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(150));
   EXPECT_TRUE(mShell->IsRunning());
-  AwaitEnd();
+  while (mShell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
   EXPECT_EQ(mShell->ErrorCode(), 4);
   EXPECT_EQ(Bytes(mShell->ReadAll()), "one\ntwo\nthree\n");
 }
@@ -65,49 +53,28 @@ TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutTheQuestions) {
             "outout\nbad\nsu: Authentication failure\nthe Password: is asked\nlast\n");
 }
 
-TEST_F(ShellTest, NeverBlocksOnOutputNorOnAChildThatKeepsIt) {
+TEST_F(ShellTest, NeverBlocksOnAChildThatKeepsTheOutput) {
   const std::string child = mPrograms.Path("child");
-  mShell->Execute(
-      {"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2; sleep 60 & echo $! >" + child});
-  EXPECT_EQ(LenB(mShell->ReadAll()), 6000002);
+  mShell->Execute({"sleep 60 & echo $! >" + child});
   mShell->Execute({"kill $(cat " + child + ")"});
   EXPECT_EQ(mShell->ErrorCode(), 0);
 }
 
-TEST_F(ShellTest, RefusesWhatIsNoLineAndSaysWhy) {
-  using namespace std::string_view_literals;
-  for (const auto text : {"touch x\ntouch y"sv, "touch x\0y"sv}) {
-    mShell->Execute({String(text)});
-    EXPECT_EQ(mShell->ErrorCode(), 127);
-  }
-  EXPECT_NE(Bytes(mShell->ReadAll()).find("could not be started"), std::string::npos);
-  mShell->Execute({"true"});
-  EXPECT_EQ(mShell->ErrorCode(), 0);
-  setenv("PATH", mPrograms.Path("nowhere").c_str(), 1);
-  mShell->Execute({"true"});
-  EXPECT_EQ(mShell->ErrorCode(), 127);
-  EXPECT_NE(Bytes(mShell->ReadAll()).find("No such file"), std::string::npos);
-}
-
 TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
   setenv("TAR_OPTIONS", "--help", 1);
-  setenv("SHELLOPTS_X", "1", 1);
   signal(SIGINT, SIG_IGN);
   signal(SIGCHLD, SIG_IGN);
-  mShell->Execute({"env; read x || echo empty; ps -o sid= -p $$; echo $$; kill -INT $$"});
-  unsetenv("TAR_OPTIONS");
+  mShell->Execute(
+      {"env; read x || echo empty; [ $(ps -o sid= -p $$) = $$ ] && echo apart; "
+       "kill -INT $$"});
   const std::string text = Bytes(mShell->ReadAll());
-  for (const char* const name : {"PATH=", "LC_ALL=C.UTF-8", "SUDO_ASKPASS=", "\nempty\n"}) {
-    EXPECT_NE(text.find(name), std::string::npos) << name;
+  for (const char* const part :
+       {"PATH=", "LC_ALL=C.UTF-8", "SUDO_ASKPASS=", "\nempty\n", "\napart\n"}) {
+    EXPECT_NE(text.find(part), std::string::npos) << part;
   }
   EXPECT_EQ(text.find("TAR_OPTIONS"), std::string::npos);
-  EXPECT_EQ(text.find("SHELLOPTS_X"), std::string::npos);
+  unsetenv("TAR_OPTIONS");
   EXPECT_EQ(mShell->ErrorCode(), 128 + SIGINT);
-  const auto lines = Split(text, "\n");
-  const auto count = static_cast<Int32>(lines.size());
-  const auto session = std::stoi(Bytes(ElementAt(lines, count - 3)));
-  EXPECT_EQ(session, std::stoi(Bytes(ElementAt(lines, count - 2))));  // its own
-  EXPECT_NE(session, getsid(0));
 }
 
 TEST_F(ShellTest, ShowsThePasswordToNobody) {
@@ -117,14 +84,4 @@ TEST_F(ShellTest, ShowsThePasswordToNobody) {
   const std::string text = Bytes(mShell->ReadAll());
   EXPECT_NE(text.find("sh\n"), std::string::npos);
   EXPECT_EQ(text.find("secret"), std::string::npos) << text;
-}
-
-TEST_F(ShellTest, LeavesARunningCommandToFinish) {
-  mShell->Mode(2);
-  mShell->Execute({"sleep 0.3; echo done >" + mPrograms.Path("done")});
-  mShell = nullptr;
-  for (int i = 0; i < 500 && Read(mPrograms.Path("done")).empty(); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  EXPECT_EQ(Read(mPrograms.Path("done")), "done\n");
 }

@@ -11,19 +11,12 @@
 
 #include <thread>
 
-#include "exec/Shell.h"
-#include "platform/runtime/Plugins.h"
 #include "tests/Programs.h"
 #include "tests/hardening/Tally.h"
 
 using namespace zelto;
 
 namespace {
-
-Ref<Shell> NewShell() {
-  InitPluginEntrypoints();
-  return RuntimeNewObject<Shell>();
-}
 
 // Runs the check in a process of its own, which it may ruin; True when it gave True.
 template <class Check>
@@ -61,19 +54,6 @@ TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
     tally.Case(
         shell->ErrorCode() != 0 && Says(shell, missing == "sh" ? "No such file" : "not found"),
         missing + Bytes(shell->ReadAll()));
-  }
-}
-
-TEST(Hardening, EverySignalThatEndsACommandIsAFailure) {
-  Tally tally("a command that a signal ends is a failure");
-  for (int number = 1; number < 32; ++number) {
-    if (number == SIGCHLD || number == SIGCONT || number == SIGURG || number == SIGWINCH ||
-        number == SIGSTOP || number == SIGTSTP || number == SIGTTIN || number == SIGTTOU) {
-      continue;  // these end nothing
-    }
-    const auto shell = NewShell();
-    shell->Execute({"ulimit -c 0; kill -" + std::to_string(number) + " $$"});
-    tally.Case(shell->ErrorCode() == 128 + number, std::to_string(number));
   }
 }
 

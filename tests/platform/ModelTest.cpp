@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
-
-#include "core/App.h"
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 
 using namespace zelto;
@@ -27,8 +23,8 @@ class Noting : public Window {
              {"AddMenuHandlers", RuntimeCreateDelegate(&Noting::AddHandlers, "( Window )")},
              {"Open", RuntimeCreateDelegate(&Noting::Open, "(  )")},
              {"Close", RuntimeCreateDelegate(&Noting::Closed, "(  )")},
-             {"CancelClose", RuntimeCreateDelegate(&Noting::CancelClose, "( Boolean ) as Boolean")},
-             {"EnableMenuItems", RuntimeCreateDelegate(&Noting::Enabling, "(  )")}}});
+             {"CancelClose",
+              RuntimeCreateDelegate(&Noting::CancelClose, "( Boolean ) as Boolean")}}});
     return table;
   }
   const Class& ClassOf() const override { return ClassTable(); }
@@ -42,18 +38,12 @@ class Noting : public Window {
                  .List = EditFieldList{.Name = "field", .Text = "listed"},
                  .Events = {On("Open", &Noting::FieldOpen), On("TextChange", &Noting::Change)}}});
   }
-  void AddHandlers(Ref<Window> target) {
-    Notes += target.Get() == this ? "AddMenuHandlers " : "?";
-    AddMenuHandler("mine", RuntimeCreateDelegate(&Noting::Handled, "(  ) as Boolean"));
-  }
-  bool Handled() { return true; }
+  void AddHandlers(Ref<Window> target) { Notes += target.Get() == this ? "AddMenuHandlers " : "?"; }
   void FieldOpen() { Notes += "field.Open "; }
   void Change() { Notes += "TextChange "; }
   void Open() { Notes += "Open "; }
   void Closed() { Notes += "Close "; }
   bool CancelClose(bool) { return Cancels; }
-  void Enabling() { Notes += "EnableMenuItems "; }
-  void Update() override { Notes += "Update "; }
 };
 
 class ModelTest : public testing::Test {
@@ -107,36 +97,6 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongKind), TypeMismatchException);
 }
 
-TEST_F(ModelTest, MenuItemsWithHandlersAreEnabled) {
-  const auto window = ImplicitWindow<Noting>();
-  Noting::Notes.clear();
-  std::vector<Ref<MenuItem>> items{RuntimeNewObject<MenuItem>(), RuntimeNewObject<MenuItem>()};
-  items[0]->Name("other");
-  items[1]->Name("mine");
-  window->EnableMenuItems(items);
-  EXPECT_EQ(Noting::Notes, "EnableMenuItems ");
-  EXPECT_FALSE(items[0]->Enabled());
-  EXPECT_TRUE(items[1]->Enabled());
-  EXPECT_TRUE(window->CallMenuHandler("mine"));
-  EXPECT_FALSE(window->CallMenuHandler("other"));
-  window->CallActivated();
-  EXPECT_EQ(Noting::Notes, "EnableMenuItems EnableMenuItems ");
-}
-
-TEST_F(ModelTest, DirtyWindowsAreUpdatedOnceEach) {
-  const auto window = ImplicitWindow<Noting>();
-  Noting::Notes.clear();
-  WindowSupport::AddDirtyWindow(window);
-  WindowSupport::AddDirtyWindow(window);
-  WindowSupport::UpdateDirtyWindows();
-  WindowSupport::UpdateDirtyWindows();
-  EXPECT_EQ(Noting::Notes, "Update ");
-  WindowSupport::AddDirtyWindow(window);
-  WindowSupport::RemoveDirtyWindow(window);
-  WindowSupport::UpdateDirtyWindows();
-  EXPECT_EQ(Noting::Notes, "Update ");
-}
-
 TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
   const auto run = [](const std::function<void()>& function) {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
@@ -155,16 +115,6 @@ TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
   RuntimeRun();  // returns at once
   EXPECT_EQ(RuntimeExit(), 1);
   RuntimeInit();
-}
-
-TEST_F(ModelTest, TheFirstQuitDecidesAndUnwindsItsCaller) {
-  bool isPast = false;
-  FromToolkit([&] {
-    Quit(0);
-    isPast = true;
-  });
-  EXPECT_FALSE(isPast);
-  EXPECT_THROW(App()->DoEvents(1), EndException);
 }
 
 TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {

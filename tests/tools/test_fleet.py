@@ -21,14 +21,12 @@ class Fleet(unittest.TestCase):
             self.skipTest("only root can give files to root")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.addCleanup(RECORD.unlink, missing_ok=True)
-        make_update(self.folder / "good.gz", "P", members=self.member("good"))
-        make_update(self.folder / "cut.gz", members=self.member("cut"))
+        for name in "good", "cut":
+            member = {f"{self.folder}/installed/{name}": (os.urandom(10_000), 0o640)}
+            make_update(self.folder / f"{name}.gz", "P", members=member)
         os.truncate(self.folder / "cut.gz", 5000)
         (self.folder / "hosts").write_text("one\ntwo\nbad update_file=cut.gz\n[all:vars]\nansible_connection=local\n"
                                            "update_file=good.gz\nansible_become=false\n")
-
-    def member(self, name):
-        return {f"{self.folder}/installed/{name}": (os.urandom(10_000), 0o640)}
 
     def play(self, *words):
         """What is said, and of each machine (changed, failed)."""

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <stdlib.h>
 
 #include <QAbstractButton>
@@ -16,33 +15,18 @@
 
 #include "platform/MessageDialog.h"
 #include "platform/qt/Picture.h"
-#include "tests/Programs.h"
 #include "tests/Stage.h"
 #include "ui/MenuBar1.h"
 #include "ui/Pictures.h"
 #include "ui/WAbout.h"
 #include "ui/WPerm.h"
-#include "ui/Window1.h"
 
 using namespace zelto;
 
 namespace {
 
-class ShownWindow1 : public Window1 {
- public:
-  void EditField1_TextChange() override {}
-  void Event_Open() override { Show(); }
-};
-
-class PresentationTest : public testing::Test {
+class PresentationTest : public WindowTest<> {
  protected:
-  PresentationTest() : mWindow(RuntimeNewObject<ShownWindow1>()) {
-    mWindow->Constructor();
-    Until([] { return QApplication::activeWindow(); });
-    mTop = QApplication::activeWindow();
-    mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
-  }
-
   QAction* Item(const QString& text) {
     for (auto* menu : mTop->findChildren<QMenu*>()) {
       for (auto* action : menu->actions()) {
@@ -61,10 +45,7 @@ class PresentationTest : public testing::Test {
     return enabled;
   }
 
-  Stage mStage;
-  Ref<ShownWindow1> mWindow;
-  QWidget* mTop;
-  QLineEdit* mLine;
+  QLineEdit* mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
 };
 
 // The widget's pixels at the scale.
@@ -101,60 +82,11 @@ void ExpectWhole(QWidget& window, double scale, const std::string& what) {
     const QRect room(QPoint(), (QSizeF(widget->size()) * scale).toSize());
     const std::string whose = what + widget->text().toStdString();
     EXPECT_GE(ink.height(), widget->text() == "..." ? 1 : 4 * scale) << whose;
-    EXPECT_GT(ink.top(), room.top()) << whose;
-    EXPECT_LT(ink.bottom(), room.bottom()) << whose;
-    EXPECT_GE(ink.left(), room.left()) << whose;
-    EXPECT_LT(ink.right(), room.right()) << whose;
+    EXPECT_TRUE(room.adjusted(0, 1, -1, -1).contains(ink)) << whose;
   }
 }
 
 }  // namespace
-
-TEST(MenuBar1, HasItsRowsInOrder) {
-  std::string rows;
-  for (const auto& menu : MenuBar1()->Items()) {
-    rows += Bytes(menu->Name() + " " + menu->Text() + "\n");
-    for (const auto& item : menu->Items()) {
-      const char* const kind = RuntimeObjectIsa<QuitMenuItem>(item)    ? "Quit"
-                               : RuntimeObjectIsa<AppleMenuItem>(item) ? "Apple"
-                                                                       : "";
-      rows += Bytes("  " + item->Name() + " " + item->Text() + " " + item->KeyboardShortcut() +
-                    " " + kind + (item->AutoEnable() ? "\n" : "!\n"));
-    }
-  }
-  EXPECT_EQ(rows,
-            "FileMenu &File\n"
-            "  FileQuit &Quit Cmd+Q Quit\n"
-            "  mAbout About ZELTO Group Update Utility  Apple\n"
-            "EditMenu &Edit\n"
-            "  EditUndo &Undo Cmd+Z \n"
-            "  UntitledMenu1 -  \n"
-            "  EditCut Cu&t Cmd+X \n"
-            "  EditCopy &Copy Cmd+C \n"
-            "  EditPaste &Paste Cmd+V \n"
-            "  EditClear &Delete  \n"
-            "  UntitledMenu0 -  \n"
-            "  EditSelectAll Select &All Cmd+A \n");
-  EXPECT_TRUE(MenuBar1() == MenuBar1());
-}
-
-TEST_F(PresentationTest, TheWindowReachesItsMenuItems) {
-  EXPECT_TRUE(mWindow->MenuBar() == MenuBar1());
-  const std::pair<Ref<MenuItem>, const char*> items[] = {
-      {mWindow->EditMenu(), "EditMenu"},
-      {mWindow->EditSelectAll(), "EditSelectAll"},
-      {mWindow->UntitledMenu0(), "UntitledMenu0"},
-      {mWindow->EditClear(), "EditClear"},
-      {mWindow->EditPaste(), "EditPaste"},
-      {mWindow->EditCopy(), "EditCopy"},
-      {mWindow->EditCut(), "EditCut"},
-      {mWindow->UntitledMenu1(), "UntitledMenu1"},
-      {mWindow->EditUndo(), "EditUndo"},
-      {mWindow->FileMenu(), "FileMenu"},
-      {mWindow->mAbout(), "mAbout"},
-      {mWindow->FileQuit(), "FileQuit"}};
-  for (const auto& [item, name] : items) EXPECT_EQ(Bytes(item->Name()), name);
-}
 
 TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
   QApplication::clipboard()->clear();
@@ -186,6 +118,11 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
   EXPECT_EQ(EnabledEdits(), "-----l");
   EXPECT_TRUE(Item("About ZELTO Group Update Utility")->isEnabled());
   EXPECT_TRUE(Item("&Quit")->isEnabled());
+  std::string shortcuts;
+  for (auto* menu : mTop->findChildren<QMenu*>()) {
+    for (auto* action : menu->actions()) shortcuts += action->shortcut().toString().toStdString();
+  }
+  EXPECT_EQ(shortcuts, "Ctrl+QCtrl+ZCtrl+XCtrl+CCtrl+VCtrl+A");
 }
 
 TEST_F(PresentationTest, QuitEndsTheProgram) {
@@ -200,7 +137,7 @@ TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
       EXPECT_EQ(about.size(), QSize(310, 245));
       QStringList texts;
       for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
-      EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version 1.0.0",
+      EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version " ZELTO_VERSION,
                                     "Copyright © 2026 ZELTO Group. All rights reserved."}));
       auto* top = about.childAt(place);
       QTest::mousePress(top, Qt::LeftButton, {}, place);
@@ -222,7 +159,7 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
       QFont font("DejaVu Sans", points);
       font.setStretch(stretch);
       QApplication::setFont(font);
-      const auto window = RuntimeNewObject<ShownWindow1>();
+      const auto window = RuntimeNewObject<OpenedWindow1>();
       window->Constructor();
       window->stProduct()->Text("Zelto Core Services");
       window->stVersion()->Text("12.10.345 (beta)");

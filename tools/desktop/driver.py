@@ -48,16 +48,9 @@ class Driver:
             return []
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
-    def press(self, button):
-        self._control(button, BUTTONS).get_action_iface().do_action(0)
-
     def click(self, name):
         x, y, width, height = self.extents(name)
-        self._click(x + width / 2, y + height / 2)
-
-    def click_at(self, title, x, y):
-        left, top = self._origin(title)
-        self._click(left + x, top + y)
+        hand.click(round((x + width / 2) * self._scale), round((y + height / 2) * self._scale))
 
     def key(self, *keys):
         self._wait_for_keyboard()
@@ -127,18 +120,12 @@ class Driver:
         self._program.send_signal(number)
 
     def drop(self, path, title, x, y):
-        left, top = self._origin(title)
+        left, top = self._wait(lambda: _content_origin(self._window(title)), f"no window {title!r}")
         return hand.drag_file(path, round((left + x) * self._scale), round((top + y) * self._scale))
 
     def _hear(self, event):
         with contextlib.suppress(GLib.Error):
             self._heard.append([event.source.get_name(), str(event.any_data)])
-
-    def _click(self, x, y):
-        hand.click(round(x * self._scale), round(y * self._scale))
-
-    def _origin(self, title):
-        return self._wait(lambda: _content_origin(self._window(title)), f"no window {title!r}")
 
     def _wait(self, reading, complaint, limit=LIMIT):
         """What reading() gives, once that is not None; it may stumble over what has just gone."""
