@@ -1,6 +1,5 @@
 #pragma once
 
-
 #include "platform/runtime/String.h"
 
 namespace zelto {
