@@ -1,5 +1,7 @@
 // The utility with a clock inside. Answers each line on its standard input with one of JSON; times
 // are in milliseconds.
+#include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,6 +13,7 @@
 #include <QTimer>
 #include <atomic>
 #include <cstdio>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -43,12 +46,19 @@ class ChildWatch {
   double LastEnd() const { return mLastEnd; }
 
  private:
+  // One command runs at a time. A short one may be over before it is seen.
   void Watch(const std::stop_token& stop) {
-    for (pid_t seen = 0; !stop.stop_requested(); usleep(300)) {
-      siginfo_t child{};
-      if (waitid(P_ALL, 0, &child, WEXITED | WNOWAIT | WNOHANG) != 0) continue;
-      if (child.si_pid != 0 && child.si_pid != seen) mLastEnd = Now();
-      if (child.si_pid != 0) seen = child.si_pid;
+    for (pid_t seen = 0; !stop.stop_requested(); usleep(2000)) {
+      const std::string tasks = "/proc/self/task/" + std::to_string(getpid()) + "/children";
+      pid_t child = 0;
+      for (std::ifstream children(tasks); children >> child;) {
+      }
+      if (child == 0 || child == seen) continue;
+      seen = child;
+      pollfd end{static_cast<int>(syscall(SYS_pidfd_open, child, 0)), POLLIN, 0};
+      poll(&end, 1, -1);
+      mLastEnd = Now();
+      close(end.fd);
     }
   }
 

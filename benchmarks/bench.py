@@ -5,6 +5,7 @@ import json
 import os
 import secrets
 import shutil
+import signal
 import statistics
 import subprocess
 import sys
@@ -257,6 +258,7 @@ def measure_strings(table, build):
 
 
 def main(build, *options):
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # also then nothing is left behind
     build = Path(build)
     table = Table()
     print("| work | median | spread | target | unit | rounds |\n|---|---|---|---|---|---|")
