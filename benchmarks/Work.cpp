@@ -89,8 +89,9 @@ class Drawn : public QObject {
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() != QEvent::Paint || !mThen) return false;
-    auto* window = static_cast<QWidget*>(object)->window();
+    auto* widget = qobject_cast<QWidget*>(object);  // the system's windows are drawn too
+    if (event->type() != QEvent::Paint || !widget || !mThen) return false;
+    auto* window = widget->window();
     if (!mIsIt(*window)) return false;
     QTimer::singleShot(0, window, [window, then = std::exchange(mThen, nullptr)] {
       QGuiApplication::sync();
