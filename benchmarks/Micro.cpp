@@ -24,8 +24,9 @@ struct List {
 };
 
 template <class W>
-void AddLists(std::vector<List>& lists, Ref<Window> (*make)()) {
-  const auto window = make();
+void AddLists(std::vector<List>& lists) {
+  const auto window = RuntimeNewObject<W>();
+  window->Raise("CreateControls");
   lists.push_back({W::List(), WindowList::Declared(), window});
   for (const auto& row : W::Controls()) {
     const auto control = ControlNamed<EventSource>(*window, row.Name);
@@ -33,19 +34,12 @@ void AddLists(std::vector<List>& lists, Ref<Window> (*make)()) {
   }
 }
 
-template <class W>
-Ref<Window> Make() {
-  const auto window = RuntimeNewObject<W>();
-  window->Raise("CreateControls");
-  return window;
-}
-
 const std::vector<List>& WindowLists() {
-  static const auto lists = [] {
-    auto& made = *new std::vector<List>;
-    AddLists<class Window1>(made, Make<class Window1>);
-    AddLists<class WPerm>(made, Make<class WPerm>);
-    AddLists<class WAbout>(made, Make<class WAbout>);
+  static const auto& lists = *[] {
+    auto* made = new std::vector<List>;  // windows cannot go after their toolkit
+    AddLists<class Window1>(*made);
+    AddLists<class WPerm>(*made);
+    AddLists<class WAbout>(*made);
     return made;
   }();
   return lists;

@@ -21,9 +21,10 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// A label lays its whole text out at once, so a long one goes where only the visible part is. A
-// text edit takes several times the text's own memory, so that is no place for a huge one.
+// A text edit takes several times the text's own memory, so a huge one goes elsewhere.
 constexpr Int32 hugeText = 1'000'000;  // bytes
+
+// A label lays its whole text out at once, so a long one goes where only the visible part is.
 bool IsLong(std::string_view text) {
   constexpr std::size_t widestWord = 60;  // bytes; a label does not break words
   constexpr std::size_t longest = 1500;
