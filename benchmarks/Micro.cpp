@@ -27,7 +27,7 @@ template <class W>
 void AddLists(std::vector<List>& lists) {
   const auto window = RuntimeNewObject<W>();
   window->Raise("CreateControls");
-  lists.push_back({W::List(), WindowList::Declared(), window});
+  lists.push_back({W::List(), WindowList::Schema(), window});
   for (const auto& row : W::Controls()) {
     const auto control = ControlNamed<EventSource>(*window, row.Name);
     lists.push_back({row.List, control->ClassOf().Properties(), control});
@@ -75,7 +75,7 @@ void DecodeLongList(benchmark::State& state) {
   std::string bytes;
   for (int i = 0; i < state.range(0); ++i) bytes += String(EditFieldList{.Name = "passwd"}).Bytes();
   const String list = bytes;
-  const auto declared = EditFieldList::Declared();
+  const auto declared = EditFieldList::Schema();
   for (auto _ : state) benchmark::DoNotOptimize(DecodePropertyList(list, declared));
   state.SetBytesProcessed(LenB(list) * state.iterations());
 }

@@ -171,7 +171,7 @@ void Authenticate(const String& user, const String& passwd) {
 }
 
 void Check(const String& path) {
-  FromToolkit([&] {
+  InvokeHandler([&] {
     Window1()->EditField1()->Text({});
     const double start = Now();
     Window1()->EditField1()->Text(path);
@@ -181,7 +181,7 @@ void Check(const String& path) {
 
 void Install(const String& path, bool isWatched) {
   if (!(Window1()->EditField1()->Text() == path)) {
-    FromToolkit([&] { Window1()->EditField1()->Text(path); });
+    InvokeHandler([&] { Window1()->EditField1()->Text(path); });
   }
   const auto gaps = isWatched ? std::make_unique<Gaps>() : nullptr;
   const auto children = isWatched ? std::make_unique<ChildWatch>() : nullptr;
@@ -202,7 +202,7 @@ void FailureDialog(std::size_t bytes) {
   while (text.size() < bytes)
     text += "tar: /opt/sample/file: Cannot open: No space left on device\n";
   double took = 0;
-  FromToolkit([&, explanation = String(std::move(text))] {
+  InvokeHandler([&, explanation = String(std::move(text))] {
     const double start = Now();
     const auto dialog = RuntimeNewObject<MessageDialog>();
     dialog->Message("Bad update file");

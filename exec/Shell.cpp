@@ -77,7 +77,7 @@ struct ShellPlugin {
   }
 
   static void Exit(Shell& shell) {
-    shell.Forget();
+    shell.ReleaseProcess();
     shell.mOutput.reset();
     shell.mErrors.reset();
   }
@@ -126,7 +126,7 @@ String Shell::ReadAll() {
 }
 
 bool Shell::IsRunning() {
-  while (HasEnded() && !mQueue.empty()) {
+  while (ReapChild() && !mQueue.empty()) {
     const CommandLine next = mQueue.front();
     mQueue.pop_front();
     Start(next);
@@ -152,18 +152,18 @@ void Shell::Refuse(const char* reason) {
 }
 
 // Also true when none has been started.
-bool Shell::HasEnded() {
+bool Shell::ReapChild() {
   if (mProcess == 0) return true;
   int status = 0;
   const pid_t ended = waitpid(mProcess, &status, WNOHANG);
   if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
   mErrorCode = ended > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  Forget();
+  ReleaseProcess();
   return true;
 }
 
 // The process, which has ended or goes on by itself.
-void Shell::Forget() {
+void Shell::ReleaseProcess() {
   mProcess = 0;
   if (mEnd < 0) return;
   RuntimeWakeOff(mEnd);

@@ -42,8 +42,8 @@ class Shell : public Object {
 
   void Start(const CommandLine& command);
   void Refuse(const char* reason);
-  bool HasEnded();
-  void Forget();
+  bool ReapChild();
+  void ReleaseProcess();
   String Gathered();
   // In the standard error that begins at the place in the text.
   void RemoveQuestions(std::string& text, std::size_t errors) const;

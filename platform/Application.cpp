@@ -13,8 +13,8 @@ namespace zelto {
 namespace {
 
 // A run of one handler. Handlers nest, where one waits in a loop that serves events.
-struct HandlerRun {
-  HandlerRun* Outer;
+struct HandlerFrame {
+  HandlerFrame* Outer;
   Waiting Waits = Waiting::Not;
   bool ShowsDialog = false;  // which takes input, whatever waits outside
   int Refusals = 0;
@@ -22,7 +22,7 @@ struct HandlerRun {
 
 struct State {
   Ref<Application> App;
-  HandlerRun* Innermost = nullptr;
+  HandlerFrame* Innermost = nullptr;
   bool Ending = false;
   Int32 ExitStatus = 0;
   std::exception_ptr Failure;
@@ -39,12 +39,12 @@ class HandlerScope {
   HandlerScope(const HandlerScope&) = delete;
   HandlerScope& operator=(const HandlerScope&) = delete;
   ~HandlerScope() {
-    TakeInput();
+    AllowInput();
     Now().Innermost = mRun.Outer;
   }
 
  private:
-  HandlerRun mRun{Now().Innermost};
+  HandlerFrame mRun{Now().Innermost};
 };
 
 void End(Int32 status) {
@@ -75,7 +75,7 @@ String Application::ShortVersion() const { return ApplicationVersion(); }
 void Application::DoEvents(Int32 milliseconds) {
   BeginWaiting(Waiting::Busy);
   ServeEvents(milliseconds);
-  LeaveIfEnding();
+  ThrowIfQuitting();
 }
 
 void Application::CallFunctionWithExceptionHandling(const std::function<void()>& function) {
@@ -99,7 +99,7 @@ void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
 Ref<Application> GetAppObject() { return Now().App; }
 
 void RuntimeInit() {
-  GuardMemory();
+  DisableCoreDumps();
   StartToolkit();
 }
 
@@ -138,7 +138,7 @@ Ref<class Screen> Screen(Int32 index) {
   return index == 0 ? RuntimeNewObject<class Screen>() : nullptr;
 }
 
-void FromToolkit(const std::function<void()>& function) {
+void InvokeHandler(const std::function<void()>& function) {
   try {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
   } catch (...) {
@@ -170,7 +170,7 @@ void BeginWaiting(Waiting waiting) {
   ShowWaiting(waiting);
 }
 
-void TakeInput() {
+void AllowInput() {
   auto* run = Now().Innermost;
   if (!run) return;
   run->ShowsDialog = true;
@@ -178,7 +178,7 @@ void TakeInput() {
   if (std::exchange(run->Waits, Waiting::Not) != Waiting::Not) ShowWaiting(Waiting::Not);
 }
 
-void LeaveIfEnding() {
+void ThrowIfQuitting() {
   if (Now().Failure || Now().Ending) throw EndException();
 }
 

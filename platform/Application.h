@@ -65,7 +65,7 @@ Ref<class Screen> Screen(Int32 index);
 
 // Calls the program for the toolkit. No exception comes out: one that the program does not handle
 // ends the loops and comes out of RuntimeRun.
-void FromToolkit(const std::function<void()>& function);
+void InvokeHandler(const std::function<void()>& function);
 
 // True while the handler that runs waits for a command, so that input is to be refused.
 bool HandlerWaits();
@@ -75,9 +75,9 @@ bool AllowClose();
 
 // The running handler waits from here on, until it ends or a dialog takes input.
 void BeginWaiting(Waiting waiting);
-void TakeInput();
+void AllowInput();
 
 // Unwinds the calling handler when the application ends. Follows each loop in which one waited.
-void LeaveIfEnding();
+void ThrowIfQuitting();
 
 }  // namespace zelto

@@ -34,14 +34,14 @@ const Class& EditField::ClassTable() {
       {.Name = "EditField",
        .Base = &Control::ClassTable(),
        .Events = {{"DropObject", "( DragItem, Int32 )", {}}, {"TextChange", "(  )", {}}},
-       .Properties = EditFieldList::Declared()});
+       .Properties = EditFieldList::Schema()});
   return table;
 }
 
 const Class& StaticText::ClassTable() {
   static const Class table({.Name = "StaticText",
                             .Base = &Control::ClassTable(),
-                            .Properties = StaticTextList::Declared()});
+                            .Properties = StaticTextList::Schema()});
   return table;
 }
 
@@ -49,7 +49,7 @@ const Class& PushButton::ClassTable() {
   static const Class table({.Name = "PushButton",
                             .Base = &Control::ClassTable(),
                             .Events = {{"Action", "(  )", {}}},
-                            .Properties = PushButtonList::Declared()});
+                            .Properties = PushButtonList::Schema()});
   return table;
 }
 
@@ -57,7 +57,7 @@ const Class& BevelButton::ClassTable() {
   static const Class table({.Name = "BevelButton",
                             .Base = &Control::ClassTable(),
                             .Events = {{"Action", "(  )", {}}},
-                            .Properties = BevelButtonList::Declared()});
+                            .Properties = BevelButtonList::Schema()});
   return table;
 }
 
@@ -66,12 +66,12 @@ const Class& Canvas::ClassTable() {
                             .Base = &Control::ClassTable(),
                             .Events = {{"MouseDown", "( Int32, Int32 ) as Boolean", {}},
                                        {"MouseUp", "( Int32, Int32 )", {}}},
-                            .Properties = CanvasList::Declared()});
+                            .Properties = CanvasList::Schema()});
   return table;
 }
 
 const Class& Timer::ClassTable() {
-  static const Class table({.Name = "Timer", .Properties = TimerList::Declared()});
+  static const Class table({.Name = "Timer", .Properties = TimerList::Schema()});
   return table;
 }
 

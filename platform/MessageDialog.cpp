@@ -17,13 +17,13 @@ void MessageDialog::Init() {
 
 Ref<MessageDialogButton> MessageDialog::ShowModal() {
   auto pressed = ShowMessageDialog(*this, nullptr);
-  LeaveIfEnding();
+  ThrowIfQuitting();
   return pressed;
 }
 
 Ref<MessageDialogButton> MessageDialog::ShowModalWithin(const Ref<Window>& parent) {
   auto pressed = ShowMessageDialog(*this, &parent->Imp());
-  LeaveIfEnding();
+  ThrowIfQuitting();
   return pressed;
 }
 

@@ -161,11 +161,11 @@ inline constexpr Color White{255, 255, 255};
 #define ZELTO_DECLARATION(type, key, initial) Property{#key, PropertyValue(type()).index()},
 
 // A struct that is written with designated initialisers and becomes the bytes of a list.
-#define ZELTO_LIST(name, KEYS)                                                    \
-  struct name {                                                                   \
-    KEYS(ZELTO_MEMBER)                                                            \
-    operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY)}); }   \
-    static std::vector<Property> Declared() { return {KEYS(ZELTO_DECLARATION)}; } \
+#define ZELTO_LIST(name, KEYS)                                                  \
+  struct name {                                                                 \
+    KEYS(ZELTO_MEMBER)                                                          \
+    operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY)}); } \
+    static std::vector<Property> Schema() { return {KEYS(ZELTO_DECLARATION)}; } \
   };
 
 ZELTO_LIST(WindowList, ZELTO_WINDOW_KEYS)

@@ -5,7 +5,7 @@
 #include "platform/PropertyList.h"
 
 // All that a toolkit has to supply. The model's objects each own the part that stands for them on
-// the screen; that part knows its object and raises its events through FromToolkit.
+// the screen; that part knows its object and raises its events through InvokeHandler.
 namespace zelto {
 
 class BevelButton;

@@ -46,7 +46,7 @@ const Class& Window::ClassTable() {
                                        {"EnableMenuItems", "(  )", {}},
                                        {"Activate", "(  )", {}},
                                        {"Deactivate", "(  )", {}}},
-                            .Properties = WindowList::Declared()});
+                            .Properties = WindowList::Schema()});
   return table;
 }
 
@@ -74,12 +74,12 @@ void Window::Show() { mImp->Show(); }
 
 void Window::ShowModal() {
   mImp->ShowModal(nullptr);
-  LeaveIfEnding();
+  ThrowIfQuitting();
 }
 
 void Window::ShowModalWithin(const Ref<Window>& parent) {
   mImp->ShowModal(&parent->Imp());
-  LeaveIfEnding();
+  ThrowIfQuitting();
 }
 
 void Window::Close() {

@@ -54,7 +54,7 @@ bool AsksToQuit(const QEvent& event) {
 }
 
 void QuitIfAllowed() {
-  if (AllowClose()) FromToolkit([] { Quit(0); });
+  if (AllowClose()) InvokeHandler([] { Quit(0); });
 }
 
 // Keeps input from the windows while a handler waits.
@@ -99,7 +99,7 @@ void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
 void Await(int descriptor, int milliseconds) {
   BeginWaiting(Waiting::Blocked);
   ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
-  LeaveIfEnding();
+  ThrowIfQuitting();
 }
 
 }  // namespace
@@ -143,10 +143,10 @@ void RuntimeBeep() { QApplication::beep(); }
 Int32 ScreenWidth() { return QGuiApplication::primaryScreen()->size().width(); }
 Int32 ScreenHeight() { return QGuiApplication::primaryScreen()->size().height(); }
 
-String ApplicationVersion() { return FromShown(QCoreApplication::applicationVersion()); }
+String ApplicationVersion() { return FromQString(QCoreApplication::applicationVersion()); }
 
 Ref<FolderItem> AppFolderItemGetter() {
-  return FolderItem::At(FromShown(QCoreApplication::applicationFilePath()));
+  return FolderItem::At(FromQString(QCoreApplication::applicationFilePath()));
 }
 
 }  // namespace zelto

@@ -23,12 +23,12 @@ class ButtonPane : public WidgetPane<Pane> {
     QObject::connect(button, &QAbstractButton::clicked, button, [control = &model] {
       if (HandlerWaits()) return;
       const Ref<Model> alive(control);
-      FromToolkit([&] { alive->Raise("Action"); });
+      InvokeHandler([&] { alive->Raise("Action"); });
     });
   }
 
   void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Caption") return mButton.setText(Shown(std::get<String>(value)));
+    if (name == "Caption") return mButton.setText(ToDisplayText(std::get<String>(value)));
     if (name == "Default") SetDefault(std::get<bool>(value));
     if (name == "Cancel") mButton.setProperty("isCancel", std::get<bool>(value));
     WidgetPane::SetProperty(name, value);
@@ -50,9 +50,9 @@ QFont CaptionFont(const QAbstractButton& button) {
                     Qt::AlignCenter | Qt::TextShowMnemonic);
 }
 
-class Push : public QPushButton {
+class FittedPushButton : public QPushButton {
  public:
-  explicit Push(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
+  explicit FittedPushButton(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -65,7 +65,7 @@ class Push : public QPushButton {
   }
 };
 
-class Bevel : public QToolButton {
+class FittedToolButton : public QToolButton {
  public:
   using QToolButton::QToolButton;
 
@@ -82,11 +82,11 @@ class Bevel : public QToolButton {
 }  // namespace
 
 std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window) {
-  return std::make_unique<ButtonPane<PushButton>>(button, new Push(ContentOf(window)));
+  return std::make_unique<ButtonPane<PushButton>>(button, new FittedPushButton(ContentOf(window)));
 }
 
 std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window) {
-  return std::make_unique<ButtonPane<BevelButton>>(button, new Bevel(ContentOf(window)));
+  return std::make_unique<ButtonPane<BevelButton>>(button, new FittedToolButton(ContentOf(window)));
 }
 
 }  // namespace zelto

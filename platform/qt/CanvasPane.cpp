@@ -10,9 +10,9 @@ namespace zelto {
 
 namespace {
 
-class Ground : public QWidget {
+class CanvasWidget : public QWidget {
  public:
-  Ground(Canvas& canvas, QWidget* parent) : QWidget(parent), mCanvas(canvas) {
+  CanvasWidget(Canvas& canvas, QWidget* parent) : QWidget(parent), mCanvas(canvas) {
     setFocusPolicy(Qt::NoFocus);
   }
 
@@ -31,13 +31,13 @@ class Ground : public QWidget {
   void mousePressEvent(QMouseEvent* event) override {
     const Ref<Canvas> alive(&mCanvas);
     bool isClaimed = false;
-    FromToolkit([&] { isClaimed = alive->Raise("MouseDown", Place(*event)); });
+    InvokeHandler([&] { isClaimed = alive->Raise("MouseDown", Place(*event)); });
     event->setAccepted(isClaimed);
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
     const Ref<Canvas> alive(&mCanvas);
-    FromToolkit([&] { alive->Raise("MouseUp", Place(*event)); });
+    InvokeHandler([&] { alive->Raise("MouseUp", Place(*event)); });
   }
 
  private:
@@ -51,7 +51,7 @@ class Ground : public QWidget {
 
 class CanvasPaneImp : public WidgetPane<CanvasPane> {
  public:
-  explicit CanvasPaneImp(Ground* ground) : WidgetPane(ground), mGround(*ground) {}
+  explicit CanvasPaneImp(CanvasWidget* ground) : WidgetPane(ground), mGround(*ground) {}
 
   // Without AcceptFocus a canvas takes no focus, also by Tab.
   void SetProperty(const String& name, const PropertyValue& value) override {
@@ -63,13 +63,13 @@ class CanvasPaneImp : public WidgetPane<CanvasPane> {
   void SetBackdrop(const Ref<Picture>& picture) override { mGround.Show(picture); }
 
  private:
-  Ground& mGround;
+  CanvasWidget& mGround;
 };
 
 }  // namespace
 
 std::unique_ptr<CanvasPane> NewCanvasPane(Canvas& canvas, WindowImp& window) {
-  return std::make_unique<CanvasPaneImp>(new Ground(canvas, ContentOf(window)));
+  return std::make_unique<CanvasPaneImp>(new CanvasWidget(canvas, ContentOf(window)));
 }
 
 }  // namespace zelto

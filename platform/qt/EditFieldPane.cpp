@@ -54,7 +54,7 @@ class FileDrops : public QObject {
 
   void Deliver(const String& path) {
     if (HandlerWaits()) return;
-    FromToolkit([&, alive = Ref<EditField>(&mField)] {
+    InvokeHandler([&, alive = Ref<EditField>(&mField)] {
       const auto drag = RuntimeNewObject<DragItem>();
       drag->FolderItem(FolderItem::At(path));
       alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)});
@@ -94,7 +94,9 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     WidgetPane::SetProperty(name, value);
   }
 
-  String Text() const override { return ShownText() == mShown ? mWritten : FromShown(ShownText()); }
+  String Text() const override {
+    return ShownText() == mShown ? mWritten : FromQString(ShownText());
+  }
 
   void SetText(const String& text) override {
     Write(text);
@@ -126,7 +128,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   void Write(const String& text) {
     mWritten = text;
-    Show(Shown(text));
+    Show(ToDisplayText(text));
     mShown = ShownText();
     mBefore = mShown;
   }
@@ -145,7 +147,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     if (HandlerWaits()) return Show(mBefore);
     if (IsPassword()) ForgetHistory();
     mBefore = ShownText();
-    FromToolkit([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
+    InvokeHandler([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
   }
 
   void MakeArea() {
@@ -154,6 +156,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     mArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mArea->setTabChangesFocus(true);
     QObject::connect(mArea, &QPlainTextEdit::textChanged, mArea, [this] { Changed(); });
+    mArea->setObjectName(Widget().objectName());
     mArea->setProperty("TabIndex", Widget().property("TabIndex"));
     Replace(mArea);
     mLine = nullptr;

@@ -60,14 +60,14 @@ constexpr Command commands[] = {
 
 QPointer<QWidget> focused;
 
-void Follow(QWidget& field, QObject& life, const std::function<void()>& changed) {
+void Follow(QWidget& field, QObject& context, const std::function<void()>& changed) {
   if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
-    QObject::connect(line, &QLineEdit::selectionChanged, &life, changed);
-    QObject::connect(line, &QLineEdit::textChanged, &life, changed);
+    QObject::connect(line, &QLineEdit::selectionChanged, &context, changed);
+    QObject::connect(line, &QLineEdit::textChanged, &context, changed);
   }
   if (const auto* area = qobject_cast<QPlainTextEdit*>(&field)) {
-    QObject::connect(area, &QPlainTextEdit::selectionChanged, &life, changed);
-    QObject::connect(area, &QPlainTextEdit::textChanged, &life, changed);
+    QObject::connect(area, &QPlainTextEdit::selectionChanged, &context, changed);
+    QObject::connect(area, &QPlainTextEdit::textChanged, &context, changed);
   }
 }
 
@@ -95,15 +95,16 @@ void Edit(const String& itemName) {
   if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
 }
 
-void FollowEditing(QObject& life, const std::function<void()>& changed) {
-  QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &life, changed);
-  QObject::connect(qApp, &QApplication::focusChanged, &life, [=, &life](QWidget*, QWidget* now) {
-    if (!now || now == focused || qobject_cast<QMenuBar*>(now)) return;
-    if (focused) QObject::disconnect(focused, nullptr, &life, nullptr);
-    focused = now;
-    Follow(*now, life, changed);
-    changed();
-  });
+void FollowEditing(QObject& context, const std::function<void()>& changed) {
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &context, changed);
+  QObject::connect(qApp, &QApplication::focusChanged, &context,
+                   [=, &context](QWidget*, QWidget* now) {
+                     if (!now || now == focused || qobject_cast<QMenuBar*>(now)) return;
+                     if (focused) QObject::disconnect(focused, nullptr, &context, nullptr);
+                     focused = now;
+                     Follow(*now, context, changed);
+                     changed();
+                   });
 }
 
 }  // namespace zelto

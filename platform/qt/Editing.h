@@ -12,8 +12,8 @@ namespace zelto {
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 
-// Calls back whenever the answers of CanEdit may have changed, for as long as `life` lives. The
+// Calls back whenever the answers of CanEdit may have changed, for as long as `context` lives. The
 // field that has the focus is remembered for the time in which a menu bar has it.
-void FollowEditing(QObject& life, const std::function<void()>& changed);
+void FollowEditing(QObject& context, const std::function<void()>& changed);
 
 }  // namespace zelto

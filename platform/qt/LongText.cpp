@@ -43,7 +43,8 @@ LongText::LongText(String text, QWidget* parent)
   verticalScrollBar()->setRange(0, mLines);
   verticalScrollBar()->setValue(mLines);
   constexpr std::size_t described = 2000;  // bytes, at the end, where it stands what went wrong
-  setAccessibleDescription(Shown(bytes.substr(bytes.size() - std::min(bytes.size(), described))));
+  setAccessibleDescription(
+      ToDisplayText(bytes.substr(bytes.size() - std::min(bytes.size(), described))));
 }
 
 void LongText::paintEvent(QPaintEvent*) {
@@ -56,7 +57,7 @@ void LongText::paintEvent(QPaintEvent*) {
     if (isSelected) painter.fillRect(row, palette().highlight());
     painter.setPen(palette().color(isSelected ? QPalette::HighlightedText : QPalette::Text));
     painter.drawText(4 - horizontalScrollBar()->value(), top + fontMetrics().ascent(),
-                     Shown(LineAt(line)).remove('\n'));
+                     ToDisplayText(LineAt(line)).remove('\n'));
   }
 }
 
@@ -110,7 +111,7 @@ void LongText::Copy() const {
   if (mFrom < 0) return;
   const auto start = StartOf(std::min(mFrom, mTo));
   const auto end = StartOf(std::max(mFrom, mTo) + 1);
-  QGuiApplication::clipboard()->setText(Shown(mText.Bytes().substr(start, end - start)));
+  QGuiApplication::clipboard()->setText(ToDisplayText(mText.Bytes().substr(start, end - start)));
 }
 
 }  // namespace zelto

@@ -19,7 +19,7 @@ QAction::MenuRole RoleOf(const Ref<MenuItem>& item) {
 
 // "Cmd+" is the toolkit's Ctrl on every system.
 QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
-  return {Shown(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+")};
+  return {ToDisplayText(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+")};
 }
 
 void Choose(Window& window, const MenuItem& item) {
@@ -27,10 +27,10 @@ void Choose(Window& window, const MenuItem& item) {
   Edit(item.Name());
 }
 
-void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QObject& life) {
-  QObject::connect(&action, &QAction::triggered, &life, [&window, item] {
+void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QObject& context) {
+  QObject::connect(&action, &QAction::triggered, &context, [&window, item] {
     if (HandlerWaits()) return;
-    FromToolkit([alive = Ref<Window>(&window), item] {
+    InvokeHandler([alive = Ref<Window>(&window), item] {
       if (!item->Event_Action()) Choose(*alive, *item);
     });
   });
@@ -55,28 +55,28 @@ void EnableActions(Window& window, const Ref<MenuItem>& menu, const QMenu& widge
   }
 }
 
-void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item, QObject& life) {
+void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item, QObject& context) {
   if (item->Text() == "-") {
     widget.addSeparator();
     return;
   }
-  QAction* action = widget.addAction(Shown(item->Text()));
+  QAction* action = widget.addAction(ToDisplayText(item->Text()));
   action->setMenuRole(RoleOf(item));
   action->setShortcut(ShortcutOf(item));
-  ConnectItem(window, item, *action, life);
+  ConnectItem(window, item, *action, context);
 }
 
 }  // namespace
 
-QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& life) {
+QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context) {
   auto* widget = new QMenuBar;
   std::vector<std::pair<Ref<MenuItem>, QMenu*>> menus;
   for (const auto& menu : bar->Items()) {
-    menus.emplace_back(menu, widget->addMenu(Shown(menu->Text())));
-    for (const auto& item : menu->Items()) AddItem(window, *menus.back().second, item, life);
+    menus.emplace_back(menu, widget->addMenu(ToDisplayText(menu->Text())));
+    for (const auto& item : menu->Items()) AddItem(window, *menus.back().second, item, context);
   }
-  FollowEditing(life, [&window, menus] {
-    FromToolkit([&] {
+  FollowEditing(context, [&window, menus] {
+    InvokeHandler([&] {
       for (const auto& [menu, menuWidget] : menus) EnableActions(window, menu, *menuWidget);
     });
   });

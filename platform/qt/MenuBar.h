@@ -7,7 +7,7 @@
 namespace zelto {
 
 // The widget of the window's menu bar. It outlives the window by a moment; nothing reaches the
-// window from it once `life`, which is the window's, has ended.
-QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& life);
+// window from it once `context`, which is the window's, has ended.
+QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context);
 
 }  // namespace zelto

@@ -40,11 +40,12 @@ bool IsLong(std::string_view text) {
          std::count(text.begin(), text.end(), '\n') > mostLines;
 }
 
-class Box : public QDialog {
+class MessageBoxDialog : public QDialog {
  public:
-  explicit Box(MessageDialog& dialog) : mDialog(dialog) {
-    setWindowTitle(dialog.Title().IsNil() ? "ZELTO Group Update Utility" : Shown(dialog.Title()));
-    setAccessibleDescription(Shown(dialog.Message()));
+  explicit MessageBoxDialog(MessageDialog& dialog) : mDialog(dialog) {
+    setWindowTitle(dialog.Title().IsNil() ? "ZELTO Group Update Utility"
+                                          : ToDisplayText(dialog.Title()));
+    setAccessibleDescription(ToDisplayText(dialog.Message()));
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
     layout->addWidget(MainLine());
@@ -70,7 +71,7 @@ class Box : public QDialog {
 
  private:
   QLabel* NewLabel(const String& text) {
-    auto* label = new QLabel(Shown(text), this);
+    auto* label = new QLabel(ToDisplayText(text), this);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setMinimumWidth(textWidth);
@@ -93,7 +94,7 @@ class Box : public QDialog {
     auto* area = new QPlainTextEdit(this);
     area->setReadOnly(true);
     area->setTabChangesFocus(true);
-    area->setPlainText(Shown(text));
+    area->setPlainText(ToDisplayText(text));
     area->moveCursor(QTextCursor::End);  // what went wrong stands last
     return Sized(area);
   }
@@ -115,7 +116,7 @@ class Box : public QDialog {
   void AddButton(QDialogButtonBox& box, const Ref<MessageDialogButton>& button,
                  QDialogButtonBox::ButtonRole role) {
     if (!button->Visible()) return;
-    QPushButton* widget = box.addButton(Shown(button->Caption()), role);
+    QPushButton* widget = box.addButton(ToDisplayText(button->Caption()), role);
     widget->setDefault(button->Default());
     if (button->Default()) widget->setFocus();
     connect(widget, &QPushButton::clicked, this, [this, button] {
@@ -131,8 +132,8 @@ class Box : public QDialog {
 }  // namespace
 
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent) {
-  TakeInput();
-  Box box(dialog);
+  AllowInput();
+  MessageBoxDialog box(dialog);
   if (parent) {
     box.setWindowModality(Qt::WindowModal);
     AttachTo(box, *parent);

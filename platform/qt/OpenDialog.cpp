@@ -12,15 +12,16 @@ namespace {
 // "gzip compressed tar file (*.tgz *.tar.gz)"
 QString NameFilter(const String& filter) {
   QStringList patterns;
-  for (const auto& extension : FilterExtensions(filter)) patterns << "*." + Shown(extension);
-  return Shown(filter) + " (" + patterns.join(' ') + ")";
+  for (const auto& extension : FilterExtensions(filter))
+    patterns << "*." + ToDisplayText(extension);
+  return ToDisplayText(filter) + " (" + patterns.join(' ') + ")";
 }
 
 }  // namespace
 
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   static QString lastFolder;
-  TakeInput();
+  AllowInput();
   QFileDialog dialog(QApplication::activeWindow(), {}, lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
 #ifndef Q_OS_MACOS
@@ -28,10 +29,10 @@ Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   dialog.setOption(QFileDialog::DontUseNativeDialog);
 #endif
   const bool isChosen = dialog.exec() == QDialog::Accepted;
-  LeaveIfEnding();
+  ThrowIfQuitting();
   if (!isChosen) return nullptr;
   lastFolder = dialog.directory().absolutePath();
-  return FolderItem::At(FromShown(dialog.selectedFiles().constFirst()));
+  return FolderItem::At(FromQString(dialog.selectedFiles().constFirst()));
 }
 
 }  // namespace zelto

@@ -58,7 +58,7 @@ class StaticTextPane : public WidgetPane<TextPane> {
   String Text() const override { return mText; }
   void SetText(const String& text) override {
     mText = text;
-    mLabel.setText(Shown(text));
+    mLabel.setText(ToDisplayText(text));
   }
 
  private:

@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-QString Shown(const String& text) {
+QString ToDisplayText(const String& text) {
   const auto bytes = text.Bytes();
   QString shown = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
   shown.removeIf([](QChar c) {
@@ -19,7 +19,7 @@ QString ToolTip(const QString& text) {
 }
 
 // Straight into the string's own bytes, since the text may be a password.
-String FromShown(const QString& text) {
+String FromQString(const QString& text) {
   QStringEncoder encoder(QStringEncoder::Utf8);
   std::string bytes(static_cast<std::size_t>(encoder.requiredSpace(text.size())), '\0');
   const char* end = encoder.appendToBuffer(bytes.data(), text);

@@ -8,11 +8,11 @@ namespace zelto {
 
 // The text as a person sees it: a byte that is not UTF-8 is U+FFFD, and of the control characters
 // only line end and tab are left.
-QString Shown(const String& text);
+QString ToDisplayText(const String& text);
 
 // The text for a tool tip, which would take some plain texts for rich ones.
 QString ToolTip(const QString& text);
 
-String FromShown(const QString& text);
+String FromQString(const QString& text);
 
 }  // namespace zelto

@@ -11,7 +11,7 @@ class QtTimerImp : public TimerImp {
  public:
   explicit QtTimerImp(Timer& timer) {
     QObject::connect(&mTimer, &QTimer::timeout, &mTimer,
-                     [&timer] { FromToolkit([alive = Ref<Timer>(&timer)] { alive->Fire(); }); });
+                     [&timer] { InvokeHandler([alive = Ref<Timer>(&timer)] { alive->Fire(); }); });
   }
 
   void Start(Int32 milliseconds, bool repeated) override {

@@ -47,7 +47,7 @@ void TopLevel::ShowActivity(bool isActive) {
   mActivity->show();
 }
 
-void TopLevel::Forget() {
+void TopLevel::Detach() {
   mWindow = nullptr;
   deleteLater();
 }
@@ -57,7 +57,7 @@ void TopLevel::closeEvent(QCloseEvent* event) {
   if (!mWindow) return;
   const bool isWaitedFor = HandlerWaits();
   if (!AllowClose()) return;
-  FromToolkit([=, window = Ref<Window>(mWindow)] {
+  InvokeHandler([=, window = Ref<Window>(mWindow)] {
     window->Close();
     if (isWaitedFor) Quit(0);  // the handler that waits must not go on without its window
   });
@@ -80,7 +80,7 @@ void TopLevel::keyPressEvent(QKeyEvent* event) {
 void TopLevel::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (!mWindow || event->type() != QEvent::ActivationChange) return;
-  FromToolkit([this, window = Ref<Window>(mWindow)] {
+  InvokeHandler([this, window = Ref<Window>(mWindow)] {
     isActiveWindow() ? window->CallActivated() : window->CallDeactivated();
   });
 }

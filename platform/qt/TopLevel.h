@@ -20,7 +20,7 @@ class TopLevel : public QWidget {
   // Shows that a command runs.
   void ShowActivity(bool isActive);
   // The window is gone; the widget goes as soon as it can.
-  void Forget();
+  void Detach();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -29,7 +29,7 @@ void SetTextSize(QWidget& widget, int size) {
 
 void SetTextFont(QWidget& widget, const String& family) {
   if (family == "System") return;
-  ChangeFont(widget, [&](QFont& font) { font.setFamily(Shown(family)); });
+  ChangeFont(widget, [&](QFont& font) { font.setFamily(ToDisplayText(family)); });
 }
 
 // Black is the desktop's own colour of text, which on a dark desktop is light.
@@ -48,6 +48,8 @@ void SetTabStop(QWidget& widget, bool isStop) {
 
 const std::map<std::string_view, Effect>& Effects() {
   static const std::map<std::string_view, Effect> effects{
+      {"Name", [](QWidget& w,
+                  const PropertyValue& v) { w.setObjectName(ToDisplayText(std::get<String>(v))); }},
       {"Left", [](QWidget& w, const PropertyValue& v) { w.move(Pixels(v), w.y()); }},
       {"Top", [](QWidget& w, const PropertyValue& v) { w.move(w.x(), Pixels(v)); }},
       {"Width", [](QWidget& w, const PropertyValue& v) { w.resize(Pixels(v), w.height()); }},
@@ -59,7 +61,7 @@ const std::map<std::string_view, Effect>& Effects() {
       {"Visible", [](QWidget& w, const PropertyValue& v) { w.setVisible(IsOn(v)); }},
       {"HelpTag",
        [](QWidget& w, const PropertyValue& v) {
-         w.setToolTip(ToolTip(Shown(std::get<String>(v))));
+         w.setToolTip(ToolTip(ToDisplayText(std::get<String>(v))));
        }},
       {"TextFont", [](QWidget& w, const PropertyValue& v) { SetTextFont(w, std::get<String>(v)); }},
       {"TextSize", [](QWidget& w, const PropertyValue& v) { SetTextSize(w, Pixels(v)); }},

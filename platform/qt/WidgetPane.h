@@ -31,7 +31,7 @@ class WidgetPane : public Interface {
   void SetProperty(const String& name, const PropertyValue& value) override {
     SetWidgetProperty(*mWidget, name, value);
   }
-  void SetLabel(const String& label) override { mWidget->setAccessibleName(Shown(label)); }
+  void SetLabel(const String& label) override { mWidget->setAccessibleName(ToDisplayText(label)); }
   bool Enabled() const override { return mWidget->isEnabledTo(nullptr); }
   bool Visible() const override { return !mWidget->isHidden(); }
   void SetFocus() override { mWidget->setFocus(); }

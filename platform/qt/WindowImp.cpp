@@ -20,10 +20,10 @@ class QtWindowImp : public WindowImp {
   explicit QtWindowImp(Window& window) : mWindow(window), mTop(new TopLevel(window)) {}
   QtWindowImp(const QtWindowImp&) = delete;
   QtWindowImp& operator=(const QtWindowImp&) = delete;
-  ~QtWindowImp() override { mTop->Forget(); }
+  ~QtWindowImp() override { mTop->Detach(); }
 
   void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Title") mTop->setWindowTitle(Shown(std::get<String>(value)));
+    if (name == "Title") mTop->setWindowTitle(ToDisplayText(std::get<String>(value)));
     if (name == "Width") mSize.setWidth(std::get<Int32>(value));
     if (name == "Height") mSize.setHeight(std::get<Int32>(value));
     if (name == "MinWidth") mSmallest.setWidth(std::get<Int32>(value));
@@ -60,7 +60,7 @@ class QtWindowImp : public WindowImp {
     mTop->OrderTabs();
     // A window that is still hidden then gets ready while the user looks at another one.
     constexpr int pause = 100;  // milliseconds
-    QTimer::singleShot(pause, &mLife, [this] { Prepare(); });
+    QTimer::singleShot(pause, &mContext, [this] { Prepare(); });
   }
 
   void Show() override {
@@ -69,7 +69,7 @@ class QtWindowImp : public WindowImp {
   }
 
   void ShowModal(WindowImp* parent) override {
-    TakeInput();
+    AllowInput();
     mTop->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
     if (parent) AttachTo(*mTop, *parent);
     mTop->show();
@@ -100,7 +100,7 @@ class QtWindowImp : public WindowImp {
   // front need not wait for that.
   void AddMenuBar() {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
-    QWidget* bar = NewMenuBar(mWindow, mMenuBar, mLife);
+    QWidget* bar = NewMenuBar(mWindow, mMenuBar, mContext);
     mTop->SetMenuBar(bar);
     mTop->resize(mTop->size() + QSize(0, bar->sizeHint().height()));
   }
@@ -108,7 +108,7 @@ class QtWindowImp : public WindowImp {
   void SetHint(Qt::WindowType hint, bool isOn) { mHints.setFlag(hint, isOn); }
 
   Window& mWindow;
-  QObject mLife;  // what must not outlive the window is connected through it
+  QObject mContext;  // what must not outlive the window is connected through it
   TopLevel* mTop;
   Ref<MenuBar> mMenuBar;
   QSize mSize;

@@ -16,7 +16,7 @@ void Wipe(void* memory, std::size_t bytes) {
   asm volatile("" : : "r"(memory) : "memory");
 }
 
-void GuardMemory() {
+void DisableCoreDumps() {
   rlimit limit{};
   getrlimit(RLIMIT_CORE, &limit);
   limit.rlim_cur = 0;  // commands may raise theirs again

@@ -9,6 +9,6 @@ void Wipe(void* memory, std::size_t bytes);
 
 // From here on no core file of this process is written, and other processes of the same user
 // cannot read its memory.
-void GuardMemory();
+void DisableCoreDumps();
 
 }  // namespace zelto

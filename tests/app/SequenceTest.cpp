@@ -3,7 +3,7 @@
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
 #include "platform/Application.h"
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 
 using namespace zelto;
 
@@ -23,17 +23,17 @@ TEST(Sequence, AnyOtherFailureEndsTheProgramWithAMessage) {
   RuntimeInit();
   WhenModal([](QWidget&) {
     WhenModalPress("OK");
-    FromToolkit([] { throw std::bad_alloc(); });
+    InvokeHandler([] { throw std::bad_alloc(); });
   });
   EXPECT_EQ(RunProgram(), 1);
 }
 
 TEST(Sequence, AnAcceptedUserGetsTheMainWindowInItsPlace) {
-  const Programs programs;
+  const StubPrograms programs;
   RuntimeInit();
   WhenModal([](QWidget& dialog) {
-    dynamic_cast<QLineEdit&>(ControlWidget(dialog, 185, 85)).setText("zt");
-    dynamic_cast<QLineEdit&>(ControlWidget(dialog, 185, 115)).setText("secret");
+    dynamic_cast<QLineEdit&>(ControlWidget(dialog, "authuser")).setText("zt");
+    dynamic_cast<QLineEdit&>(ControlWidget(dialog, "passwd")).setText("secret");
     WhenModalPress("Authenticate");
   });
   bool wasShown = false;

@@ -4,7 +4,7 @@
 #include <QApplication>
 
 #include "auth/GetUserName.h"
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 #include "ui/WPerm.h"
 
 using namespace zelto;
@@ -16,11 +16,11 @@ class WPermTest : public testing::Test {
   void Press(const std::string& user, const std::string& password) {
     mDialog->authuser()->Text(user);
     mDialog->passwd()->Text(password);
-    FromToolkit([&] { mDialog->PushButton1()->Raise("Action"); });
+    InvokeHandler([&] { mDialog->PushButton1()->Raise("Action"); });
   }
 
-  Stage mStage;
-  Programs mPrograms;
+  ApplicationFixture mApplication;
+  StubPrograms mStubs;
   Ref<class WPerm> mDialog = WPerm();
 };
 
@@ -39,7 +39,7 @@ TEST_F(WPermTest, ARightPairIsKeptAndClosesTheDialog) {
   EXPECT_EQ(Bytes(Globals::User), "zt");
   EXPECT_EQ(Bytes(Globals::Passwd), "secret");
   EXPECT_FALSE(GetImplicitWindow("WPerm.WPerm"));
-  EXPECT_EQ(mPrograms.Calls("sudo").front(), std::vector<std::string>{"-K"});
+  EXPECT_EQ(mStubs.Calls("sudo").front(), std::vector<std::string>{"-K"});
 }
 
 TEST_F(WPermTest, TwoFailuresLeaveAThirdAttempt) {
@@ -66,10 +66,10 @@ TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
 }
 
 TEST_F(WPermTest, AskedTwiceToCloseDuringACheckTheProgramEnds) {
-  mPrograms.Script("su", "sleep 1; exit 0");
+  mStubs.Script("su", "sleep 1; exit 0");
   mDialog->Show();
-  CloseTwiceOnce([&] { return !mPrograms.Calls("su").empty(); });
+  CloseTwiceOnce([&] { return !mStubs.Calls("su").empty(); });
   Press("zt", "secret");
   EXPECT_FALSE(Globals::Authenticated);
-  EXPECT_THROW(LeaveIfEnding(), EndException);
+  EXPECT_THROW(ThrowIfQuitting(), EndException);
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 
 using namespace zelto;
 
@@ -22,7 +22,7 @@ TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
 }
 
 TEST(CommandLines, ListingTestSplitsAtBlanksAndNowhereElse) {
-  const Programs programs;
+  const StubPrograms programs;
   programs.Script("tar", "exit 0");
   const std::pair<const char*, std::vector<std::string>> cases[] = {
       {"/a/b.gz", {"/a/b.gz"}},

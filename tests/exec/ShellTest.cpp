@@ -5,7 +5,7 @@
 #include <chrono>
 #include <thread>
 
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 
 using namespace zelto;
 
@@ -13,7 +13,7 @@ namespace {
 
 class ShellTest : public testing::Test {
  protected:
-  Programs mPrograms;
+  StubPrograms mStubs;
   Ref<Shell> mShell = NewShell();
 };
 
@@ -54,7 +54,7 @@ TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutTheQuestions) {
 }
 
 TEST_F(ShellTest, NeverBlocksOnAChildThatKeepsTheOutput) {
-  const std::string child = mPrograms.Path("child");
+  const std::string child = mStubs.Path("child");
   mShell->Execute({"sleep 60 & echo $! >" + child});
   mShell->Execute({"kill $(cat " + child + ")"});
   EXPECT_EQ(mShell->ErrorCode(), 0);
@@ -78,8 +78,7 @@ TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
 }
 
 TEST_F(ShellTest, ShowsThePasswordToNobody) {
-  mPrograms.Script("su",
-                   "tr '\\0' '\\n' </proc/$PPID/cmdline; tr '\\0' '\\n' </proc/$PPID/environ");
+  mStubs.Script("su", "tr '\\0' '\\n' </proc/$PPID/cmdline; tr '\\0' '\\n' </proc/$PPID/environ");
   mShell->Execute(MemberRead("secret", "zt"));
   const std::string text = Bytes(mShell->ReadAll());
   EXPECT_NE(text.find("sh\n"), std::string::npos);

@@ -3,7 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 #include "tests/hardening/Tally.h"
 
 using namespace zelto;
@@ -15,7 +15,7 @@ constexpr const char* record = "/tmp/.KVX.Content";
 class Archives : public WindowTest<> {
  protected:
   Archives() {
-    Write(mPrograms.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n");
+    Write(mStubs.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n");
     std::filesystem::remove_all(record);
   }
   ~Archives() override { std::filesystem::remove_all(record); }
@@ -24,13 +24,13 @@ class Archives : public WindowTest<> {
   // names.
   std::string Archive(const std::string& name, const std::string& commands,
                       const std::string& members = "control member") {
-    const std::string folder = mPrograms.Path("tree-" + name);
+    const std::string folder = mStubs.Path("tree-" + name);
     const std::string script = "mkdir " + folder + " && cd " + folder + " && echo m >member && { " +
                                commands + "; } && tar -czPf ../" + name +
                                " --transform='flags=r;s,^control[0-9]*," + record + ",;s,^member," +
-                               mPrograms.Path("installed/") + name + ",' " + members;
+                               mStubs.Path("installed/") + name + ",' " + members;
     EXPECT_EQ(system(script.c_str()), 0) << name;
-    return mPrograms.Path(name);
+    return mStubs.Path(name);
   }
 
   // What the window shows of the file, or that it was refused.
@@ -55,7 +55,7 @@ const std::string goodShown = "P|V|D";
 
 TEST_F(Archives, ADeceptiveFileIsRefusedOrShownForWhatItIs) {
   Tally tally("a deceptive update file is decided as written, and shows no other file");
-  const std::string secret = mPrograms.Path("private");
+  const std::string secret = mStubs.Path("private");
   const struct {
     const char* Name;
     std::string Commands;
@@ -87,7 +87,7 @@ TEST_F(Archives, ADeceptiveFileIsRefusedOrShownForWhatItIs) {
   tally.Case(Read(secret).starts_with("a=PRIVATE"), "the private file was written to");
   for (const std::string make :
        {"gzip -c /dev/null", "printf none | xz -c", "head -c 9999 /dev/urandom"}) {
-    const std::string path = mPrograms.Path("other.gz");
+    const std::string path = mStubs.Path("other.gz");
     EXPECT_EQ(system((make + " >" + path).c_str()), 0);
     const auto shown = Checked(path);
     tally.Case(shown == "refused", make + ": " + shown);
@@ -98,13 +98,13 @@ TEST_F(Archives, WhatOthersPlantAtTheRecordsPathNeitherFoolsNorRedirects) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to act for another user";
   Tally tally("what another user plants at the record's path fools nobody and redirects no write");
   const auto good = Archive("good.gz", goodLines);
-  const std::string victim = mPrograms.Path("private");
+  const std::string victim = mStubs.Path("private");
   const struct {
     std::string Plant;
     std::string Expected;
   } cases[] = {{"printf 'a=FALSE\\nb=FALSE\\nc=FALSE\\n' >$R", goodShown},
                {"ln -s " + victim + " $R", goodShown},
-               {"ln -s " + mPrograms.Path("nowhere") + " $R", goodShown},
+               {"ln -s " + mStubs.Path("nowhere") + " $R", goodShown},
                {"mkfifo $R", goodShown},
                {"mkdir $R", goodShown},
                {"mkdir $R; touch $R/held", "refused"},
@@ -117,6 +117,6 @@ TEST_F(Archives, WhatOthersPlantAtTheRecordsPathNeitherFoolsNorRedirects) {
     const auto shown = Checked(good);
     tally.Case(shown == each.Expected, each.Plant + ": " + shown);
     tally.Case(Read(victim).starts_with("a=PRIVATE"), each.Plant);
-    tally.Case(!std::filesystem::exists(mPrograms.Path("nowhere")), each.Plant);
+    tally.Case(!std::filesystem::exists(mStubs.Path("nowhere")), each.Plant);
   }
 }

@@ -11,7 +11,7 @@
 
 #include <thread>
 
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 #include "tests/hardening/Tally.h"
 
 using namespace zelto;
@@ -36,7 +36,7 @@ bool Says(const Ref<Shell>& shell, const char* text) {
 
 TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
   Tally tally("a missing sh, su, sudo or tar is a failure with a text");
-  const Programs programs;
+  const StubPrograms programs;
   const std::string update = programs.Update("u.tar.gz", GoodRecord);
   for (const std::string missing : {"sh", "su", "sudo", "tar"}) {
     const std::string folder = programs.Path("without-" + missing);
@@ -112,7 +112,7 @@ TEST(Hardening, AFullTemporaryFolderDoesNotStopACommand) {
   };
   if (!InChild(standsApart)) GTEST_SKIP() << "needs a view of the mounts of its own";
   Tally tally("a command finishes when the temporary folder is full");
-  const Programs programs;
+  const StubPrograms programs;
   const std::string done = programs.Path("done");
   tally.Case(InChild([&] {
                const int folder = open(programs.Folder().c_str(), O_PATH);

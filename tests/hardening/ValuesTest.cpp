@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 #include "tests/hardening/Tally.h"
 
 using namespace zelto;
@@ -11,9 +11,9 @@ namespace {
 
 // Nothing is on the path but `sh` and the stand-ins, which tell their words and what they read, and
 // hand on what `su` is to run. So any other command shows as one that is not found.
-class StandIns : public Programs {
+class RecordingStubs : public StubPrograms {
  public:
-  explicit StandIns(const std::string& loginShell = "sh") {
+  explicit RecordingStubs(const std::string& loginShell = "sh") {
     const std::string tells =
         "{ printf '%s' \"${0##*/}\"; for word; do printf '\\037%s' \"$word\"; done; printf "
         "'\\036'; }";
@@ -61,7 +61,7 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
   Tally tally("a value reaches su, sudo and tar byte for byte, and nothing else runs");
   std::mt19937 random(20261124);
   for (int i = 0; i < Cases(200, 10'000); ++i) {
-    const StandIns standIns(i % 2 ? "bash" : "dash");
+    const RecordingStubs stubs(i % 2 ? "bash" : "dash");
     const auto passwd = RandomValue(random);
     const auto user = RandomValue(random);
     const auto path = "/" + RandomValue(random);
@@ -75,18 +75,18 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
       const auto start = told.find("\037-c\037") + 4;
       return told.substr(start, told.find_first_of("\036\037", start) - start);
     };
-    const auto checked = standIns.Told(CredentialCheck(passwd, user));
+    const auto checked = stubs.Told(CredentialCheck(passwd, user));
     tally.Case(checked == runs(argument(checked),
                                Told({"sudo", "-S", "/usr/bin/true"}) + Told({"read", passwd})),
                checked);
-    const auto extracted = standIns.Told(FullExtract(passwd, user, path));
+    const auto extracted = stubs.Told(FullExtract(passwd, user, path));
     tally.Case(extracted == runs(argument(extracted), Told({"sudo", "tar", "-zxPvf", path})),
                extracted);
   }
 }
 
 TEST(Hardening, ValuesThatAreNoTextAreRefusedBeforeAnythingStarts) {
-  const StandIns standIns;
+  const RecordingStubs stubs;
   Tally tally("a value with NUL or a line end starts nothing");
   std::mt19937 random(7);
   for (int i = 0; i < Cases(50, 1000); ++i) {
@@ -94,7 +94,7 @@ TEST(Hardening, ValuesThatAreNoTextAreRefusedBeforeAnythingStarts) {
     value.insert(random() % (value.size() + 1), 1, i % 2 ? '\n' : '\0');
     for (const auto& line : {CredentialCheck(value, "zt"), CredentialCheck("secret", value),
                              MemberExtract("secret", "zt", value), ListingTest(value)}) {
-      const auto told = standIns.Told(line);
+      const auto told = stubs.Told(line);
       tally.Case(told.find('\036') == told.npos && told.ends_with("failed"), told);
     }
   }

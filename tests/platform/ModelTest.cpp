@@ -1,99 +1,99 @@
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 
 using namespace zelto;
 
 namespace {
 
 // A window that notes what happens to it.
-class Noting : public Window {
+class RecorderWindow : public Window {
  public:
-  static inline std::string Notes;
+  static inline std::string Log;
   static inline bool Cancels = false;
 
   static const Class& ClassTable() {
     static const Class table(
-        {.Name = "Noting.Noting",
+        {.Name = "RecorderWindow.RecorderWindow",
          .Base = &Window::ClassTable(),
          .Handlers = {
-             {"Layout", RuntimeCreateDelegate(&Noting::Layout, "(  )")},
-             {"CreateControls", RuntimeCreateDelegate(&Noting::CreateControls, "(  )")},
-             {"AddMenuHandlers", RuntimeCreateDelegate(&Noting::AddHandlers, "( Window )")},
-             {"Open", RuntimeCreateDelegate(&Noting::Open, "(  )")},
-             {"Close", RuntimeCreateDelegate(&Noting::Closed, "(  )")},
+             {"Layout", RuntimeCreateDelegate(&RecorderWindow::Layout, "(  )")},
+             {"CreateControls", RuntimeCreateDelegate(&RecorderWindow::CreateControls, "(  )")},
+             {"AddMenuHandlers", RuntimeCreateDelegate(&RecorderWindow::AddHandlers, "( Window )")},
+             {"Open", RuntimeCreateDelegate(&RecorderWindow::Open, "(  )")},
+             {"Close", RuntimeCreateDelegate(&RecorderWindow::Closed, "(  )")},
              {"CancelClose",
-              RuntimeCreateDelegate(&Noting::CancelClose, "( Boolean ) as Boolean")}}});
+              RuntimeCreateDelegate(&RecorderWindow::CancelClose, "( Boolean ) as Boolean")}}});
     return table;
   }
   const Class& ClassOf() const override { return ClassTable(); }
 
-  void Layout() { Notes += "Layout "; }
+  void Layout() { Log += "Layout "; }
   void CreateControls() {
-    Notes += "CreateControls ";
-    AddControlRows(
-        *this, {{.Name = "field",
-                 .Create = CreateControl<EditField>,
-                 .List = EditFieldList{.Name = "field", .Text = "listed"},
-                 .Events = {On("Open", &Noting::FieldOpen), On("TextChange", &Noting::Change)}}});
+    Log += "CreateControls ";
+    AddControlRows(*this, {{.Name = "field",
+                            .Create = CreateControl<EditField>,
+                            .List = EditFieldList{.Name = "field", .Text = "listed"},
+                            .Events = {On("Open", &RecorderWindow::FieldOpen),
+                                       On("TextChange", &RecorderWindow::Change)}}});
   }
-  void AddHandlers(Ref<Window> target) { Notes += target.Get() == this ? "AddMenuHandlers " : "?"; }
-  void FieldOpen() { Notes += "field.Open "; }
-  void Change() { Notes += "TextChange "; }
-  void Open() { Notes += "Open "; }
-  void Closed() { Notes += "Close "; }
+  void AddHandlers(Ref<Window> target) { Log += target.Get() == this ? "AddMenuHandlers " : "?"; }
+  void FieldOpen() { Log += "field.Open "; }
+  void Change() { Log += "TextChange "; }
+  void Open() { Log += "Open "; }
+  void Closed() { Log += "Close "; }
   bool CancelClose(bool) { return Cancels; }
 };
 
 class ModelTest : public testing::Test {
  protected:
   void SetUp() override {
-    Noting::Notes.clear();
-    Noting::Cancels = false;
+    RecorderWindow::Log.clear();
+    RecorderWindow::Cancels = false;
   }
-  Stage mStage;
+  ApplicationFixture mApplication;
 };
 
-Ref<EditField> Field(const Ref<Noting>& window) {
+Ref<EditField> Field(const Ref<RecorderWindow>& window) {
   return ControlNamed<EditField>(*window, "field");
 }
 
 }  // namespace
 
 TEST_F(ModelTest, WindowsComeIntoBeingInOrderAndOnlyOnce) {
-  const auto window = ImplicitWindow<Noting>();
-  EXPECT_EQ(Noting::Notes, "Layout CreateControls AddMenuHandlers field.Open Open ");
-  EXPECT_TRUE(ImplicitWindow<Noting>() == window);
+  const auto window = ImplicitWindow<RecorderWindow>();
+  EXPECT_EQ(RecorderWindow::Log, "Layout CreateControls AddMenuHandlers field.Open Open ");
+  EXPECT_TRUE(ImplicitWindow<RecorderWindow>() == window);
   Field(window)->Text("x");
   window->Close();
-  EXPECT_FALSE(GetImplicitWindow("Noting.Noting"));
+  EXPECT_FALSE(GetImplicitWindow("RecorderWindow.RecorderWindow"));
   EXPECT_FALSE(Field(window));
   EXPECT_THROW(Field(window)->Text(), NilObjectException);
-  const auto second = ImplicitWindow<Noting>();
+  const auto second = ImplicitWindow<RecorderWindow>();
   EXPECT_FALSE(second == window);
   EXPECT_EQ(Bytes(Field(second)->Text()), "listed");
 }
 
 TEST_F(ModelTest, CancelCloseLeavesAllAsItWas) {
-  const auto window = ImplicitWindow<Noting>();
-  Noting::Cancels = true;
+  const auto window = ImplicitWindow<RecorderWindow>();
+  RecorderWindow::Cancels = true;
   window->Close();
-  EXPECT_TRUE(GetImplicitWindow("Noting.Noting") == window);
+  EXPECT_TRUE(GetImplicitWindow("RecorderWindow.RecorderWindow") == window);
   EXPECT_EQ(WindowSupport::Windows().size(), 1U);
   EXPECT_TRUE(Field(window));
-  EXPECT_EQ(Noting::Notes.find("Close"), std::string::npos);
+  EXPECT_EQ(RecorderWindow::Log.find("Close"), std::string::npos);
 }
 
 TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
-  const auto window = ImplicitWindow<Noting>();
-  Noting::Notes.clear();
+  const auto window = ImplicitWindow<RecorderWindow>();
+  RecorderWindow::Log.clear();
   Field(window)->Text("x");
-  EXPECT_EQ(Noting::Notes, "TextChange ");  // before the write returns
+  EXPECT_EQ(RecorderWindow::Log, "TextChange ");  // before the write returns
   EXPECT_FALSE(Field(window)->Raise("DropObject", {Ref<Object>(), Int32(0)}));
-  const Binding wrongName{"Action", RuntimeCreateDelegate(&Noting::Change, "(  )")};
+  const Binding wrongName{"Action", RuntimeCreateDelegate(&RecorderWindow::Change, "(  )")};
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongName), KeyNotFoundException);
-  const Binding wrongKind{"DropObject", RuntimeCreateDelegate(&Noting::Change, "(  )")};
+  const Binding wrongKind{"DropObject", RuntimeCreateDelegate(&RecorderWindow::Change, "(  )")};
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongKind), TypeMismatchException);
 }
 
@@ -118,7 +118,7 @@ TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
 }
 
 TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {
-  FromToolkit([&] {
+  InvokeHandler([&] {
     EXPECT_TRUE(AllowClose());
     App()->DoEvents(1);
     EXPECT_FALSE(AllowClose());
@@ -128,7 +128,7 @@ TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {
 }
 
 TEST_F(ModelTest, ANewDialogHasOneButtonThatIsAlwaysTheSame) {
-  const auto window = ImplicitWindow<Noting>();
+  const auto window = ImplicitWindow<RecorderWindow>();
   const auto dialog = window->New<MessageDialog>();
   const auto button = dialog->ActionButton();
   dialog->ActionButton(RuntimeNewObject<class ActionButton>());
@@ -145,7 +145,7 @@ TEST_F(ModelTest, ANewDialogHasOneButtonThatIsAlwaysTheSame) {
 }
 
 TEST_F(ModelTest, ADismissedDialogAnswersForItsRefusingButton) {
-  const auto window = ImplicitWindow<Noting>();
+  const auto window = ImplicitWindow<RecorderWindow>();
   const auto dialog = window->New<MessageDialog>();
   const auto dismiss = [](QWidget& shown) { shown.close(); };
   WhenModal(dismiss);

@@ -7,7 +7,7 @@
 #include <QUrl>
 
 #include "platform/Files.h"
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 
 using namespace zelto;
 
@@ -16,14 +16,14 @@ namespace {
 // The windows with handlers that only note their names.
 class QuietWindow1 : public OpenedWindow1 {
  public:
-  std::string Notes;
+  std::string Log;
   void EditField1_DropObject(const Ref<DragItem>& item, Int32) override {
-    Notes += "Drop " + Bytes(item->FolderItem()->NativePath()) + " ";
+    Log += "Drop " + Bytes(item->FolderItem()->NativePath()) + " ";
   }
-  void EditField1_TextChange() override { Notes += "TextChange "; }
-  void BevelButton1_Action() override { Notes += "BevelButton1 "; }
-  void pbTest_Action() override { Notes += "pbTest "; }
-  void pbUpdate_Action() override { Notes += "pbUpdate "; }
+  void EditField1_TextChange() override { Log += "TextChange "; }
+  void BevelButton1_Action() override { Log += "BevelButton1 "; }
+  void pbTest_Action() override { Log += "pbTest "; }
+  void pbUpdate_Action() override { Log += "pbUpdate "; }
 };
 
 class WidgetsTest : public WindowTest<QuietWindow1> {
@@ -31,7 +31,7 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
   bool Drop(const QString& url) {
     QMimeData data;
     data.setData("text/uri-list", url.toUtf8());
-    auto& field = ControlWidget(*mTop, 82, 74);
+    auto& field = ControlWidget(*mTop, "EditField1");
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(&field, &enter);
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -44,9 +44,8 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
 }  // namespace
 
 TEST_F(WidgetsTest, ControlsStandWhereTheirListsSay) {
-  for (const QRect& place : {QRect(82, 74, 359, 22), QRect(20, 130, 448, 127)}) {
-    EXPECT_EQ(ControlWidget(*mTop, place.x(), place.y()).geometry(), place);
-  }
+  EXPECT_EQ(ControlWidget(*mTop, "EditField1").geometry(), QRect(82, 74, 359, 22));
+  EXPECT_EQ(ControlWidget(*mTop, "EditField2").geometry(), QRect(20, 130, 448, 127));
   mWindow->Left(-30);
   mWindow->Top(17);
   EXPECT_EQ(mWindow->Left(), -30);
@@ -54,19 +53,19 @@ TEST_F(WidgetsTest, ControlsStandWhereTheirListsSay) {
 }
 
 TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnceItIsEnabled) {
-  auto& field = ControlWidget(*mTop, 82, 74);
+  auto& field = ControlWidget(*mTop, "EditField1");
   field.setFocus();
   QTest::keyClick(&field, Qt::Key_Return);
-  EXPECT_EQ(mWindow->Notes, "");
+  EXPECT_EQ(mWindow->Log, "");
   mWindow->pbUpdate()->Enabled(true);
   QTest::keyClick(&field, Qt::Key_Return);
-  QTest::mouseClick(&ControlWidget(*mTop, 446, 74), Qt::LeftButton);
-  EXPECT_EQ(mWindow->Notes, "pbUpdate BevelButton1 ");
+  QTest::mouseClick(&ControlWidget(*mTop, "BevelButton1"), Qt::LeftButton);
+  EXPECT_EQ(mWindow->Log, "pbUpdate BevelButton1 ");
   EXPECT_TRUE(field.hasFocus());
 }
 
 TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {
-  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
+  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
   const std::string odd = "/x\xFF\x01/<b>\xC3\xA4";
   mWindow->EditField1()->Text(odd);
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), odd);
@@ -75,7 +74,7 @@ TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {
   QTest::keyClick(&line, Qt::Key_End);
   QTest::keyClick(&line, Qt::Key_Z);
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x\xEF\xBF\xBD/<b>\xC3\xA4z");
-  EXPECT_EQ(mWindow->Notes, "TextChange TextChange ");
+  EXPECT_EQ(mWindow->Log, "TextChange TextChange ");
 }
 
 TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {
@@ -84,14 +83,14 @@ TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {
   EXPECT_FALSE(Drop("file:///x/a.gz"));
   EXPECT_FALSE(Drop(""));
   EXPECT_FALSE(Drop("https://example.com/a.tar.gz"));
-  EXPECT_EQ(mWindow->Notes, "Drop /x/a.tar.gz Drop /x/\xC3\xA4 b.TGZ ");
+  EXPECT_EQ(mWindow->Log, "Drop /x/a.tar.gz Drop /x/\xC3\xA4 b.TGZ ");
 }
 
 TEST_F(WidgetsTest, TakeNoInputWhileAHandlerWaits) {
   mWindow->pbUpdate()->Enabled(true);
-  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
-  auto& button = dynamic_cast<QAbstractButton&>(ControlWidget(*mTop, 375, 269));
-  FromToolkit([&] {
+  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
+  auto& button = dynamic_cast<QAbstractButton&>(ControlWidget(*mTop, "pbUpdate"));
+  InvokeHandler([&] {
     App()->DoEvents(1);
     QTest::keyClick(&line, Qt::Key_Return);
     QTest::keyClick(&line, Qt::Key_A);
@@ -100,6 +99,6 @@ TEST_F(WidgetsTest, TakeNoInputWhileAHandlerWaits) {
     line.setText("typed");
     Drop("file:///x/a.tar.gz");
   });
-  EXPECT_EQ(mWindow->Notes, "");
+  EXPECT_EQ(mWindow->Log, "");
   EXPECT_EQ(line.text(), "");
 }

@@ -5,7 +5,7 @@
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Object.h"
 #include "platform/runtime/Plugins.h"
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 
 using namespace zelto;
 

@@ -15,7 +15,7 @@
 
 #include "platform/MessageDialog.h"
 #include "platform/qt/Picture.h"
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 #include "ui/MenuBar1.h"
 #include "ui/Pictures.h"
 #include "ui/WAbout.h"
@@ -45,7 +45,7 @@ class PresentationTest : public WindowTest<> {
     return enabled;
   }
 
-  QLineEdit* mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, 82, 74));
+  QLineEdit* mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
 };
 
 // The widget's pixels at the scale.
@@ -112,7 +112,7 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
   Item("&Delete")->trigger();
   Item("&Paste")->trigger();
   EXPECT_EQ(mLine->text(), "abc");
-  ControlWidget(*mTop, 20, 130).setFocus();
+  ControlWidget(*mTop, "EditField2").setFocus();
   EXPECT_EQ(EnabledEdits(), "------");
   mWindow->EditField2()->Text("described");
   EXPECT_EQ(EnabledEdits(), "-----l");
@@ -127,7 +127,7 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
 
 TEST_F(PresentationTest, QuitEndsTheProgram) {
   Item("&Quit")->trigger();
-  EXPECT_THROW(LeaveIfEnding(), EndException);
+  EXPECT_THROW(ThrowIfQuitting(), EndException);
 }
 
 TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
@@ -177,7 +177,7 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
       }
       WPerm()->Close();
       WAbout()->Close();
-      FromToolkit([&] { window->UnifiedClose(false); });
+      InvokeHandler([&] { window->UnifiedClose(false); });
     }
   }
   QApplication::setFont(before);
@@ -213,7 +213,7 @@ TEST_F(PresentationTest, ALongExplanationOpensQuicklyAndFitsTheScreen) {
 // In a copy of this program, since the pictures lie beside the folder of the executable.
 TEST(Pictures, AreLoadedOnceTheyCanBeAndKept) {
   if (!getenv("ZELTO_ALONE")) {
-    const Programs folder;
+    const StubPrograms folder;
     std::filesystem::copy("/proc/self/exe", folder.Folder() / "bin/alone");
     std::filesystem::copy(
         QFileInfo("/proc/self/exe").symLinkTarget().section('/', 0, -3).toStdString() +
@@ -227,7 +227,7 @@ TEST(Pictures, AreLoadedOnceTheyCanBeAndKept) {
   }
   const std::filesystem::path folder = getenv("ZELTO_ALONE");
   const auto get = x_MacBGrayscale48x48::MacBGrayscale48x48;
-  const Stage stage;
+  const ApplicationFixture stage;
   EXPECT_FALSE(get());
   std::filesystem::create_directory(folder / "Resources");
   Write(folder / "Resources/MacBGrayscale48x48.png", "no picture");

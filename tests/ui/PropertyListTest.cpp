@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/PropertyLists.h"
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 #include "ui/WAbout.h"
 #include "ui/WPerm.h"
 #include "ui/Window1.h"

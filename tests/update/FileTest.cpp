@@ -2,7 +2,7 @@
 
 #include "core/FileTypes1.h"
 #include "platform/runtime/Plugins.h"
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 #include "update/ContentRecord.h"
 #include "update/POSIXPath.h"
 
@@ -27,7 +27,7 @@ TEST(FileType, IsKnownWhileItIsRegistered) {
 }
 
 TEST(POSIXPath, IsTheAbsolutePathOfWhatIsThereAndWhatIsNot) {
-  const Programs folder;
+  const StubPrograms folder;
   InitPluginEntrypoints();
   EXPECT_TRUE(File::POSIXPath(nullptr).IsNil());
   const auto item = FolderItem::At(folder.Path("bin"));

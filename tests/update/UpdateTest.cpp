@@ -4,7 +4,7 @@
 #include <QPlainTextEdit>
 #include <QTimer>
 
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 
 using namespace zelto;
 
@@ -15,7 +15,7 @@ class UpdateTest : public WindowTest<> {
   ~UpdateTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
 
   void Press(const Ref<RectControl>& button) {
-    FromToolkit([&] { button->Raise("Action"); });
+    InvokeHandler([&] { button->Raise("Action"); });
   }
   std::string Shown() {
     return Bytes(mWindow->EditField1()->Text() + "|" + mWindow->stProduct()->Text() + "|" +
@@ -25,15 +25,15 @@ class UpdateTest : public WindowTest<> {
                  (mWindow->pbTest()->Enabled() ? "on" : "off"));
   }
 
-  std::string mGood = mPrograms.Update("good one.tar.gz", GoodRecord);
+  std::string mGood = mStubs.Update("good one.tar.gz", GoodRecord);
 };
 
 const std::string GoodLine = "|Zelto Core|4.2.1|Fixes the frobnicator.|";
 }  // namespace
 
 TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
-  Choose(mPrograms.Path("not yet.tar.g"));
-  EXPECT_EQ(mPrograms.Calls("su").size(), 0U);
+  Choose(mStubs.Path("not yet.tar.g"));
+  EXPECT_EQ(mStubs.Calls("su").size(), 0U);
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
   Choose(mGood + "x");
@@ -44,25 +44,25 @@ TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
 }
 
 TEST_F(UpdateTest, ARecordIsShownAsItIs) {
-  Choose(mPrograms.Update("odd.gz", "a=caf\xE9\nb=<img>\nc=<i>No</i> &amp; \xC3\xA4\xC3\n"));
-  const auto label = [&](int left) {
-    return dynamic_cast<QLabel&>(ControlWidget(*mTop, left, 103)).text().toStdString();
+  Choose(mStubs.Update("odd.gz", "a=caf\xE9\nb=<img>\nc=<i>No</i> &amp; \xC3\xA4\xC3\n"));
+  const auto label = [&](const char* name) {
+    return dynamic_cast<QLabel&>(ControlWidget(*mTop, name)).text().toStdString();
   };
-  EXPECT_EQ(label(71) + label(317), "caf\xEF\xBF\xBD<img>");
+  EXPECT_EQ(label("stProduct") + label("stVersion"), "caf\xEF\xBF\xBD<img>");
   EXPECT_EQ(mTop->findChild<QPlainTextEdit*>()->toPlainText().toStdString(),
             "<i>No</i> &amp; \xC3\xA4\xEF\xBF\xBD");
 }
 
 TEST_F(UpdateTest, ABadFileAsksAndObeys) {
-  Write(mPrograms.Path("no archive.gz"), "none");
-  Write(mPrograms.Path("cut.gz"), Read(mGood).substr(0, 100));
-  std::filesystem::create_directory(mPrograms.Path("folder.gz"));
-  const std::string bad[] = {mPrograms.Path("no archive.gz"),
-                             mPrograms.Path("cut.gz"),
-                             mPrograms.Path("folder.gz"),
-                             mPrograms.Path("missing.gz"),
-                             mPrograms.Update("other.gz", GoodRecord, "/tmp/.KVX.Other"),
-                             mPrograms.Update("noslash.gz", GoodRecord, "tmp/.KVX.Content")};
+  Write(mStubs.Path("no archive.gz"), "none");
+  Write(mStubs.Path("cut.gz"), Read(mGood).substr(0, 100));
+  std::filesystem::create_directory(mStubs.Path("folder.gz"));
+  const std::string bad[] = {mStubs.Path("no archive.gz"),
+                             mStubs.Path("cut.gz"),
+                             mStubs.Path("folder.gz"),
+                             mStubs.Path("missing.gz"),
+                             mStubs.Update("other.gz", GoodRecord, "/tmp/.KVX.Other"),
+                             mStubs.Update("noslash.gz", GoodRecord, "tmp/.KVX.Content")};
   Choose(mGood);
   for (const auto& path : bad) {
     std::string labels;
@@ -77,7 +77,7 @@ TEST_F(UpdateTest, ABadFileAsksAndObeys) {
 }
 
 TEST_F(UpdateTest, AFailedCredentialCheckAloneDoesNotDecide) {
-  mPrograms.Script("sudo", "[ $1 = -S ] && exit 1; exec \"$@\"");
+  mStubs.Script("sudo", "[ $1 = -S ] && exit 1; exec \"$@\"");
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
 }
@@ -86,9 +86,9 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
   Choose(mGood);
   std::string labels;
   std::string during;
-  mPrograms.Script("sudo", "case $1 in -K) exit;; -S) exit;; esac\nsleep 0.2; exec \"$@\"");
+  mStubs.Script("sudo", "case $1 in -K) exit;; -S) exit;; esac\nsleep 0.2; exec \"$@\"");
   WhenModalPress("Install Another", &labels);
-  FromToolkit([&] {
+  InvokeHandler([&] {
     QTimer::singleShot(100, qApp, [&] { during = Bytes(mWindow->stStatus()->Text()); });
     mWindow->pbUpdate()->Raise("Action");
   });
@@ -97,47 +97,47 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
             "Update Completed Successfullly|The update was applied successfully\n\nWould "
             "you like to apply another patch file or quit?|");
   EXPECT_EQ(Shown(), "||||Update completed successfully|off|off");
-  EXPECT_EQ(Read(mPrograms.Path("installed/member")), "the member");
-  const auto calls = mPrograms.Calls("sudo");
+  EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
+  const auto calls = mStubs.Calls("sudo");
   EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
   EXPECT_EQ(calls.back(), (std::vector<std::string>{"tar", "-zxPvf", mGood}));
 }
 
 TEST_F(UpdateTest, AFailedInstallShowsTheTextAndMayBeTriedAgain) {
   Choose(mGood);
-  mPrograms.Script("tar", "echo /a/member; echo 'tar: no room' >&2; exit 2");
+  mStubs.Script("tar", "echo /a/member; echo 'tar: no room' >&2; exit 2");
   std::string labels;
   WhenModalPress("OK", &labels);
   Press(mWindow->pbUpdate());
   EXPECT_EQ(labels, "Bad update file|Errors were reported when testing the file " + mGood +
                         "\n\n/a/member\ntar: no room\n|");
   EXPECT_EQ(Shown(), mGood + GoodLine + "Update File Read Error|on|on");
-  mPrograms.Script("tar", "exec /bin/tar \"$@\"");
+  mStubs.Script("tar", "exec /bin/tar \"$@\"");
   WhenModalPress("Install Another");
   Press(mWindow->pbUpdate());
-  EXPECT_EQ(Read(mPrograms.Path("installed/member")), "the member");
+  EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
 }
 
 TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
   Choose(mGood);
-  mPrograms.Script("tar", "sleep 0.5; touch " + mPrograms.Path("finished"));
-  CloseTwiceOnce([&] { return !mPrograms.Calls("tar").empty(); });
-  FromToolkit([&] {
+  mStubs.Script("tar", "sleep 0.5; touch " + mStubs.Path("finished"));
+  CloseTwiceOnce([&] { return !mStubs.Calls("tar").empty(); });
+  InvokeHandler([&] {
     mWindow->pbUpdate()->Raise("Action");
     ADD_FAILURE() << "the handler goes on";
   });
-  EXPECT_FALSE(std::filesystem::exists(mPrograms.Path("finished")));
-  Until([&] { return std::filesystem::exists(mPrograms.Path("finished")); });
+  EXPECT_FALSE(std::filesystem::exists(mStubs.Path("finished")));
+  Until([&] { return std::filesystem::exists(mStubs.Path("finished")); });
 }
 
 TEST_F(UpdateTest, TheTestActionReadsWithoutTheRightsOfOthers) {
-  const std::string plain = mPrograms.Update("plain.gz", GoodRecord);
+  const std::string plain = mStubs.Update("plain.gz", GoodRecord);
   Choose(plain);
-  const auto before = mPrograms.Calls("su").size();
+  const auto before = mStubs.Calls("su").size();
   Press(mWindow->pbTest());
   EXPECT_EQ(Shown(), plain + "|Zelto Core|4.2.1||Update File Is Valid|on|on");
-  EXPECT_EQ(mPrograms.Calls("su").size(), before);
-  const std::string without = mPrograms.Update("none.gz", GoodRecord, "/tmp/.KVX.Other");
+  EXPECT_EQ(mStubs.Calls("su").size(), before);
+  const std::string without = mStubs.Update("none.gz", GoodRecord, "/tmp/.KVX.Other");
   for (const auto& bad : {mGood, without}) {  // the first has a blank in its name
     if (bad == without) WhenModalPress("Keep");
     Choose(bad);

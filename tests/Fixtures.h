@@ -9,16 +9,16 @@
 
 #include "core/App.h"
 #include "core/Globals.h"
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 #include "ui/Window1.h"
 
 // The program without its main window: the toolkit, the class tables, the application object.
-class Stage {
+class ApplicationFixture {
  public:
-  Stage();
-  ~Stage();
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
+  ApplicationFixture();
+  ~ApplicationFixture();
+  ApplicationFixture(const ApplicationFixture&) = delete;
+  ApplicationFixture& operator=(const ApplicationFixture&) = delete;
 };
 
 // Serves events until the condition holds; a failed test if it does not within 20 seconds.
@@ -36,7 +36,8 @@ void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 void CloseTwiceOnce(const std::function<bool()>& condition);
 
 QWidget* MainWindow();
-QWidget& ControlWidget(QWidget& window, int left, int top);
+// The widget of the control with this name. Throws when there is none.
+QWidget& ControlWidget(QWidget& window, const char* name);
 
 // The main window, which shows itself at once.
 class OpenedWindow1 : public zelto::Window1 {
@@ -57,11 +58,11 @@ class WindowTest : public testing::Test {
   }
 
   void Choose(const std::string& path) {
-    zelto::FromToolkit([&] { mWindow->EditField1()->Text(path); });
+    zelto::InvokeHandler([&] { mWindow->EditField1()->Text(path); });
   }
 
-  Stage mStage;
-  Programs mPrograms;
+  ApplicationFixture mApplication;
+  StubPrograms mStubs;
   zelto::Ref<W> mWindow;
   QWidget* mTop;
 };

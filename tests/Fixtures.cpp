@@ -1,4 +1,4 @@
-#include "tests/Stage.h"
+#include "tests/Fixtures.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -12,7 +12,7 @@
 #include "platform/runtime/Plugins.h"
 #include "ui/MenuBar1.h"
 
-Stage::Stage() {
+ApplicationFixture::ApplicationFixture() {
   zelto::RuntimeInit();
   zelto::initialize();
   zelto::InitPluginEntrypoints();
@@ -20,7 +20,7 @@ Stage::Stage() {
   zelto::RuntimeRegisterAppObject(zelto::RuntimeNewObject<class zelto::App>());
 }
 
-Stage::~Stage() {
+ApplicationFixture::~ApplicationFixture() {
   zelto::finalize();
   zelto::RuntimeExit();
 }
@@ -88,12 +88,7 @@ QWidget* MainWindow() {
   return nullptr;
 }
 
-QWidget& ControlWidget(QWidget& window, int left, int top) {
-  for (auto* widget : window.findChildren<QWidget*>()) {
-    if (widget->parentWidget() && widget->parentWidget()->parentWidget() == &window &&
-        widget->pos() == QPoint(left, top)) {
-      return *widget;
-    }
-  }
-  throw std::runtime_error("no control there");
+QWidget& ControlWidget(QWidget& window, const char* name) {
+  if (auto* widget = window.findChild<QWidget*>(name)) return *widget;
+  throw std::runtime_error("no control of that name");
 }

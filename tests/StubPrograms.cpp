@@ -1,4 +1,4 @@
-#include "tests/Programs.h"
+#include "tests/StubPrograms.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>
@@ -19,7 +19,7 @@ std::vector<std::string> Pieces(const std::string& text, char end) {
 
 }  // namespace
 
-Programs::Programs() : mPathBefore(getenv("PATH")) {
+StubPrograms::StubPrograms() : mPathBefore(getenv("PATH")) {
   std::string name = (std::filesystem::temp_directory_path() / "zelto-test-XXXXXX").string();
   mFolder = mkdtemp(name.data());
   std::filesystem::create_directory(mFolder / "bin");
@@ -36,20 +36,20 @@ Programs::Programs() : mPathBefore(getenv("PATH")) {
          "[ $1 = -S ] || exec \"$@\"");
 }
 
-Programs::~Programs() {
+StubPrograms::~StubPrograms() {
   setenv("PATH", mPathBefore.c_str(), 1);
   std::filesystem::remove_all(mFolder);
 }
 
-// Notes the words of the call, each ended by a NUL, and the call by a record separator.
-void Programs::Script(const std::string& name, const std::string& body) const {
+// Log the words of the call, each ended by a NUL, and the call by a record separator.
+void StubPrograms::Script(const std::string& name, const std::string& body) const {
   const auto file = mFolder / "bin" / name;
   Write(file, "#!/bin/sh\n{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" +
                   Path(name + ".calls") + "'\n" + body + "\n");
   std::filesystem::permissions(file, std::filesystem::perms::owner_all);
 }
 
-std::vector<std::vector<std::string>> Programs::Calls(const std::string& program) const {
+std::vector<std::vector<std::string>> StubPrograms::Calls(const std::string& program) const {
   std::vector<std::vector<std::string>> calls;
   for (const auto& call : Pieces(Read(Path(program + ".calls")), '\036')) {
     calls.push_back(Pieces(call, '\0'));
@@ -57,8 +57,8 @@ std::vector<std::vector<std::string>> Programs::Calls(const std::string& program
   return calls;
 }
 
-std::string Programs::Update(const std::string& name, const std::string& record,
-                             const std::string& control) const {
+std::string StubPrograms::Update(const std::string& name, const std::string& record,
+                                 const std::string& control) const {
   const std::string tree = Path("tree-" + std::to_string(std::hash<std::string>()(name)));
   std::filesystem::create_directory(tree);
   Write(tree + "/control", record);

@@ -9,12 +9,12 @@
 // A folder of the test's own in which scripted `su` and `sudo` stand first on the path. They accept
 // the pair "zt" and "secret", note what they were called with, and run what they are asked to run
 // with the rights of the test.
-class Programs {
+class StubPrograms {
  public:
-  Programs();
-  ~Programs();
-  Programs(const Programs&) = delete;
-  Programs& operator=(const Programs&) = delete;
+  StubPrograms();
+  ~StubPrograms();
+  StubPrograms(const StubPrograms&) = delete;
+  StubPrograms& operator=(const StubPrograms&) = delete;
 
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
