@@ -105,7 +105,10 @@ void RuntimeInit() {
 
 void RuntimeRun() {
   if (!Now().Ending && !Now().Failure) RunLoop();
-  if (const auto failure = std::exchange(Now().Failure, nullptr)) std::rethrow_exception(failure);
+  const auto failure = std::exchange(Now().Failure, nullptr);
+  if (!failure) return;
+  AllowLoops();  // for the message about it
+  std::rethrow_exception(failure);
 }
 
 Int32 RuntimeExit() {

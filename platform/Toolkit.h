@@ -108,8 +108,9 @@ void ServeEvents(Int32 milliseconds);
 // Shows that a handler waits for a command, or no longer does.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
-// Ends RunLoop and every modal loop inside it.
+// Ends RunLoop and every modal loop inside it. Until AllowLoops, later ones may return at once.
 void EndLoops();
+void AllowLoops();
 void RuntimeBeep();
 Int32 ScreenWidth();
 Int32 ScreenHeight();

@@ -126,6 +126,13 @@ void ServeEvents(Int32 milliseconds) { ServeUntil(RuntimeWakeDescriptors(), mill
 
 void EndLoops() { QCoreApplication::exit(); }
 
+// An exit before the first run of the application's own loop leaves a mark that keeps every other
+// loop from running. Only such a run clears it.
+void AllowLoops() {
+  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+  QCoreApplication::exec();
+}
+
 void ShowWaiting(Waiting waiting) {
   while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
   if (waiting != Waiting::Not) {
