@@ -1,7 +1,10 @@
 #include "tests/StubPrograms.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <sstream>
@@ -23,6 +26,8 @@ StubPrograms::StubPrograms() : mPathBefore(getenv("PATH")) {
   std::string name = (std::filesystem::temp_directory_path() / "zelto-test-XXXXXX").string();
   mFolder = mkdtemp(name.data());
   std::filesystem::create_directory(mFolder / "bin");
+  mkfifo(Path("gate").c_str(), 0600);
+  mGate = open(Path("gate").c_str(), O_RDWR | O_CLOEXEC);
   setenv("PATH", (Path("bin") + ":" + mPathBefore).c_str(), 1);
   Script("su",
          "printf 'Password: ' >&2; read -r password\n"
@@ -37,9 +42,13 @@ StubPrograms::StubPrograms() : mPathBefore(getenv("PATH")) {
 }
 
 StubPrograms::~StubPrograms() {
+  Release();
+  close(mGate);
   setenv("PATH", mPathBefore.c_str(), 1);
   std::filesystem::remove_all(mFolder);
 }
+
+void StubPrograms::Release() const { EXPECT_EQ(write(mGate, "\n\n\n\n", 4), 4); }
 
 // Log the words of the call, each ended by a NUL, and the call by a record separator.
 void StubPrograms::Script(const std::string& name, const std::string& body) const {

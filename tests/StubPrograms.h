@@ -19,6 +19,9 @@ class StubPrograms {
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
   void Script(const std::string& name, const std::string& body) const;
+  // A command for a script that blocks until Release or the end of this object.
+  std::string Blocker() const { return "read -r line <'" + Path("gate") + "'"; }
+  void Release() const;
   // The words of each call of the program so far.
   std::vector<std::vector<std::string>> Calls(const std::string& program) const;
   // Makes an update file whose members go below the folder. Gives its path.
@@ -28,6 +31,7 @@ class StubPrograms {
  private:
   std::filesystem::path mFolder;
   std::string mPathBefore;
+  int mGate;  // both ends of a FIFO, so that what is written waits for its reader
 };
 
 inline const std::string GoodRecord =

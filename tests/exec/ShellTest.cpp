@@ -2,9 +2,7 @@
 #include <signal.h>
 #include <stdlib.h>
 
-#include <chrono>
-#include <thread>
-
+#include "platform/runtime/Wait.h"
 #include "tests/StubPrograms.h"
 
 using namespace zelto;
@@ -20,7 +18,7 @@ class ShellTest : public testing::Test {
 }  // namespace
 
 TEST_F(ShellTest, BlocksInMode0AndKeepsTheLastStatus) {
-  mShell->Execute({"sleep 0.1; echo one; exit 3"});
+  mShell->Execute({"echo one; exit 3"});
   EXPECT_FALSE(mShell->IsRunning());
   EXPECT_EQ(mShell->ErrorCode(), 3);
   mShell->Mode(0);
@@ -33,13 +31,12 @@ TEST_F(ShellTest, BlocksInMode0AndKeepsTheLastStatus) {
 
 TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   mShell->Mode(2);
-  const auto start = std::chrono::steady_clock::now();
-  mShell->Execute({"sleep 0.2; echo one; exit 1"});
+  mShell->Execute({mStubs.Blocker() + "; echo one; exit 1"});
   mShell->Execute({"echo two; exit 2"});
   mShell->Execute({"echo three; exit 4"});
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(150));
   EXPECT_TRUE(mShell->IsRunning());
-  while (mShell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  mStubs.Release();
+  while (mShell->IsRunning()) RuntimeAwait(-1, 2);
   EXPECT_EQ(mShell->ErrorCode(), 4);
   EXPECT_EQ(Bytes(mShell->ReadAll()), "one\ntwo\nthree\n");
 }
@@ -54,9 +51,7 @@ TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutTheQuestions) {
 }
 
 TEST_F(ShellTest, NeverBlocksOnAChildThatKeepsTheOutput) {
-  const std::string child = mStubs.Path("child");
-  mShell->Execute({"sleep 60 & echo $! >" + child});
-  mShell->Execute({"kill $(cat " + child + ")"});
+  mShell->Execute({"{ " + mStubs.Blocker() + "; } &"});
   EXPECT_EQ(mShell->ErrorCode(), 0);
 }
 

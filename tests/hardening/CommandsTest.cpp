@@ -9,8 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <thread>
-
+#include "platform/runtime/Wait.h"
 #include "tests/StubPrograms.h"
 #include "tests/hardening/Tally.h"
 
@@ -67,7 +66,7 @@ TEST(Hardening, OutputOfAnySizeCostsNoMemoryUntilItIsRead) {
   const std::string half = std::to_string(size / 2);
   shell->Execute({"head -c " + half + " /dev/zero | tr '\\0' x; head -c " + half +
                   " /dev/zero | tr '\\0' y >&2"});
-  while (shell->IsRunning()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  while (shell->IsRunning()) RuntimeAwait(-1, 1);
   tally.Case(Resident() - before < megabyte, "unread: " + std::to_string(Resident() - before));
   const String text = shell->ReadAll();
   tally.Case(LenB(text) == size + 2, std::to_string(LenB(text)));

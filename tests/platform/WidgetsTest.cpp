@@ -8,6 +8,7 @@
 
 #include "platform/Files.h"
 #include "tests/Fixtures.h"
+#include "ui/WPerm.h"
 
 using namespace zelto;
 
@@ -62,6 +63,25 @@ TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnceItIsEnabled) {
   QTest::mouseClick(&ControlWidget(*mTop, "BevelButton1"), Qt::LeftButton);
   EXPECT_EQ(mWindow->Log, "pbUpdate BevelButton1 ");
   EXPECT_TRUE(field.hasFocus());
+}
+
+TEST_F(WidgetsTest, TabFollowsTheOrderOfTheLists) {
+  const auto order = [](QWidget& first) {
+    first.setFocus();
+    std::string names;
+    do {
+      names += QApplication::focusWidget()->objectName().toStdString() + " ";
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (!first.hasFocus() && names.size() < 200);
+    return names;
+  };
+  mWindow->pbUpdate()->Enabled(true);
+  EXPECT_EQ(order(ControlWidget(*mTop, "EditField1")),
+            "EditField1 BevelButton1 pbUpdate EditField2 ");
+  WPerm()->Show();
+  Until([&] { return QApplication::activeWindow() != mTop; });
+  EXPECT_EQ(order(ControlWidget(*QApplication::activeWindow(), "authuser")),
+            "authuser passwd PushButton1 PushButton2 ");
 }
 
 TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {

@@ -2,7 +2,6 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QTimer>
 
 #include "tests/Fixtures.h"
 
@@ -86,12 +85,14 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
   Choose(mGood);
   std::string labels;
   std::string during;
-  mStubs.Script("sudo", "case $1 in -K) exit;; -S) exit;; esac\nsleep 0.2; exec \"$@\"");
+  mStubs.Script("tar", mStubs.Blocker() + "; exec /bin/tar \"$@\"");
+  Once([&] { return mStubs.Calls("tar").size() == 1; },
+       [&] {
+         during = Bytes(mWindow->stStatus()->Text());
+         mStubs.Release();
+       });
   WhenModalPress("Install Another", &labels);
-  InvokeHandler([&] {
-    QTimer::singleShot(100, qApp, [&] { during = Bytes(mWindow->stStatus()->Text()); });
-    mWindow->pbUpdate()->Raise("Action");
-  });
+  Press(mWindow->pbUpdate());
   EXPECT_EQ(during, "Installing Update...");
   EXPECT_EQ(labels,
             "Update Completed Successfullly|The update was applied successfully\n\nWould "
@@ -101,6 +102,25 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
   const auto calls = mStubs.Calls("sudo");
   EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
   EXPECT_EQ(calls.back(), (std::vector<std::string>{"tar", "-zxPvf", mGood}));
+}
+
+TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
+  Choose(mGood);
+  WhenModalPress("Quit");
+  Press(mWindow->pbUpdate());
+  EXPECT_THROW(ThrowIfQuitting(), EndException);
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Update completed successfully|on|on");
+}
+
+TEST_F(UpdateTest, TheRecordIsLockedDuringACheckAndAnInstallation) {
+  const std::string log = "flock -n /tmp true || echo locked >>" + mStubs.Path("locks");
+  mStubs.Script("tar", log + "; exec /bin/tar \"$@\"");
+  mStubs.Script("cat", log + "; exec /bin/cat \"$@\"");
+  Choose(mGood);
+  WhenModalPress("Install Another");
+  Press(mWindow->pbUpdate());
+  EXPECT_EQ(Read(mStubs.Path("locks")), "locked\nlocked\nlocked\n");
+  EXPECT_EQ(system("flock -n /tmp true"), 0);
 }
 
 TEST_F(UpdateTest, AFailedInstallShowsTheTextAndMayBeTriedAgain) {
@@ -120,13 +140,14 @@ TEST_F(UpdateTest, AFailedInstallShowsTheTextAndMayBeTriedAgain) {
 
 TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
   Choose(mGood);
-  mStubs.Script("tar", "sleep 0.5; touch " + mStubs.Path("finished"));
+  mStubs.Script("tar", mStubs.Blocker() + "; touch " + mStubs.Path("finished"));
   CloseTwiceOnce([&] { return !mStubs.Calls("tar").empty(); });
   InvokeHandler([&] {
     mWindow->pbUpdate()->Raise("Action");
     ADD_FAILURE() << "the handler goes on";
   });
   EXPECT_FALSE(std::filesystem::exists(mStubs.Path("finished")));
+  mStubs.Release();
   Until([&] { return std::filesystem::exists(mStubs.Path("finished")); });
 }
 
@@ -147,6 +168,16 @@ TEST_F(UpdateTest, TheTestActionReadsWithoutTheRightsOfOthers) {
     EXPECT_EQ(labels.find("Bad update file|Errors were reported when testing the file " + bad), 0U);
     EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Update File Read Error|off|off");
   }
+}
+
+TEST_F(UpdateTest, AFileChosenInTheOpenDialogIsChecked) {
+  WhenModal([&](QWidget& dialog) {
+    dynamic_cast<QFileDialog&>(dialog).selectFile(QString::fromStdString(mGood));
+    dynamic_cast<QDialog&>(dialog).accept();
+  });
+  Press(mWindow->BevelButton1());
+  EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
+  EXPECT_TRUE(Globals::thePatchName.IsNil());
 }
 
 TEST_F(UpdateTest, ACancelledOpenDialogSaysSoAndEmptiesTheFields) {
