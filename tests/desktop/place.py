@@ -44,6 +44,13 @@ class DesktopTest(unittest.TestCase):
         make_update(self.folder / name, *texts, **contents)
         return str(self.folder / name)
 
+    def script(self, name, body):
+        """The path of a program that every account can start."""
+        path = self.folder / name
+        path.write_text(f"#!/bin/sh\n{body}\n")
+        path.chmod(0o755)
+        return str(path)
+
     def members(self, **files):
         return {f"{self.folder}/installed/{name}": file for name, file in files.items()}
 

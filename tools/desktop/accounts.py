@@ -10,6 +10,7 @@ from pathlib import Path
 
 from .wait import until
 
+# By name or by number, as the version of sudo has it.
 SUDO_MEMORY = ("/var/lib/sudo/ts", "/var/lib/sudo/lectured", "/run/sudo/ts")
 
 
@@ -32,12 +33,14 @@ class Account:
 
     def __exit__(self, *_):
         until(self._removed, 10, lambda: f"the account {self.name} cannot be removed")
-        for folder in SUDO_MEMORY:
-            trace = Path(folder, self.name)
+        for trace in (Path(folder, str(who)) for folder in SUDO_MEMORY for who in (self.name, self.uid)):
             if trace.is_dir():
                 shutil.rmtree(trace)
             else:
                 trace.unlink(missing_ok=True)
+
+    def use_shell(self, program):
+        run(["usermod", "-s", program, self.name])
 
     def processes(self):
         return {pid for pid in map(int, filter(str.isdigit, os.listdir("/proc"))) if self._owns(pid)}

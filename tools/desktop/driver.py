@@ -73,16 +73,13 @@ class Driver:
         return self._wait(lambda: [node.get_name() for node in _showing(self._window(title))
                                    if node.get_role() in BUTTONS], f"no window {title!r}")
 
-    def label_at(self, title, x, y):
+    def label_after(self, title, text):
+        """The text of the label that the program made next after the one that begins with this text."""
         def found():
-            window = self._window(title)
-            left, top = _content_origin(window)
-            for node in _showing(window):
-                at_x, at_y = _extents(node)[:2]
-                if (node.get_role() == Atspi.Role.LABEL
-                        and abs(at_x - left - x) <= 1 and abs(at_y - top - y) <= 1):
-                    return node.get_name()
-        return self._wait(found, f"no label at {x}, {y} of {title!r}")
+            labels = [node.get_name() for node in _showing(self._window(title)) if node.get_role() == Atspi.Role.LABEL]
+            at, = (number for number, name in enumerate(labels) if name.startswith(text))
+            return labels[at + 1]
+        return self._wait(found, f"no label after {text!r} of {title!r}")
 
     def state(self, name):
         node = self._control(name, showing=False)

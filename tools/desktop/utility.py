@@ -29,13 +29,13 @@ class Utility(Session):
         self.key("Return")
 
     def record(self):
-        return self.label_at(MAIN, 71, 103), self.label_at(MAIN, 317, 103), self.text("Description")
+        return self.label_after(MAIN, "Product:"), self.label_after(MAIN, "Version:"), self.text("Description")
 
     def shows(self, *record):
         self.until(lambda: self.record() == record)
 
     def status(self):
-        return self.label_at(MAIN, 20, 269)
+        return self.label_after(MAIN, "Drop the downloaded")
 
     def can_update(self):
         return self.state("Update")["enabled"]
