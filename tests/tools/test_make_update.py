@@ -1,4 +1,5 @@
-"""What the vendor's tool refuses and says, as any user; desktop.test_made installs what it makes."""
+"""What the vendor's tool refuses and reports, as any user; desktop.test_made installs what it makes."""
+import hashlib
 import os
 import subprocess
 import tempfile
@@ -9,22 +10,31 @@ from desktop.updates import make_update
 
 TOOL = Path(__file__).resolve().parents[2] / "tools/zelto-make-update"
 RECORD = "/tmp/.KVX.Content"
-PREPARE = """umask 022; mkdir -p tree/opt; echo before >update.gz
+PREPARE = """umask 022; unset SOURCE_DATE_EPOCH; mkdir -p tree/opt; echo before >update.gz
 for name in opt/d opt/c opt/a b; do echo $name >tree/$name; done
 make() { "$TOOL" --product P --version V --description D "$@" tree "${file-update.gz}"; }
 break_gzip() { printf '#!/bin/sh\\necho begun\\necho >&2\\necho broken >&2\\nsleep 1\\nexit 1' >tree/gzip
                chmod +x tree/gzip; PATH=$PWD/tree:$PATH; }
 stop() { until ls update.gz.*/archive 2>&-; do sleep .1; done >&2; kill $!; wait $!; }
+disk_with() { trap '' XFSZ; ulimit -f $1; }  # room for so many blocks, in each file
 """
 REFUSED = [
-    ("make --product a=b", 'a=b.*"="'), ("make --version '2\n5'", r"2\?5.*line end"), ("make --product ''", "is empty"),
+    ("make --product a=b", 'a=b.*"="'), ("make --version '2\n5'", r"2\?5.*newline"), ("make --product ''", "is empty"),
     ("make --description 'C1 \x85'", "C1.*control"), (r"make --product $(printf 'n\377')", "--product n.*UTF-8"),
-    ("SOURCE_DATE_EPOCH=May make", "May.*seconds"), ("file=x.zip make", 'x.zip.*"gz"'), ("file=no/gz make", "may"),
-    ("file=tree/opt/x.gz make", "opt/x.gz.*outside"), ("touch tree/tmp; make", "tree/tmp.*; move it"),
-    ("mkfifo tree/opt/p; make", "opt/p.*remove it"), ("touch 'tree/li\nne'; make", r"tree/li\?ne.*rename it"),
-    ("mkdir tree/bin; make", "tree/bin.*fill it"), ("chmod 2755 tree/opt; make", "tree/opt.*chmod 00755"),
-    ("rm -r tree/*; make", "tree.*put into it"), ("break_gzip; make", "update.gz.*broken"),
-    ('"$TOOL" --product P tree x.gz', "--help"), ('"$TOOL" --check update.gz', "update.gz.*not in gzip")]
+    ("file=x.zip make", 'x.zip.*"gz"'), ("file=tree/opt/x.gz make", "opt/x.gz.*outside"),
+    ("touch tree/tmp; make", "move: .*tree/tmp'"), ("mkfifo tree/opt/p; make", "remove: .*opt/p'"),
+    ("touch 'tree/li\nne'; make", "rename it: .*tree/li.*"), ("mkdir tree/bin; make", "fill or.*tree/bin'"),
+    ("ln -s usr/sbin tree/bin; make", "link at the top.*tree/bin'"),
+    ("mkdir -p tree/usr/lib tree/var/lock; ln -s x tree/usr/sbin; touch tree/usr/lib/arm-linux-gnueabihf; make",
+     "replace.*remove: (?=.*/usr/sbin')(?=.*/var/lock')(?=.*gnueabihf')"),
+    ("rm -r tree/*; make", "tree.*put into it"), ('"$TOOL" --check update.gz', "update.gz.*not in gzip")]
+NOT_DONE = [
+    ("SOURCE_DATE_EPOCH=May make", "May.*seconds"), ("file=no/gz make", "no/gz: not made: .*No such"),
+    ("break_gzip; make", "update.gz: not made: broken"),
+    ("head -c 200000 /dev/urandom >tree/r; disk_with 64; make", "update.gz: not made: gzip: .*too large"),
+    ("disk_with 0; make", "update.gz: not made: .*too large"),
+    ('"$TOOL" --product P tree x.gz', "--help"), ("break_gzip; echo 'kill -9 $$' >tree/gzip; "
+                                                  '"$TOOL" --check other.gz', "other.gz: not checked: .*signal 9")]
 
 
 class MakeUpdate(unittest.TestCase):
@@ -36,33 +46,69 @@ class MakeUpdate(unittest.TestCase):
                                   text=True, errors="replace", env=os.environ | {"TOOL": str(TOOL), "TMPDIR": folder})
             return done, set(os.listdir(folder)), Path(folder, "update.gz").read_bytes()
 
-    def test_what_would_not_work_is_refused_and_leaves_all_as_it_was(self):
-        for script, pattern in REFUSED:
+    def test_refusal_and_failure_have_own_statuses_and_change_nothing(self):
+        for status, script, pattern in [(2, *case) for case in REFUSED] + [(1, *case) for case in NOT_DONE]:
             with self.subTest(script):
                 done, *left = self.run_in_folder(script)
                 self.assertRegex(done.stderr, rf"\Azelto-make-update: .*{pattern}.*\n\Z")
-                self.assertEqual((done.returncode, left), (2, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
+                self.assertEqual((done.returncode, left), (status, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
         done, *left = self.run_in_folder(
             'break_gzip; "$TOOL" --product P --version V --description D tree update.gz & stop')
-        self.assertEqual((done.returncode, left), (2, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
+        self.assertEqual((done.returncode, left), (1, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
 
-    def test_the_same_tree_gives_the_same_bytes(self):
-        done = self.run_in_folder("make; mv update.gz first; mv tree/opt .; touch -d @1 tree/b; mv opt tree; "
-                                  "umask 077; TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 make && "
-                                  "cmp first update.gz && tar -tPzf first")[0]
-        self.assertEqual(done.stdout.split("\n")[6:], [RECORD, "/b", "/opt/a", "/opt/c", "/opt/d", ""], done)
+    def test_the_command_for_lost_modes_mends_all_of_them(self):
+        done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; chmod 700 tree/opt "
+                                  "tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; . ./mend; make")[0]
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
 
-    def test_says_what_the_utility_would_and_what_is_odd(self):
-        odd = {RECORD: (b"x=1\xff=2\r\nnone\ny=3", 0), "opt/relative": (b"", 0o644), "/usr/": (b"", 0o755)}
-        empty, invalid = r"\w+: \nWarning: .*empty.*\n", "Invalid Update File\nz.*other.gz"
+    def test_same_tree_gives_same_bytes_and_the_checksum_fits(self):
+        done, _, made = self.run_in_folder(
+            "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; "
+            "TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 make | tail -n 1 >sums && sha256sum --strict -c sums && "
+            "cmp first update.gz && tar -tPzf first && cat sums")
+        self.assertEqual(done.stdout.split("\n")[:-2],
+                         ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
+        self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
+
+    def test_times_are_those_of_the_files_up_to_the_given_one(self):
+        done = self.run_in_folder(
+            "touch -d @1000000000 tree/b; touch -d @1500000000 tree/opt/*; list() { TZ=UTC tar -tvPzf update.gz; }; "
+            "make >/dev/null; list | grep -c -e 2001-09-09.*/b -e 2017-07-14; "
+            "SOURCE_DATE_EPOCH=1200000000 make >/dev/null; list | grep -c -e 2001-09-09.*/b -e 2008-01-10")[0]
+        self.assertEqual(done.stdout, "4\n4\n")
+
+    def test_reports_what_the_utility_shows(self):
+        odd = {RECORD: (b"x=1\xff=2\r\nnone\ny=3", 0)}
+        empty, invalid = r"\w+: \nWarning: .*empty\n", "Invalid Update File\nz.*other.gz"
         link = f"ln -s tree/b l; tar -czPf other.gz --transform 'flags=r;s,^l$,{RECORD},' l; "
         for prepare, update, pattern in [
-                ("", {"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
-                 f"Product: P\nVersion: V\n{empty}"),
+                # Neither a full disk nor a full folder of temporary files matters.
+                ("disk_with 0; ", {"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
+                 f"Product: P\nVersion: V\n{empty}Content: 1 members, 37 bytes .*\n"),
                 ("", {"members": odd},
-                 rf"{empty}Version: 1\ufffd\n{empty}Warning: .* UTF-8.*\nWarning: {RECORD} \(2 .*\n"
-                 r"Warning: opt/relative .*\nWarning: /usr/ .*\n"),
-                ("", {"control": RECORD[1:]}, rf"{invalid}.*Not found.*\n"), (link, {}, rf"{invalid}.*65,536.*\n"),
+                 rf"Product: 1\ufffd\n{empty}Description: 3\nWarning: .* UTF-8.*\nContent: 2 .*\n"
+                 rf"Warning: {RECORD} \(2 .*\n"),
+                ("", {"control": RECORD[1:]}, rf"{invalid}.* no member .*\n"), (link, {}, rf"{invalid}.*65,536.*\n"),
                 ("", {"record": b"x" * 65537}, rf"{invalid}.*65,536.*\n")]:
             said = self.run_in_folder(prepare + '"$TOOL" --check other.gz 2>&1', **update)[0].stdout
             self.assertRegex(said, rf"\A{pattern}\Z")
+
+    def test_warns_of_each_kind_of_risk_with_its_number(self):
+        plain = ["opt/relative", "/usr/", "/opt/../etc/x", "//./etc/shadow", '/opt/li"\nnk/x', "/opt/well/known"]
+        modes = {"/opt/setuid": 0o4755, "/opt/setgid": 0o2755, "/opt/open": 0o666, RECORD + ".d": 0o6777}
+        members = {name: (b"12345", 0o644) for name in plain} | {name: (b"", mode) for name, mode in modes.items()}
+        members |= {'/opt/li"\nnk': ("/etc", "link"), "/opt/null": ("", "device")}
+        said = self.run_in_folder('"$TOOL" --check other.gz', members=dict(sorted(members.items())))[0].stdout
+        self.assertIn("Content: 13 members, ", said)
+        warnings = [f"{name} ({count} in all): {text}" for name, count, text in [
+            ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'), (r'/opt/li\"\nnk/x', 1, "installed where"),
+            ("/usr", 1, "one that exists"), ("/usr", 1, "takes"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
+            ("/opt/setuid", 2, "setuid"), ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
+        for warning in warnings:
+            self.assertIn("Warning: " + warning, said)
+        self.assertEqual(said.count("Warning"), len(warnings))
+
+    @unittest.skipIf(os.getuid() != 0, "only root can give files away")
+    def test_warns_of_what_the_file_does_not_keep(self):
+        done = self.run_in_folder("chown 12345 tree/b; chgrp 12345 tree/opt/a; setcap cap_chown+ep tree/opt/c; make")[0]
+        self.assertRegex(done.stdout, r"owner .*\(2 in all\)\n.*capability .*\(1 in all\)\n")

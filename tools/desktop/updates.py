@@ -3,10 +3,12 @@ import gzip
 import io
 import tarfile
 
+SPECIAL = {"link": tarfile.SYMTYPE, "device": tarfile.CHRTYPE}
+
 
 def make_update(path, product="Sample", version="1.0", description="A sample update.",
                 members={}, record=None, control="/tmp/.KVX.Content", level=9):
-    """members: {"/absolute/name": (content, mode)}; record replaces the three lines; control=None leaves them out;
+    """members: {"/absolute/name": (content, mode)}, or (target, "link"), or ("", "device"); record replaces the three lines; control=None leaves them out;
     level is that of the compression."""
     if record is None:
         record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
@@ -21,7 +23,11 @@ def make_update(path, product="Sample", version="1.0", description="A sample upd
 def _add(archive, name, content, mode):
     entry = tarfile.TarInfo()
     entry.name = name
+    if mode in SPECIAL:
+        entry.type, entry.linkname = SPECIAL[mode], content
+        content = b""
+    else:
+        entry.mode = mode
     entry.size = len(content)
-    entry.mode = mode
     entry.uname = entry.gname = "root"
     archive.addfile(entry, io.BytesIO(content))
