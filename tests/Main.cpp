@@ -1,8 +1,15 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <filesystem>
+
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  // The toolkit makes one of its own in /tmp otherwise, and leaves it there.
+  std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
+  setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
   testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
+  const int status = RUN_ALL_TESTS();
+  std::filesystem::remove_all(runtime);
+  return status;
 }
