@@ -35,18 +35,16 @@ class NeverCutOff(DesktopTest):
                 shutil.rmtree(self.folder / "installed")
 
 
-class Secret(DesktopTest):
-    def test_the_memory_holds_the_password_once(self):
+class Memory(DesktopTest):
+    def test_holds_the_password_once(self):
+        if not can_look():
+            with self.running(self.account()) as utility, self.assertRaises(PermissionError):
+                copies(utility.pid(), b"")
+            self.skipTest("the memory is closed, as it has to be; looking into it takes CAP_SYS_PTRACE")
         path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
         with self.tally("the memory holds the password once, and never as the toolkit keeps text") as case:
             for password in [token_hex(20), token_hex(6), "it's $" + token_hex(8)] * (5 if LONG else 1):
                 with self.running(self.account(password)) as utility:
-                    if not can_look():
-                        with self.assertRaises(PermissionError):
-                            copies(utility.pid(), b"")
-                        case(True, "the memory is closed to root as well")
-                        self.skipTest("the memory is closed, as it has to be; looking into it takes CAP_SYS_PTRACE")
-
                     def count(when):
                         plain = [re.escape(password.encode(code)) for code in ("utf-8", "utf-16-le")]
                         # As a field's undo history has it: a record for each letter, the first ones soon reused.
@@ -61,6 +59,8 @@ class Secret(DesktopTest):
                     utility.outcome()
                     count("installed")
 
+
+class Secret(DesktopTest):
     def test_no_core_no_process_no_clipboard_and_no_assistive_technology_gets_it(self):
         account, field = self.account(), "Password or Phrase:"
         home = Path("~" + account.name).expanduser()  # where the program runs and would leave a core
