@@ -21,7 +21,7 @@ void WPerm::Event_Open() {
                                22.0));
   Left(RuntimeCvtReal64ToSInt32(RuntimeCvtSInt32ToReal64(Screen(0)->Width() - Width()) / 2.0));
   Counter = 0;
-  if (authuser()->Text() == "") authuser()->Text(Globals::GetUserName(true));
+  if (authuser()->Text().IsNil()) authuser()->Text(Globals::GetUserName(true));
   passwd()->SetFocus();
 }
 

@@ -1,10 +1,13 @@
 #include "platform/Application.h"
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <tuple>
 
 #include "platform/MessageDialog.h"
 #include "platform/Toolkit.h"
+#include "platform/Window.h"
 #include "platform/runtime/Secrecy.h"
 #include "platform/runtime/Wait.h"
 
@@ -53,6 +56,14 @@ void End(Int32 status) {
   EndLoops();
 }
 
+bool IsQuitAllowed() {
+  if (Now().Ending) return true;
+  if (Now().App && Now().App->Raise("CancelClose")) return false;
+  const auto windows = WindowSupport::Windows();
+  return std::none_of(windows.begin(), windows.end(),
+                      [](const auto& window) { return window->Raise("CancelClose", {true}); });
+}
+
 void ShowUnhandled(const String& text) {
   const auto dialog = RuntimeNewObject<MessageDialog>();
   dialog->Message("The utility has to end.");
@@ -63,10 +74,17 @@ void ShowUnhandled(const String& text) {
 }  // namespace
 
 const Class& Application::ClassTable() {
-  static const Class table(
-      {.Name = "Application",
-       .Events = {{"EnableMenuItems", "(  )", {}},
-                  {"UnhandledException", "( RuntimeException ) as Boolean", {}}}});
+  static const Class table({.Name = "Application",
+                            .Events = {{"Open"},
+                                       {"Close"},
+                                       {"EnableMenuItems", "(  )"},
+                                       {"NewDocument"},
+                                       {"OpenDocument"},
+                                       {"HandleAppleEvent"},
+                                       {"Activate"},
+                                       {"Deactivate"},
+                                       {"UnhandledException", "( RuntimeException ) as Boolean"},
+                                       {"CancelClose", "(  ) as Boolean"}}});
   return table;
 }
 
@@ -85,13 +103,16 @@ void Application::CallFunctionWithExceptionHandling(const std::function<void()>&
   } catch (const EndException&) {
   } catch (const ThreadEndException&) {
   } catch (const RuntimeException& exception) {
-    if (!Raise("UnhandledException", {&exception})) RuntimeUnhandledException(&exception);
+    try {
+      if (!Raise("UnhandledException", {&exception})) RuntimeUnhandledException(&exception);
+    } catch (const EndException&) {  // the handler has called Quit
+    }
   }
 }
 
 void Application::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
   Raise("EnableMenuItems");
-  EnableHandledItems(items, mMenuHandlers);
+  mMenuHandlers.Enable(items);
 }
 
 void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
@@ -119,7 +140,7 @@ Int32 RuntimeExit() {
 }
 
 void Quit(Int32 status) {
-  End(status);
+  if (IsQuitAllowed()) End(status);
   throw EndException();
 }
 
@@ -134,11 +155,12 @@ void RuntimeUnhandledException(const RuntimeException* exception) {
 
 void Beep() { RuntimeBeep(); }
 
-Int32 Screen::Width() const { return ScreenWidth(); }
-Int32 Screen::Height() const { return ScreenHeight(); }
-
 Ref<class Screen> Screen(Int32 index) {
-  return index == 0 ? RuntimeNewObject<class Screen>() : nullptr;
+  const auto size = PrimaryScreenSize();
+  if (index != 0 || !size) return nullptr;
+  auto screen = RuntimeNewObject<class Screen>();
+  std::tie(screen->mWidth, screen->mHeight) = *size;
+  return screen;
 }
 
 void InvokeHandler(const std::function<void()>& function) {

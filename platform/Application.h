@@ -13,7 +13,6 @@ class Application : public EventSource {
  public:
   static const Class& ClassTable();
   const Class& ClassOf() const override { return ClassTable(); }
-  void SetProperty(const String&, const PropertyValue&) override {}
 
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
@@ -24,17 +23,20 @@ class Application : public EventSource {
   // when the application ends.
   void DoEvents(Int32 milliseconds);
 
+  // The name is the menu item's.
   void AddMenuHandler(const String& name, const Method& handler) {
-    mMenuHandlers.push_back({name, handler});
+    mMenuHandlers.Add(name, handler);
   }
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
+  // False: the item has no handler, or the handler did nothing.
+  bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
 
   // The dispatcher's wrapper around each call of the framework into the program.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
   Ref<class MenuBar> mMenuBar;
-  std::vector<Binding> mMenuHandlers;
+  MenuHandlers mMenuHandlers;
 };
 
 void RuntimeRegisterAppObject(const Ref<Application>& app);
@@ -46,8 +48,9 @@ void RuntimeRun();
 // Ends the framework and gives the exit status.
 Int32 RuntimeExit();
 
-// Ends the application with the exit status. Unwinds the calling handler by EndException, and every
-// other handler that waits.
+// Ends the application with the exit status, unless a CancelClose of the application or of a window
+// answers True. Unwinds the calling handler by EndException, and at the end every other one that
+// waits.
 [[noreturn]] void Quit(Int32 status);
 // Tells the user and ends the application with exit status 1.
 void RuntimeUnhandledException(const RuntimeException* exception);
@@ -56,11 +59,17 @@ void Beep();
 
 class Screen : public Object {
  public:
-  Int32 Width() const;   // pixels
-  Int32 Height() const;  // pixels
+  Int32 Width() const { return mWidth; }    // pixels
+  Int32 Height() const { return mHeight; }  // pixels
+
+ private:
+  friend Ref<class Screen> Screen(Int32 index);
+
+  Int32 mWidth = 0;
+  Int32 mHeight = 0;
 };
 
-// The screen of the index, or nil. Only the main screen, 0, is known.
+// The screen of the index, or nil. 0 is the primary screen; no other is known.
 Ref<class Screen> Screen(Int32 index);
 
 // Calls the program for the toolkit. No exception comes out: one that the program does not handle

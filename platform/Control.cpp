@@ -8,7 +8,7 @@ namespace zelto {
 
 const Class& Control::ClassTable() {
   static const Class table(
-      {.Name = "Control", .Events = {{"Open", "(  )", {}}, {"Close", "(  )", {}}}});
+      {.Name = "Control", .Events = {{"CreatePane", "(  )"}, {"Open", "(  )"}, {"Close", "(  )"}}});
   return table;
 }
 
@@ -16,102 +16,151 @@ void Control::Close() { Raise("Close"); }
 
 void Control::SetWindow(class Window* window) {
   mWindow = window;
-  if (window) CreatePane();
+  if (window) Raise("CreatePane");
 }
 
 void Control::CallOpenEvent() { Raise("Open"); }
 
 Ref<class Window> Control::Window() const { return Ref<class Window>(mWindow); }
 
-Ref<Object> Control::HandlerSelf() { return Window(); }
+void RectControl::SetWindow(class Window* window) {
+  mPane = nullptr;
+  Control::SetWindow(window);
+}
+
+void RectControl::CallOpenEvent() {
+  PaneOf();
+  Control::CallOpenEvent();
+}
 
 void RectControl::Refresh(bool) { PaneOf().Refresh(); }
 
-WindowImp& RectControl::WindowImpOf() const { return Window()->Imp(); }
+Pane& RectControl::PaneOf() {
+  auto& window = Window()->Imp();
+  if (!mPane) mPane = NewPane(window);
+  return *mPane;
+}
 
 const Class& EditField::ClassTable() {
   static const Class table(
       {.Name = "EditField",
        .Base = &Control::ClassTable(),
-       .Events = {{"DropObject", "( DragItem, Int32 )", {}}, {"TextChange", "(  )", {}}},
-       .Properties = EditFieldList::Schema()});
+       .Events = {{"DropObject", "( DragItem, Int32 )"}, {"TextChange", "(  )"}},
+       .Properties = EditFieldList::Properties()});
   return table;
 }
 
 const Class& StaticText::ClassTable() {
   static const Class table({.Name = "StaticText",
                             .Base = &Control::ClassTable(),
-                            .Properties = StaticTextList::Schema()});
+                            .Properties = StaticTextList::Properties()});
   return table;
 }
 
 const Class& PushButton::ClassTable() {
   static const Class table({.Name = "PushButton",
                             .Base = &Control::ClassTable(),
-                            .Events = {{"Action", "(  )", {}}},
-                            .Properties = PushButtonList::Schema()});
+                            .Events = {{"Action", "(  )"}},
+                            .Properties = PushButtonList::Properties()});
   return table;
 }
 
 const Class& BevelButton::ClassTable() {
   static const Class table({.Name = "BevelButton",
                             .Base = &Control::ClassTable(),
-                            .Events = {{"Action", "(  )", {}}},
-                            .Properties = BevelButtonList::Schema()});
+                            .Events = {{"Action", "(  )"}},
+                            .Properties = BevelButtonList::Properties()});
   return table;
 }
 
 const Class& Canvas::ClassTable() {
-  static const Class table({.Name = "Canvas",
-                            .Base = &Control::ClassTable(),
-                            .Events = {{"MouseDown", "( Int32, Int32 ) as Boolean", {}},
-                                       {"MouseUp", "( Int32, Int32 )", {}}},
-                            .Properties = CanvasList::Schema()});
+  static const Class table(
+      {.Name = "Canvas",
+       .Base = &Control::ClassTable(),
+       .Events = {{"MouseDown", "( Int32, Int32 ) as Boolean"}, {"MouseUp", "( Int32, Int32 )"}},
+       .Properties = CanvasList::Properties()});
   return table;
 }
 
 const Class& Timer::ClassTable() {
-  static const Class table({.Name = "Timer", .Properties = TimerList::Schema()});
+  static const Class table({.Name = "Timer", .Properties = TimerList::Properties()});
   return table;
 }
 
-struct BevelButtonPlugin {
-  template <std::size_t Key>
-  static void Set(BevelButton& button, const PropertyValue& value) {
-    // The name of the property stands between "BevelButton." and ".Set".
-    static constexpr auto name = PluginKeys.at(Key).substr(12, PluginKeys.at(Key).size() - 16);
-    button.mPane->SetProperty(name, value);
+void EditField::Text(const String& text) {
+  if (HasPane()) {
+    PaneOf().SetText(text);
+  } else {
+    mState.Text = text;
   }
+  Raise("TextChange");
+}
+
+struct BevelButtonPlugin {
+  static void SetCaption(BevelButton& button, const String& caption) {
+    button.Set(button.mState.Caption, caption);
+  }
+  static void SetTextFont(BevelButton& button, const String& family) {
+    button.Set(button.mState.TextFont, family);
+  }
+  // Of no effect on this toolkit.
+  template <class T>
+  static void Ignore(BevelButton&, T) {}
 };
 
 namespace {
 
-// The plug-ins' controls need no set-up.
-const PublishedEntrypoint setUp(
-    "_", +[] {});
+const PublishedEntrypoint published[] = {
+    {"_", +[] {}},  // the plug-ins' controls need no set-up
+    {"BevelButton.Caption.Set", BevelButtonPlugin::SetCaption},
+    {"BevelButton.CaptionAlign.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.CaptionPlacement.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.CaptionDelta.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.IconAlign.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.IconDX.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.IconDY.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.Value.Set", BevelButtonPlugin::Ignore<bool>},
+    {"BevelButton.MenuValue.Set", BevelButtonPlugin::Ignore<Int32>},
+    {"BevelButton.TextFont.Set", BevelButtonPlugin::SetTextFont},
+};
 
-using Writer = void(BevelButton&, const PropertyValue&);
-
-template <std::size_t... Key>
-std::vector<PublishedEntrypoint> PublishWriters() {
-  return {{PluginKeys.at(Key), BevelButtonPlugin::Set<Key>}...};
+template <class T>
+void Write(std::size_t slot, BevelButton& button, const T& value) {
+  using Parameter = std::conditional_t<std::is_same_v<T, String>, const String&, T>;
+  Glink<void(BevelButton&, Parameter)>(slot, button, value);
 }
-
-const auto writers = PublishWriters<
-    PluginSlotOf("BevelButton.Caption.Set"), PluginSlotOf("BevelButton.CaptionAlign.Set"),
-    PluginSlotOf("BevelButton.CaptionPlacement.Set"), PluginSlotOf("BevelButton.CaptionDelta.Set"),
-    PluginSlotOf("BevelButton.IconAlign.Set"), PluginSlotOf("BevelButton.IconDX.Set"),
-    PluginSlotOf("BevelButton.IconDY.Set"), PluginSlotOf("BevelButton.Value.Set"),
-    PluginSlotOf("BevelButton.MenuValue.Set"), PluginSlotOf("BevelButton.TextFont.Set")>();
 
 }  // namespace
 
-void BevelButton::SetProperty(const String& name, const PropertyValue& value) {
-  const String key = "BevelButton." + name + ".Set";
-  for (std::size_t slot = 0; slot < PluginKeys.size(); ++slot) {
-    if (PluginKeys.at(slot) == key.Bytes()) return Glink<Writer>(slot, *this, value);
-  }
-  RectControl::SetProperty(name, value);
+void BevelButton::Caption(const String& caption) {
+  Write(PluginSlotOf("BevelButton.Caption.Set"), *this, caption);
+}
+void BevelButton::CaptionAlign(Int32 code) {
+  Write(PluginSlotOf("BevelButton.CaptionAlign.Set"), *this, code);
+}
+void BevelButton::CaptionPlacement(Int32 code) {
+  Write(PluginSlotOf("BevelButton.CaptionPlacement.Set"), *this, code);
+}
+void BevelButton::CaptionDelta(Int32 pixels) {
+  Write(PluginSlotOf("BevelButton.CaptionDelta.Set"), *this, pixels);
+}
+void BevelButton::IconAlign(Int32 code) {
+  Write(PluginSlotOf("BevelButton.IconAlign.Set"), *this, code);
+}
+void BevelButton::IconDX(Int32 pixels) {
+  Write(PluginSlotOf("BevelButton.IconDX.Set"), *this, pixels);
+}
+void BevelButton::IconDY(Int32 pixels) {
+  Write(PluginSlotOf("BevelButton.IconDY.Set"), *this, pixels);
+}
+void BevelButton::Value(bool isPressed) {
+  Write(PluginSlotOf("BevelButton.Value.Set"), *this, isPressed);
+}
+void BevelButton::MenuValue(Int32 row) {
+  Write(PluginSlotOf("BevelButton.MenuValue.Set"), *this, row);
+}
+void BevelButton::TextFont(const String& family) {
+  Write(PluginSlotOf("BevelButton.TextFont.Set"), *this, family);
 }
 
 void Timer::Period(Int32 milliseconds) {
@@ -122,11 +171,6 @@ void Timer::Period(Int32 milliseconds) {
 void Timer::Mode(Int32 mode) {
   mMode = mode;
   Restart();
-}
-
-void Timer::SetProperty(const String& name, const PropertyValue& value) {
-  if (name == "Period") Period(std::get<Int32>(value));
-  if (name == "Mode") Mode(std::get<Int32>(value));
 }
 
 void Timer::Restart() {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/Window.h"
+
 namespace zelto {
 
 namespace {
@@ -10,8 +12,31 @@ void Bind(std::vector<Event>& events, const Binding& binding) {
   const auto event = std::find_if(events.begin(), events.end(),
                                   [&](const Event& each) { return each.Name == binding.Event; });
   if (event == events.end()) throw KeyNotFoundException(binding.Event);
-  if (event->Signature != binding.Handler.Signature) throw TypeMismatchException(binding.Event);
+  const bool fits = event->Signature.IsNil() || event->Signature == binding.Handler.Signature;
+  if (!fits) throw TypeMismatchException(binding.Event);
   event->Handler = binding.Handler;
+}
+
+EventSource* me = nullptr;
+
+// The object is `Me` for as long as its handler runs.
+class MeScope {
+ public:
+  explicit MeScope(EventSource& object) : mMe(&object), mOuter(std::exchange(me, &object)) {}
+  MeScope(const MeScope&) = delete;
+  MeScope& operator=(const MeScope&) = delete;
+  ~MeScope() { me = mOuter; }
+
+ private:
+  Ref<EventSource> mMe;
+  EventSource* mOuter;
+};
+
+// The object whose operation a handler of the other object's events is.
+Ref<Object> SelfOf(const Ref<EventSource>& me) {
+  if (const auto* control = dynamic_cast<const Control*>(me.Get())) return control->Window();
+  if (const auto* child = dynamic_cast<const PaneChild*>(me.Get())) return child->Window();
+  return me;
 }
 
 }  // namespace
@@ -26,16 +51,19 @@ Class::Class(Declaration declaration)
   for (const auto& binding : declaration.Handlers) Bind(mEvents, binding);
 }
 
-bool EventSource::Raise(const String& event, const Arguments& arguments) {
+bool EventSource::Raise(std::string_view event, const Arguments& arguments) {
   const auto& events = mEvents.empty() ? ClassOf().Events() : mEvents;
   const auto found = std::find_if(events.begin(), events.end(),
                                   [&](const Event& each) { return each.Name == event; });
   if (found == events.end()) throw KeyNotFoundException(event);
   if (!found->Handler.Call) return false;
   const auto handler = found->Handler.Call;  // the table may go while the handler runs
-  const Ref<Object> self = HandlerSelf();
+  const MeScope scope(*this);
+  const Ref<Object> self = SelfOf(Me());
   return handler(*self, arguments);
 }
+
+Ref<EventSource> Me() { return Ref<EventSource>(me); }
 
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding) {
   if (object.mEvents.empty()) object.mEvents = object.ClassOf().Events();

@@ -20,13 +20,13 @@ struct Method {
 };
 
 struct Event {
-  String Name;
-  String Signature;
-  Method Handler;  // empty: not bound
+  std::string_view Name;
+  String Signature = {};  // nil: a handler of any signature can be bound
+  Method Handler = {};    // empty: not bound
 };
 
 struct Binding {
-  String Event;
+  std::string_view Event;
   Method Handler;
 };
 
@@ -60,12 +60,7 @@ class EventSource : public Object {
   virtual const Class& ClassOf() const = 0;
 
   // Calls the event's handler, if it has one. The result is the handler's, or False.
-  bool Raise(const String& event, const Arguments& arguments = {});
-
-  // The object whose operation a handler of this object's events is.
-  virtual Ref<Object> HandlerSelf() { return Ref<Object>(this); }
-
-  virtual void SetProperty(const String& name, const PropertyValue& value) = 0;
+  bool Raise(std::string_view event, const Arguments& arguments = {});
 
  private:
   friend void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
@@ -77,47 +72,78 @@ class EventSource : public Object {
 // has no such event, TypeMismatchException when the event's signature is another.
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
+// The object whose event the running handler handles; the window's operation that handles it has
+// the window as `this`. Nil outside a handler.
+Ref<EventSource> Me();
+
 namespace detail {
 
+// How a signature names a handler's argument, and how the argument is taken from a raised event.
 template <class T>
-struct Unpack {
-  static T From(const Argument& argument) { return std::get<T>(argument); }
+struct Parameter;
+
+template <>
+struct Parameter<Int32> {
+  static constexpr std::string_view Name = "Int32";
+  static Int32 From(const Argument& argument) { return std::get<Int32>(argument); }
+};
+
+template <>
+struct Parameter<bool> {
+  static constexpr std::string_view Name = "Boolean";
+  static bool From(const Argument& argument) { return std::get<bool>(argument); }
+};
+
+template <>
+struct Parameter<const RuntimeException*> {
+  static constexpr std::string_view Name = "RuntimeException";
+  static const RuntimeException* From(const Argument& argument) {
+    return std::get<const RuntimeException*>(argument);
+  }
 };
 
 template <class T>
-struct Unpack<Ref<T>> {
+struct Parameter<Ref<T>> {
+  static constexpr std::string_view Name = T::TypeName;
   static Ref<T> From(const Argument& argument) {
     return RuntimeCheckCast<T>(std::get<Ref<Object>>(argument));
   }
 };
 
+// Such as "(  )" or "( Int32, Int32 ) as Boolean".
+template <class R, class... A>
+String Signature() {
+  std::string names;
+  ((names.append(names.empty() ? "" : ", ").append(Parameter<A>::Name)), ...);
+  return "( " + names + " )" + (std::is_void_v<R> ? "" : " as Boolean");
+}
+
 template <class W, class R, class... A, std::size_t... I>
 bool Invoke(W& receiver, R (W::*operation)(A...), const Arguments& arguments,
             std::index_sequence<I...>) {
   if constexpr (std::is_void_v<R>) {
-    (receiver.*operation)(Unpack<std::remove_cvref_t<A>>::From(arguments.at(I))...);
+    (receiver.*operation)(Parameter<std::remove_cvref_t<A>>::From(arguments.at(I))...);
     return false;
   } else {
-    return (receiver.*operation)(Unpack<std::remove_cvref_t<A>>::From(arguments.at(I))...);
+    return (receiver.*operation)(Parameter<std::remove_cvref_t<A>>::From(arguments.at(I))...);
   }
 }
 
 }  // namespace detail
 
-// The signature is the text of the event's arguments, such as "(  )".
 template <class W, class R, class... A>
-Method RuntimeCreateDelegate(R (W::*operation)(A...), String signature) {
-  return {std::move(signature), [operation](Object& self, const Arguments& arguments) {
+Method RuntimeCreateDelegate(R (W::*operation)(A...)) {
+  return {detail::Signature<R, std::remove_cvref_t<A>...>(),
+          [operation](Object& self, const Arguments& arguments) {
             auto* receiver = dynamic_cast<W*>(&self);
             if (!receiver) throw IllegalCastException();
             return detail::Invoke(*receiver, operation, arguments, std::index_sequence_for<A...>());
           }};
 }
 
-// For an event without arguments.
-template <class W>
-Binding On(const char* event, void (W::*operation)()) {
-  return {event, RuntimeCreateDelegate(operation, "(  )")};
+template <class Operation>
+Binding On(std::string_view event, Operation handler) {
+  return {event, RuntimeCreateDelegate(handler)};
 }
 
 }  // namespace zelto

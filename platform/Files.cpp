@@ -65,7 +65,7 @@ FileType::operator String() {
 }
 
 void FileType::Register() {
-  if (!mRegistered) RuntimeRegisterFileType(mName, mMacCreator, mMacType, mExtensions);
+  if (!mRegistered) RuntimeRegisterFileType(mName, mMacCreator, mMacType, mExtension);
   mRegistered = true;
 }
 
@@ -115,7 +115,7 @@ std::vector<String> FilterExtensions(const String& filter) {
 bool MatchesFilter(const String& fileName, const String& filter) {
   const auto extensions = FilterExtensions(filter);
   return std::any_of(extensions.begin(), extensions.end(), [&](const String& extension) {
-    return Right(fileName, Len(extension) + 1) == "." + extension;
+    return RuntimeStringCompare(Right(fileName, Len(extension) + 1), "." + extension) == 0;
   });
 }
 

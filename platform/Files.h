@@ -33,6 +33,8 @@ String UnixpathMBS(const Ref<FolderItem>& item);
 // What a drag brings.
 class DragItem : public Object {
  public:
+  static constexpr std::string_view TypeName = "DragItem";
+
   bool FolderItemAvailable() const { return bool(mItem); }
   Ref<class FolderItem> FolderItem() const { return mItem; }
   void FolderItem(const Ref<class FolderItem>& item) { mItem = item; }
@@ -53,9 +55,9 @@ class FileType : public Object {
   void MacCreator(const String& creator) { Set(mMacCreator, creator); }
   const String& MacType() const { return mMacType; }
   void MacType(const String& type) { Set(mMacType, type); }
-  // Separated by ";", without points at their start.
-  const String& Extensions() const { return mExtensions; }
-  void Extensions(const String& extensions) { Set(mExtensions, extensions); }
+  // Separated by ";", without a leading dot.
+  const String& Extensions() const { return mExtension; }
+  void Extensions(const String& extensions) { Set(mExtension, extensions); }
 
   operator String();
 
@@ -68,7 +70,7 @@ class FileType : public Object {
   String mName;
   String mMacCreator;
   String mMacType;
-  String mExtensions;
+  String mExtension;
   bool mRegistered = false;
 };
 

@@ -23,15 +23,23 @@ Ref<MenuItem> MenuItem::Lookup(const String& name) const {
 
 bool QuitMenuItem::Event_Action() { Quit(0); }
 
-void EnableHandledItems(const std::vector<Ref<MenuItem>>& items,
-                        const std::vector<Binding>& handlers) {
+void MenuHandlers::Enable(const std::vector<Ref<MenuItem>>& items) const {
   for (const auto& item : items) {
-    const bool isHandled =
-        std::any_of(handlers.begin(), handlers.end(),
-                    [&](const Binding& handler) { return handler.Event == item->Name(); });
-    if (isHandled) item->Enable();
+    if (Find(item->Name())) item->Enable();
     RuntimeBackgroundTask();
   }
+}
+
+bool MenuHandlers::Call(Object& self, const String& itemName) const {
+  const Method* handler = Find(itemName);
+  return handler && handler->Call(self, {});
+}
+
+const Method* MenuHandlers::Find(const String& itemName) const {
+  for (const auto& [name, handler] : mHandlers) {
+    if (name == itemName) return &handler;
+  }
+  return nullptr;
 }
 
 }  // namespace zelto

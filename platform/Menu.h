@@ -56,8 +56,21 @@ class QuitMenuItem : public MenuItem {
 
 class MenuBar : public MenuItem {};
 
-// Enables each item whose name has a handler.
-void EnableHandledItems(const std::vector<Ref<MenuItem>>& items,
-                        const std::vector<Binding>& handlers);
+// The handlers of menu items, by the items' names.
+class MenuHandlers {
+ public:
+  void Add(const String& itemName, const Method& handler) {
+    mHandlers.emplace_back(itemName, handler);
+  }
+  // Enables each item that has a handler.
+  void Enable(const std::vector<Ref<MenuItem>>& items) const;
+  // Calls the item's handler; False when there is none.
+  bool Call(Object& self, const String& itemName) const;
+
+ private:
+  const Method* Find(const String& itemName) const;
+
+  std::vector<std::pair<String, Method>> mHandlers;
+};
 
 }  // namespace zelto

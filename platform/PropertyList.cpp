@@ -28,7 +28,7 @@ struct Encoder {
 
 class Reader {
  public:
-  explicit Reader(const String& list) : mList(list), mRest(list.Bytes()) {}
+  explicit Reader(const String& list) : mRest(list.Bytes()) {}
 
   bool AtEnd() const { return mRest.empty(); }
 
@@ -60,7 +60,7 @@ class Reader {
       case 2:
         return TakeColor();
       default:
-        return mList.Part(Take(TakeBigEndian()));
+        return String(Take(TakeBigEndian()));
     }
   }
 
@@ -77,15 +77,12 @@ class Reader {
     return {part(0), part(1), part(2)};
   }
 
-  const String& mList;
   std::string_view mRest;
 };
 
-// Looks from one on and then among all, since most lists have their keys in the declared order.
-std::size_t Find(std::string_view key, const std::vector<Property>& declared, std::size_t likely) {
-  for (std::size_t tried = 0; tried < declared.size(); ++tried) {
-    const auto at = (likely + tried) % declared.size();
-    if (RuntimeStringEqual(declared[at].Name.Bytes(), key)) return at;
+const Property& Find(std::string_view key, const std::vector<Property>& declared) {
+  for (const auto& property : declared) {
+    if (RuntimeStringCompare(property.Name, key) == 0) return property;
   }
   throw UnsupportedFormatException("the key is not declared: " + String(key));
 }
@@ -95,7 +92,7 @@ std::size_t Find(std::string_view key, const std::vector<Property>& declared, st
 String EncodePropertyList(const std::vector<PropertyEntry>& entries) {
   std::string bytes;
   for (const auto& [key, value] : entries) {
-    bytes.append(key.Bytes()) += ' ';
+    bytes.append(key) += ' ';
     std::visit(Encoder{bytes}, value);
   }
   return {std::move(bytes)};
@@ -104,18 +101,18 @@ String EncodePropertyList(const std::vector<PropertyEntry>& entries) {
 std::vector<PropertyEntry> DecodePropertyList(const String& list,
                                               const std::vector<Property>& declared) {
   std::vector<PropertyEntry> entries;
-  entries.reserve(declared.size());
-  std::size_t at = 0;
-  for (Reader reader(list); !reader.AtEnd(); ++at) {
-    at = Find(reader.TakeKey(), declared, at);
-    entries.push_back({declared[at].Name, reader.TakeValue(declared[at].Type)});
+  for (Reader reader(list); !reader.AtEnd();) {
+    const auto& property = Find(reader.TakeKey(), declared);
+    entries.push_back({property.Name, reader.TakeValue(property.Type)});
   }
   return entries;
 }
 
 void RuntimeMassPropertySetter(EventSource& object, const String& list) {
-  for (const auto& [name, value] : DecodePropertyList(list, object.ClassOf().Properties())) {
-    object.SetProperty(name, value);
+  const auto& declared = object.ClassOf().Properties();
+  for (const auto& [key, value] : DecodePropertyList(list, declared)) {
+    const auto& property = Find(key, declared);
+    if (property.Set) property.Set(object, value);
   }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -12,21 +14,35 @@ class Class;
 class EventSource;
 
 struct Color {
-  std::uint8_t Red;
-  std::uint8_t Green;
-  std::uint8_t Blue;
+  std::uint8_t Red = 0;
+  std::uint8_t Green = 0;
+  std::uint8_t Blue = 0;
+
+  bool operator==(const Color&) const = default;
 };
 
 using PropertyValue = std::variant<Int32, bool, Color, String>;
 
-// A property that a class declares: its name and the alternative of PropertyValue that is its type.
+// A property that a class declares.
 struct Property {
-  String Name;
-  std::size_t Type = 0;
+  std::string_view Name;
+  std::size_t Type = 0;  // the alternative of PropertyValue
+  // Calls the setter; empty for a property without effect on this toolkit.
+  std::function<void(EventSource& object, const PropertyValue& value)> Set;
 };
 
+// The property that the setter writes; its type is the setter's argument.
+template <class C, class T>
+Property PropertyOf(std::string_view name, void (C::*setter)(T)) {
+  using Value = std::remove_cvref_t<T>;
+  return {name, PropertyValue(Value()).index(),
+          [setter](EventSource& object, const PropertyValue& value) {
+            (static_cast<C&>(object).*setter)(std::get<Value>(value));
+          }};
+}
+
 struct PropertyEntry {
-  String Key;
+  std::string_view Key;  // of a static table or a literal
   PropertyValue Value;
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
+#include "platform/Picture.h"
 #include "platform/PropertyList.h"
 
 // All that a toolkit has to supply. The model's objects each own the part that stands for them on
@@ -15,18 +17,33 @@ class FolderItem;
 class MenuBar;
 class MessageDialog;
 class MessageDialogButton;
-class Picture;
 class PushButton;
 class StaticText;
 class Timer;
 class Window;
 
+// The properties of a window, sizes in pixels and without the frame.
+struct WindowState {
+  Int32 Width = 0;
+  Int32 Height = 0;
+  Int32 MinWidth = 64;
+  Int32 MinHeight = 64;
+  Int32 MaxWidth = 32000;
+  Int32 MaxHeight = 32000;
+  Int32 Frame = 0;  // 1: a dialog's
+  String Title;
+  bool CloseButton = true;
+  bool Resizeable = false;
+  bool MaximizeButton = false;
+  bool MinimizeButton = true;
+};
+
 class WindowImp {
  public:
   virtual ~WindowImp() = default;
 
-  virtual void SetProperty(const String& name, const PropertyValue& value) = 0;
-  // In pixels; a write to a window that is not on the screen counts as well.
+  // In pixels, from the corner of the primary screen; a write to a window that is not on the screen
+  // counts as well.
   virtual Int32 Left() const = 0;
   virtual Int32 Top() const = 0;
   virtual Int32 Width() const = 0;
@@ -34,9 +51,12 @@ class WindowImp {
   virtual void MoveTo(Int32 left, Int32 top) = 0;
 
   virtual void SetMenuBar(const Ref<MenuBar>& bar) = 0;
-  // Comes once the controls stand, before the window is shown.
-  virtual void ControlsCreated() = 0;
+  // Comes once the controls exist, before the window is shown, and after each change.
+  virtual void Update() = 0;
   virtual void Show() = 0;
+  // Shows the window when the running handler has ended, unless it has been shown by then.
+  virtual void ShowLater() = 0;
+  virtual void Hide() = 0;
   // Blocks until Close; the parent may be null.
   virtual void ShowModal(WindowImp* parent) = 0;
   // Takes the window off the screen and ends ShowModal.
@@ -44,34 +64,75 @@ class WindowImp {
   virtual void UpdateNow() = 0;
 };
 
+// The properties of a control that has a pane, places and sizes in pixels.
+struct ControlState {
+  String Name;
+  Int32 Left = 0;
+  Int32 Top = 0;
+  Int32 Width = 0;
+  Int32 Height = 0;
+  Int32 TabIndex = 0;
+  bool TabStop = true;
+  bool AcceptFocus = false;
+  bool UseFocusRing = true;
+  bool Enabled = true;
+  bool Visible = true;
+  String HelpTag;
+  String Label;  // what assistive technology calls the control
+  String TextFont;
+  Int32 TextSize = 0;
+  bool Bold = false;
+  bool Italic = false;
+  bool Underline = false;
+  Color TextColor;
+};
+
+struct EditFieldState : ControlState {
+  String Text;  // at the pane's creation
+  bool Border = true;
+  bool Multiline = false;  // as it is at the pane's creation
+  bool ScrollbarHorizontal = false;
+  bool ScrollbarVertical = true;
+  bool Password = false;
+  bool ReadOnly = false;
+  bool AcceptTabs = false;
+  Int32 LimitText = 0;  // characters; 0: no limit
+  Int32 Alignment = 0;  // 0 left, 1 centred, 2 right
+};
+
+struct StaticTextState : ControlState {
+  String Text;
+  Int32 TextAlign = 0;  // 0 left, 1 centred, 2 right
+  bool Multiline = false;
+};
+
+struct ButtonState : ControlState {
+  String Caption;
+  bool Default = false;
+  bool Cancel = false;
+};
+
+struct CanvasState : ControlState {
+  Ref<Picture> Backdrop;
+};
+
 class Pane {
  public:
   virtual ~Pane() = default;
 
-  virtual void SetProperty(const String& name, const PropertyValue& value) = 0;
-  virtual void SetLabel(const String& label) = 0;
-  virtual bool Enabled() const = 0;
-  virtual bool Visible() const = 0;
+  // Takes over the control's state after a change.
+  virtual void Update() = 0;
   virtual void SetFocus() = 0;
   // Draws at once.
   virtual void Refresh() = 0;
   virtual void AcceptFileDrop(const String& type) = 0;
 };
 
-class TextPane : public Pane {
+class EditFieldPane : public Pane {
  public:
   virtual String Text() const = 0;
   virtual void SetText(const String& text) = 0;
-};
-
-class EditFieldPane : public TextPane {
- public:
   virtual void SelectAll() = 0;
-};
-
-class CanvasPane : public Pane {
- public:
-  virtual void SetBackdrop(const Ref<Picture>& picture) = 0;
 };
 
 class TimerImp {
@@ -83,12 +144,16 @@ class TimerImp {
   virtual void Stop() = 0;
 };
 
-std::unique_ptr<WindowImp> NewWindowImp(Window& window);
-std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, WindowImp& window);
-std::unique_ptr<TextPane> NewStaticTextPane(WindowImp& window);
-std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window);
-std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window);
-std::unique_ptr<CanvasPane> NewCanvasPane(Canvas& canvas, WindowImp& window);
+// The states belong to the objects, which own the parts.
+std::unique_ptr<WindowImp> NewWindowImp(Window& window, const WindowState& state);
+std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, const EditFieldState& state,
+                                                WindowImp& window);
+std::unique_ptr<Pane> NewStaticTextPane(const StaticTextState& state, WindowImp& window);
+std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, const ButtonState& state,
+                                        WindowImp& window);
+std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, const ButtonState& state,
+                                         WindowImp& window);
+std::unique_ptr<Pane> NewCanvasPane(Canvas& canvas, const CanvasState& state, WindowImp& window);
 std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
 
 // Blocks until the dialog is answered; the parent may be null.
@@ -112,8 +177,8 @@ void ShowWaiting(Waiting waiting);
 void EndLoops();
 void AllowLoops();
 void RuntimeBeep();
-Int32 ScreenWidth();
-Int32 ScreenHeight();
+// Width and height of the primary screen; nothing without one.
+std::optional<std::pair<Int32, Int32>> PrimaryScreenSize();
 String ApplicationVersion();
 Ref<FolderItem> AppFolderItemGetter();
 

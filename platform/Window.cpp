@@ -36,22 +36,45 @@ const PublishedEntrypoint published("window.UpdateNowMBS", DrawNow);
 
 const Class& Window::ClassTable() {
   static const Class table({.Name = "Window",
-                            .Events = {{"Layout", "(  )", {}},
-                                       {"CreateControls", "(  )", {}},
-                                       {"AddMenuHandlers", "( Window )", {}},
-                                       {"SetupBindings", "(  )", {}},
-                                       {"Open", "(  )", {}},
-                                       {"Close", "(  )", {}},
-                                       {"CancelClose", "( Boolean ) as Boolean", {}},
-                                       {"EnableMenuItems", "(  )", {}},
-                                       {"Activate", "(  )", {}},
-                                       {"Deactivate", "(  )", {}}},
-                            .Properties = WindowList::Schema()});
+                            .Events = {{"Layout", "(  )"},
+                                       {"CreateControls", "(  )"},
+                                       {"AddMenuHandlers", "( Window )"},
+                                       {"SetupBindings", "(  )"},
+                                       {"Open", "(  )"},
+                                       {"Close", "(  )"},
+                                       {"CancelClose", "( Boolean ) as Boolean"},
+                                       {"KeyDown"},
+                                       {"MouseMove"},
+                                       {"MouseEnter"},
+                                       {"MouseExit"},
+                                       {"Paint"},
+                                       {"MouseDown"},
+                                       {"MouseDrag"},
+                                       {"MouseUp"},
+                                       {"EnableMenuItems", "(  )"},
+                                       {"Resized"},
+                                       {"Resizing"},
+                                       {"Moved"},
+                                       {"DropObject"},
+                                       {"Activate", "(  )"},
+                                       {"Deactivate", "(  )"},
+                                       {"Minimize"},
+                                       {"Maximize"},
+                                       {"Restore"},
+                                       {"MouseWheel"},
+                                       {"ConstructContextualMenu"},
+                                       {"ContextualMenuAction"},
+                                       {"DragEnter"},
+                                       {"DragExit"},
+                                       {"DragOver"}},
+                            .Properties = WindowList::Properties()});
   return table;
 }
 
+Window::~Window() { ReleaseControls(); }
+
 void Window::Init() {
-  mImp = NewWindowImp(*this);
+  mImp = NewWindowImp(*this, mState);
   auto& lists = WindowLists();
   const Ref<Window> self(this);
   lists.Windows.push_back(self);
@@ -64,13 +87,20 @@ void Window::Constructor() {
     Raise("CreateControls");
     Raise("AddMenuHandlers", {Ref<Object>(this)});
     Raise("SetupBindings");
-    mImp->ControlsCreated();
     for (const auto& control : std::vector(mControlList)) control->CallOpenEvent();
+    mInitialControlsCreated = true;
+    mImp->Update();
     Raise("Open");
+    if (mVisible) mImp->ShowLater();
   });
 }
 
 void Window::Show() { mImp->Show(); }
+
+void Window::Visible(bool visible) {
+  mVisible = visible;
+  if (mInitialControlsCreated) visible ? mImp->Show() : mImp->Hide();
+}
 
 void Window::ShowModal() {
   mImp->ShowModal(nullptr);
@@ -84,7 +114,7 @@ void Window::ShowModalWithin(const Ref<Window>& parent) {
 
 void Window::Close() {
   const Ref<Window> self(this);  // the lists may hold the last reference
-  if (!UnifiedClose(false)) return;
+  if (mIsClosed || !UnifiedClose(false)) return;
   mImp->Close();
   Raise("Close");
 }
@@ -103,9 +133,15 @@ void Window::MenuBar(const Ref<class MenuBar>& bar) {
   mImp->SetMenuBar(bar);
 }
 
-void Window::TakeOwnership(Object& object) {
-  if (auto* control = dynamic_cast<Control*>(&object)) control->SetWindow(this);
-  if (auto* child = dynamic_cast<PaneChild*>(&object)) child->SetWindow(this);
+void Window::SetOwner(Object& object, Window* owner) {
+  if (auto* control = dynamic_cast<Control*>(&object)) control->SetWindow(owner);
+  if (auto* child = dynamic_cast<PaneChild*>(&object)) child->SetWindow(owner);
+}
+
+void Window::ReleaseControls() {
+  for (const auto& [name, object] : mControls) SetOwner(*object, nullptr);
+  mControls.clear();
+  mControlList.clear();
 }
 
 void Window::AddControl(const String& name, const Ref<Object>& control) {
@@ -114,22 +150,14 @@ void Window::AddControl(const String& name, const Ref<Object>& control) {
     mControlList.push_back(RuntimeCheckCast<Control>(control));
 }
 
-void Window::AddMenuHandler(const String& name, const Method& handler) {
-  mMenuHandlers.push_back({name, handler});
-}
-
-void Window::SetProperty(const String& name, const PropertyValue& value) {
-  mImp->SetProperty(name, value);
-}
-
 bool Window::UnifiedClose(bool quitting) {
   if (Raise("CancelClose", {quitting})) return false;
+  mIsClosed = true;
   for (const auto& [name, object] : mControls) {
     if (RuntimeObjectIsa<Control>(object)) RuntimeCheckCast<Control>(object)->Close();
     RuntimeBackgroundTask();
   }
-  mControls.clear();
-  mControlList.clear();
+  ReleaseControls();
   auto& windows = WindowLists().Windows;
   const auto listed = std::find(windows.begin(), windows.end(), Ref<Window>(this));
   if (listed != windows.end()) windows.erase(listed);
@@ -142,14 +170,7 @@ bool Window::UnifiedClose(bool quitting) {
 
 void Window::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
   Raise("EnableMenuItems");
-  EnableHandledItems(items, mMenuHandlers);
-}
-
-bool Window::CallMenuHandler(const String& name) {
-  for (const auto& [item, handler] : mMenuHandlers) {
-    if (item == name) return handler.Call(*this, {});
-  }
-  return false;
+  mMenuHandlers.Enable(items);
 }
 
 void Window::CallActivated() {
@@ -175,13 +196,13 @@ Ref<Window> GetImplicitWindow(const String& className) {
 }
 
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {
-  for (const auto& row : rows) {
-    const auto control = RuntimeCheckCast<EventSource>(row.Create(window));
-    window.AddControl(row.Name, control);
-    if (row.Backdrop) RuntimeCheckCast<Canvas>(control)->Backdrop(row.Backdrop());
-    RuntimeMassPropertySetter(*control, row.List);
-    if (!row.Label.IsNil()) RuntimeCheckCast<RectControl>(control)->Label(row.Label);
-    for (const auto& event : row.Events) InstallInstanceEventHandler(*control, event);
+  for (const auto& [name, create, list, extras] : rows) {
+    const auto control = create(window);
+    window.AddControl(name, control);
+    if (extras.Backdrop) RuntimeCheckCast<Canvas>(control)->Backdrop(extras.Backdrop());
+    RuntimeMassPropertySetter(*control, list);
+    if (!extras.Label.IsNil()) RuntimeCheckCast<RectControl>(control)->Label(extras.Label);
+    for (const auto& event : extras.Events) InstallInstanceEventHandler(*control, event);
   }
 }
 

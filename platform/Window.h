@@ -9,7 +9,10 @@ namespace zelto {
 
 class Window : public EventSource {
  public:
+  static constexpr std::string_view TypeName = "Window";
   static const Class& ClassTable();
+  Window() = default;
+  ~Window() override;
 
   void Init() override;
   // Builds the window and its controls and raises their Open events.
@@ -20,6 +23,7 @@ class Window : public EventSource {
   virtual void ShowModal();
   virtual void ShowModalWithin(const Ref<Window>& parent);
   virtual void Close();
+  bool IsClosed() const { return mIsClosed; }
   void UpdateNow();
 
   Int32 Left() const;
@@ -27,7 +31,21 @@ class Window : public EventSource {
   Int32 Top() const;
   void Top(Int32 pixels);
   Int32 Width() const;
+  void Width(Int32 pixels) { Set(mState.Width, pixels); }
   Int32 Height() const;
+  void Height(Int32 pixels) { Set(mState.Height, pixels); }
+  void MinWidth(Int32 pixels) { Set(mState.MinWidth, pixels); }
+  void MinHeight(Int32 pixels) { Set(mState.MinHeight, pixels); }
+  void MaxWidth(Int32 pixels) { Set(mState.MaxWidth, pixels); }
+  void MaxHeight(Int32 pixels) { Set(mState.MaxHeight, pixels); }
+  void Frame(Int32 code) { Set(mState.Frame, code); }
+  void Title(const String& title) { Set(mState.Title, title); }
+  void CloseButton(bool hasButton) { Set(mState.CloseButton, hasButton); }
+  void Resizeable(bool isResizeable) { Set(mState.Resizeable, isResizeable); }
+  void MaximizeButton(bool hasButton) { Set(mState.MaximizeButton, hasButton); }
+  void MinimizeButton(bool hasButton) { Set(mState.MinimizeButton, hasButton); }
+  // A new window that is visible shows itself once its Open event is over.
+  void Visible(bool visible);
 
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<class MenuBar>& bar);
@@ -36,18 +54,20 @@ class Window : public EventSource {
   template <class T>
   Ref<T> New() {
     auto object = RuntimeNewObject<T>();
-    TakeOwnership(*object);
+    SetOwner(*object, this);
     return object;
   }
   void AddControl(const String& name, const Ref<Object>& control);
-  void AddMenuHandler(const String& name, const Method& handler);
-  void SetProperty(const String& name, const PropertyValue& value) override;
+  // The name is the menu item's.
+  void AddMenuHandler(const String& name, const Method& handler) {
+    mMenuHandlers.Add(name, handler);
+  }
 
   // Forgets the window and its controls, unless CancelClose answers True; then the result is False.
   bool UnifiedClose(bool quitting);
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
-  // Calls the handler of the menu item; False when there is none.
-  bool CallMenuHandler(const String& name);
+  // False: the item has no handler, or the handler did nothing.
+  bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
   void CallActivated();
   void CallDeactivated();
   virtual void Update() {}
@@ -57,12 +77,24 @@ class Window : public EventSource {
  private:
   friend Ref<Object> RuntimeWindowControlByName(Window& window, const String& name);
 
-  void TakeOwnership(Object& object);
+  // Makes this window, or nil, the object's owner.
+  static void SetOwner(Object& object, Window* owner);
+  void ReleaseControls();
 
+  template <class T>
+  void Set(T& property, const T& value) {
+    property = value;
+    if (mInitialControlsCreated) mImp->Update();
+  }
+
+  WindowState mState;
+  bool mVisible = false;
+  bool mInitialControlsCreated = false;
+  bool mIsClosed = false;
   std::unique_ptr<WindowImp> mImp;
   std::vector<std::pair<String, Ref<Object>>> mControls;
   std::vector<Ref<Control>> mControlList;
-  std::vector<Binding> mMenuHandlers;
+  MenuHandlers mMenuHandlers;
   Ref<class MenuBar> mMenuBar;
 };
 
@@ -88,21 +120,32 @@ Ref<W> ImplicitWindow() {
   return RuntimeCheckCast<W>(window);
 }
 
-// A control as data: what a window makes it from.
-struct ControlRow {
-  String Name;
-  Ref<Object> (*Create)(Window& window);
-  String List;
+template <class T>
+Ref<EventSource> CreateControl(Window& window) {
+  const auto control = window.New<T>();
+  control->Constructor();
+  return control;
+}
+
+// What a control has besides its property list.
+struct ControlExtras {
   std::vector<Binding> Events;
   String Label;
   Ref<Picture> (*Backdrop)() = nullptr;
 };
 
-template <class T>
-Ref<Object> CreateControl(Window& window) {
-  const auto control = window.New<T>();
-  control->Constructor();
-  return control;
+// A control as data: what a window makes it from.
+struct ControlRow {
+  String Name;
+  Ref<EventSource> (*Create)(Window& window);
+  String List;
+  ControlExtras Extras;
+};
+
+// The row of a control of class T, whose name is that in its list.
+template <class List, class T = typename List::Class>
+ControlRow Row(const List& list, ControlExtras extras = {}) {
+  return {list.Name, CreateControl<T>, list, std::move(extras)};
 }
 
 // Makes the controls of the rows in their order, each from its creation to its event handlers.

@@ -8,44 +8,40 @@ namespace {
 
 using Getter = Ref<Picture> (*)();
 
-Ref<Picture> Load(const char* fileName, Getter mask) {
+// A failure in the mask step leaves the picture loaded.
+Ref<Picture> Loaded(Ref<Picture>& pic, const char* fileName, Getter mask = nullptr) {
+  if (pic) return pic;
   const auto resources = GetApplicationBundleResources();
   if (!resources) return nullptr;
-  auto picture = resources->Child(fileName)->OpenAsPicture();
-  if (picture && mask) {
+  pic = resources->Child(fileName)->OpenAsPicture();
+  if (pic && mask) {
     constexpr Int32 own = Graphics::OwnSize;
-    picture->Mask(true)->Graphics()->DrawPicture(mask(), 0, 0, own, own, 0, 0, own, own);
+    pic->Mask(true)->Graphics()->DrawPicture(mask(), 0, 0, own, own, 0, 0, own, own);
   }
-  return picture;
+  return pic;
 }
 
 }  // namespace
 
 Ref<Picture> x_MacBGrayscale48x48::MacBGrayscale48x48() {
   static Ref<Picture> pic;
-  if (!pic) pic = Load("MacBGrayscale48x48.png", x_LE_48x48_mask::LE_48x48_mask);
-  return pic;
+  return Loaded(pic, "MacBGrayscale48x48.png", x_LE_48x48_mask::LE_48x48_mask);
 }
 
 Ref<Picture> x_LE_48x48_mask::LE_48x48_mask() {
   static Ref<Picture> pic;
-  if (!pic) pic = Load("LE_48x48_mask.png", nullptr);
-  return pic;
+  return Loaded(pic, "LE_48x48_mask.png");
 }
 
 Ref<Picture> x_CircleB128x128WhiteBack::CircleB128x128WhiteBack() {
   static Ref<Picture> pic;
-  if (!pic) {
-    pic = Load("CircleB128x128WhiteBack.gif",
-               x_CircleB128x128MaskWhiteBack::CircleB128x128MaskWhiteBack);
-  }
-  return pic;
+  return Loaded(pic, "CircleB128x128WhiteBack.gif",
+                x_CircleB128x128MaskWhiteBack::CircleB128x128MaskWhiteBack);
 }
 
 Ref<Picture> x_CircleB128x128MaskWhiteBack::CircleB128x128MaskWhiteBack() {
   static Ref<Picture> pic;
-  if (!pic) pic = Load("CircleB128x128MaskWhiteBack.gif", nullptr);
-  return pic;
+  return Loaded(pic, "CircleB128x128MaskWhiteBack.gif");
 }
 
 Ref<FolderItem> GetApplicationBundleResources() {

@@ -37,14 +37,16 @@ class WPerm : public Window {
    public:
     static const Class& ClassTable();
     const Class& ClassOf() const override { return ClassTable(); }
-    void Constructor() {}
+    void Constructor() override {}
 
     void SetWindow(class Window* window) override { ownerWindow = window; }
     Ref<class Window> Window() const override { return Ref<class Window>(ownerWindow); }
-    Ref<Object> HandlerSelf() override { return Window(); }
+    Int32 Index() const override { return mIndex; }
+    void SetIndex(Int32 index) override { mIndex = index; }
     void Fire() override;
 
    private:
+    Int32 mIndex = 0;
     class Window* ownerWindow = nullptr;
   };
 

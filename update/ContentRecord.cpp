@@ -10,7 +10,7 @@ namespace {
 
 String WithoutCarriageReturn(const String& line) {
   const auto bytes = line.Bytes();
-  return bytes.ends_with('\r') ? line.Part(bytes.substr(0, bytes.size() - 1)) : line;
+  return bytes.ends_with('\r') ? String(bytes.substr(0, bytes.size() - 1)) : line;
 }
 
 }  // namespace

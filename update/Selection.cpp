@@ -20,7 +20,7 @@ void Window1::EditField1_TextChange() {
     pbTest()->Enabled(false);
     return;
   }
-  if (Right(EditField1()->Text(), 2) != "gz") return;
+  if (RuntimeStringCompare(Right(EditField1()->Text(), 2), "gz") != 0) return;
   if (CheckFile(EditField1()->Text())) {
     pbUpdate()->Enabled(true);
     pbTest()->Enabled(true);

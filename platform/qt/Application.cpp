@@ -147,8 +147,11 @@ void ShowWaiting(Waiting waiting) {
 
 void RuntimeBeep() { QApplication::beep(); }
 
-Int32 ScreenWidth() { return QGuiApplication::primaryScreen()->size().width(); }
-Int32 ScreenHeight() { return QGuiApplication::primaryScreen()->size().height(); }
+std::optional<std::pair<Int32, Int32>> PrimaryScreenSize() {
+  const auto* screen = QGuiApplication::primaryScreen();
+  if (!screen) return std::nullopt;
+  return std::pair(screen->size().width(), screen->size().height());
+}
 
 String ApplicationVersion() { return FromQString(QCoreApplication::applicationVersion()); }
 

@@ -13,33 +13,32 @@ namespace zelto {
 
 namespace {
 
-// What the two kinds of button share.
+// What the two kinds of button share. A click leaves the focus in the field that the user is in.
 template <class Model>
 class ButtonPane : public WidgetPane<Pane> {
  public:
-  ButtonPane(Model& model, QAbstractButton* button) : WidgetPane(button), mButton(*button) {
-    // By Tab alone: a click leaves the focus in the field that the user is in.
-    button->setFocusPolicy(Qt::NoFocus);
+  ButtonPane(Model& model, const ButtonState& state, TopLevel& top, QAbstractButton* button)
+      : WidgetPane(button, state), mState(state), mTop(top), mButton(*button) {
     QObject::connect(button, &QAbstractButton::clicked, button, [control = &model] {
       if (HandlerWaits()) return;
       const Ref<Model> alive(control);
       InvokeHandler([&] { alive->Raise("Action"); });
     });
+    mTop.AddToTabOrder(*button, state.TabIndex);
+    ButtonPane::Update();
   }
 
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Caption") return mButton.setText(ToDisplayText(std::get<String>(value)));
-    if (name == "Default") SetDefault(std::get<bool>(value));
-    if (name == "Cancel") mButton.setProperty("isCancel", std::get<bool>(value));
-    WidgetPane::SetProperty(name, value);
+  void Update() override {
+    WidgetPane::Update();
+    mButton.setText(ToDisplayText(mState.Caption));
+    mTop.SetDefault(mButton, mState.Default);
+    mTop.SetCancel(mButton, mState.Cancel);
+    if (auto* push = qobject_cast<QPushButton*>(&mButton)) push->setDefault(mState.Default);
   }
 
  private:
-  void SetDefault(bool isDefault) {
-    mButton.setProperty("isDefault", isDefault);
-    if (auto* push = qobject_cast<QPushButton*>(&mButton)) push->setDefault(isDefault);
-  }
-
+  const ButtonState& mState;
+  TopLevel& mTop;
   QAbstractButton& mButton;
 };
 
@@ -81,12 +80,18 @@ class FittedToolButton : public QToolButton {
 
 }  // namespace
 
-std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, WindowImp& window) {
-  return std::make_unique<ButtonPane<PushButton>>(button, new FittedPushButton(ContentOf(window)));
+std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, const ButtonState& state,
+                                        WindowImp& window) {
+  auto& top = TopLevelOf(window);
+  return std::make_unique<ButtonPane<PushButton>>(button, state, top,
+                                                  new FittedPushButton(&top.Content()));
 }
 
-std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, WindowImp& window) {
-  return std::make_unique<ButtonPane<BevelButton>>(button, new FittedToolButton(ContentOf(window)));
+std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, const ButtonState& state,
+                                         WindowImp& window) {
+  auto& top = TopLevelOf(window);
+  return std::make_unique<ButtonPane<BevelButton>>(button, state, top,
+                                                   new FittedToolButton(&top.Content()));
 }
 
 }  // namespace zelto

@@ -1,3 +1,5 @@
+#include <qdrawutil.h>
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -12,12 +14,11 @@ namespace {
 
 class CanvasWidget : public QWidget {
  public:
-  CanvasWidget(Canvas& canvas, QWidget* parent) : QWidget(parent), mCanvas(canvas) {
-    setFocusPolicy(Qt::NoFocus);
-  }
+  CanvasWidget(Canvas& canvas, const CanvasState& state, QWidget* parent)
+      : QWidget(parent), mCanvas(canvas), mState(state) {}
 
-  void Show(const Ref<Picture>& picture) {
-    mBackdrop = picture ? MaskedImage(*picture) : QImage();
+  void Show(const QImage& backdrop) {
+    mBackdrop = backdrop;
     update();
   }
 
@@ -26,6 +27,7 @@ class CanvasWidget : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (!mBackdrop.isNull()) painter.drawImage(QPoint(), mBackdrop);
+    if (hasFocus() && mState.UseFocusRing) qDrawPlainRect(&painter, rect(), FocusColor());
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -45,31 +47,39 @@ class CanvasWidget : public QWidget {
     return {event.position().toPoint().x(), event.position().toPoint().y()};
   }
 
+  QColor FocusColor() const { return palette().color(QPalette::Highlight); }
+
   Canvas& mCanvas;
+  const CanvasState& mState;
   QImage mBackdrop;
 };
 
-class CanvasPaneImp : public WidgetPane<CanvasPane> {
+class CanvasPane : public WidgetPane<Pane> {
  public:
-  explicit CanvasPaneImp(CanvasWidget* ground) : WidgetPane(ground), mGround(*ground) {}
-
-  // Without AcceptFocus a canvas takes no focus, also by Tab.
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "TabStop") return;
-    if (name == "AcceptFocus" && std::get<bool>(value)) mGround.setFocusPolicy(Qt::StrongFocus);
-    WidgetPane::SetProperty(name, value);
+  CanvasPane(const CanvasState& state, CanvasWidget* widget)
+      : WidgetPane(widget, state), mState(state), mWidget(*widget) {
+    CanvasPane::Update();
   }
 
-  void SetBackdrop(const Ref<Picture>& picture) override { mGround.Show(picture); }
+  void Update() override {
+    WidgetPane::Update();
+    // Without AcceptFocus a canvas takes no focus, also by Tab.
+    if (!mState.AcceptFocus) mWidget.setFocusPolicy(Qt::NoFocus);
+    mWidget.Show(mState.Backdrop ? MaskedImage(*mState.Backdrop) : QImage());
+  }
 
  private:
-  CanvasWidget& mGround;
+  const CanvasState& mState;
+  CanvasWidget& mWidget;
 };
 
 }  // namespace
 
-std::unique_ptr<CanvasPane> NewCanvasPane(Canvas& canvas, WindowImp& window) {
-  return std::make_unique<CanvasPaneImp>(new CanvasWidget(canvas, ContentOf(window)));
+std::unique_ptr<Pane> NewCanvasPane(Canvas& canvas, const CanvasState& state, WindowImp& window) {
+  auto& top = TopLevelOf(window);
+  auto* widget = new CanvasWidget(canvas, state, &top.Content());
+  top.AddToTabOrder(*widget, state.TabIndex);
+  return std::make_unique<CanvasPane>(state, widget);
 }
 
 }  // namespace zelto

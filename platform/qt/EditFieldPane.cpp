@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QStyleOptionFrame>
 #include <QTimer>
 #include <QUrl>
 
@@ -65,12 +66,41 @@ class FileDrops : public QObject {
   String mFilter;
 };
 
+// A widget of the toolkit whose frame shows the focus only if the field is to.
+template <class Widget>
+class FramedEdit : public Widget {
+ public:
+  FramedEdit(const EditFieldState& state, QWidget* parent) : Widget(parent), mState(state) {}
+
+ protected:
+  void initStyleOption(QStyleOptionFrame* option) const override {
+    Widget::initStyleOption(option);
+    if (!mState.UseFocusRing) option->state &= ~QStyle::State_HasFocus;
+  }
+
+ private:
+  const EditFieldState& mState;
+};
+
+// Either a line of text or an area of several lines.
 class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
  public:
-  EditFieldPaneImp(EditField& field, QLineEdit* line)
-      : WidgetPane(line), mField(field), mLine(line) {
-    line->setFocusPolicy(Qt::ClickFocus);
-    QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
+  EditFieldPaneImp(EditField& field, const EditFieldState& state, TopLevel& top, QLineEdit* line,
+                   QPlainTextEdit* area)
+      : WidgetPane(line ? static_cast<QWidget*>(line) : area, state),
+        mField(field),
+        mState(state),
+        mLine(line),
+        mArea(area) {
+    if (line) {
+      QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
+      top.AddToTabOrder(*line, state.TabIndex);
+    } else {
+      QObject::connect(area, &QPlainTextEdit::textChanged, area, [this] { Changed(); });
+      top.AddToTabOrder(*area, state.TabIndex);
+    }
+    EditFieldPaneImp::Update();
+    EditFieldPaneImp::SetText(state.Text);
   }
   EditFieldPaneImp(const EditFieldPaneImp&) = delete;
   EditFieldPaneImp& operator=(const EditFieldPaneImp&) = delete;
@@ -80,18 +110,9 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     Overwrite(ShownText());
   }
 
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Text") return Write(std::get<String>(value));
-    if (name == "Multiline" && std::get<bool>(value)) return MakeArea();
-    if (name == "ReadOnly") return SetReadOnly(std::get<bool>(value));
-    if (name == "Password" && std::get<bool>(value) && mLine) {
-      mLine->setEchoMode(QLineEdit::Password);
-    }
-    if (name == "TextSize" && mLine) return SetTextSize(value);
-    if (name == "ScrollbarVertical" && mArea && !std::get<bool>(value)) {
-      mArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    }
-    WidgetPane::SetProperty(name, value);
+  void Update() override {
+    WidgetPane::Update();
+    mLine ? UpdateLine() : UpdateArea();
   }
 
   String Text() const override {
@@ -99,20 +120,49 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
   }
 
   void SetText(const String& text) override {
-    Write(text);
-    mField.Raise("TextChange");
+    mWritten = text;
+    Show(ToDisplayText(text));
+    mShown = ShownText();
+    mBefore = mShown;
   }
 
   void SelectAll() override { mLine ? mLine->selectAll() : mArea->selectAll(); }
 
   void AcceptFileDrop(const String& type) override {
-    new FileDrops(mField, mArea ? mArea->viewport() : &Widget(), type);
+    new FileDrops(mField, mArea ? mArea->viewport() : mLine, type);
   }
 
  private:
+  void UpdateLine() {
+    constexpr int frame = 6;
+    constexpr int toolkitsLimit = 32'767;  // characters
+    // A line of text as high as the field is, at the most.
+    mLine->setFont(FittedFont(mLine->font(), "Áy", {mState.Width, mState.Height - frame}, 0));
+    mLine->setFrame(mState.Border);
+    mLine->setEchoMode(mState.Password ? QLineEdit::Password : QLineEdit::Normal);
+    mLine->setReadOnly(mState.ReadOnly);
+    mLine->setMaxLength(mState.LimitText > 0 ? mState.LimitText : toolkitsLimit);
+    mLine->setAlignment(HorizontalAlignment(mState.Alignment) | Qt::AlignVCenter);
+  }
+
+  void UpdateArea() {
+    mArea->setFrameShape(mState.Border ? QFrame::StyledPanel : QFrame::NoFrame);
+    mArea->setVerticalScrollBarPolicy(PolicyOf(mState.ScrollbarVertical));
+    mArea->setHorizontalScrollBarPolicy(PolicyOf(mState.ScrollbarHorizontal));
+    mArea->setReadOnly(mState.ReadOnly);
+    mArea->setTabChangesFocus(!mState.AcceptTabs);
+    QTextOption option = mArea->document()->defaultTextOption();
+    option.setAlignment(HorizontalAlignment(mState.Alignment));
+    mArea->document()->setDefaultTextOption(option);
+  }
+
+  static Qt::ScrollBarPolicy PolicyOf(bool hasBar) {
+    return hasBar ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff;
+  }
+
   QString ShownText() const { return mLine ? mLine->text() : mArea->toPlainText(); }
 
-  bool IsPassword() const { return mLine && mLine->echoMode() == QLineEdit::Password; }
+  bool IsPassword() const { return mLine && mState.Password; }
 
   // Every copy that shares the text's memory, so the line edit's own as well.
   static void Overwrite(const QString& text) {
@@ -126,13 +176,6 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     mIsWriting = false;
   }
 
-  void Write(const String& text) {
-    mWritten = text;
-    Show(ToDisplayText(text));
-    mShown = ShownText();
-    mBefore = mShown;
-  }
-
   // The line keeps each letter for an undo that a password does not have, until its text is set.
   void ForgetHistory() {
     Overwrite(mBefore);
@@ -141,39 +184,22 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     mLine->setCursorPosition(cursor);
   }
 
+  // The limit of a line is the toolkit's to keep.
+  bool IsTooLong() const {
+    return mArea && mState.LimitText > 0 && ShownText().size() > mState.LimitText;
+  }
+
   // By the user's hand or by assistive technology.
   void Changed() {
     if (mIsWriting) return;
-    if (HandlerWaits()) return Show(mBefore);
+    if (HandlerWaits() || IsTooLong()) return Show(mBefore);
     if (IsPassword()) ForgetHistory();
     mBefore = ShownText();
     InvokeHandler([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
   }
 
-  void MakeArea() {
-    mArea = new QPlainTextEdit(Widget().parentWidget());
-    mArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    mArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    mArea->setTabChangesFocus(true);
-    QObject::connect(mArea, &QPlainTextEdit::textChanged, mArea, [this] { Changed(); });
-    mArea->setObjectName(Widget().objectName());
-    mArea->setProperty("TabIndex", Widget().property("TabIndex"));
-    Replace(mArea);
-    mLine = nullptr;
-  }
-
-  // A line of text as high as the field is, at the most.
-  void SetTextSize(const PropertyValue& size) {
-    constexpr int frame = 6;
-    WidgetPane::SetProperty("TextSize", size);
-    mLine->setFont(FittedFont(mLine->font(), "Áy", {mLine->width(), mLine->height() - frame}, 0));
-  }
-
-  void SetReadOnly(bool isReadOnly) {
-    mLine ? mLine->setReadOnly(isReadOnly) : mArea->setReadOnly(isReadOnly);
-  }
-
   EditField& mField;
+  const EditFieldState& mState;
   QPointer<QLineEdit> mLine;
   QPointer<QPlainTextEdit> mArea;
   String mWritten;  // what the program wrote last
@@ -184,8 +210,17 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
 }  // namespace
 
-std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, WindowImp& window) {
-  return std::make_unique<EditFieldPaneImp>(field, new QLineEdit(ContentOf(window)));
+std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, const EditFieldState& state,
+                                                WindowImp& window) {
+  auto& top = TopLevelOf(window);
+  QLineEdit* line = nullptr;
+  QPlainTextEdit* area = nullptr;
+  if (state.Multiline) {
+    area = new FramedEdit<QPlainTextEdit>(state, &top.Content());
+  } else {
+    line = new FramedEdit<QLineEdit>(state, &top.Content());
+  }
+  return std::make_unique<EditFieldPaneImp>(field, state, top, line, area);
 }
 
 }  // namespace zelto

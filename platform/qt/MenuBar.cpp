@@ -24,6 +24,7 @@ QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
 
 void Choose(Window& window, const MenuItem& item) {
   if (window.CallMenuHandler(item.Name())) return;
+  if (GetAppObject()->CallMenuHandler(item.Name())) return;
   Edit(item.Name());
 }
 

@@ -13,10 +13,9 @@ namespace {
 // readable size is shortened and stands whole in the tool tip.
 class Label : public QLabel {
  public:
-  explicit Label(QWidget* parent) : QLabel(parent) {
-    setTextFormat(Qt::PlainText);
-    setFocusPolicy(Qt::NoFocus);
-  }
+  explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+  void SetHelpTag(const QString& text) { mHelpTag = text; }
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -34,50 +33,38 @@ class Label : public QLabel {
   QString Fitting(const QFont& font) {
     QString shortened =
         wordWrap() ? text() : QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
-    setToolTip(shortened == text() ? QString() : ToolTip(text()));
+    setToolTip(ToolTip(shortened == text() ? mHelpTag : text()));
     return shortened;
   }
+
+  QString mHelpTag;
 };
 
-class StaticTextPane : public WidgetPane<TextPane> {
+class StaticTextPane : public WidgetPane<Pane> {
  public:
-  explicit StaticTextPane(Label* label) : WidgetPane(label), mLabel(*label) {
-    SetAlignment(Qt::AlignLeft);
+  StaticTextPane(const StaticTextState& state, Label* label)
+      : WidgetPane(label, state), mState(state), mLabel(*label) {
+    StaticTextPane::Update();
   }
 
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Text") return SetText(std::get<String>(value));
-    if (name == "TextAlign") return SetAlignment(Alignment(std::get<Int32>(value)));
-    if (name == "Multiline" && std::get<bool>(value)) {
-      mLabel.setWordWrap(true);
-      SetAlignment(mLabel.alignment() & Qt::AlignHorizontal_Mask);
-    }
-    WidgetPane::SetProperty(name, value);
-  }
-
-  String Text() const override { return mText; }
-  void SetText(const String& text) override {
-    mText = text;
-    mLabel.setText(ToDisplayText(text));
+  void Update() override {
+    WidgetPane::Update();
+    mLabel.SetHelpTag(ToDisplayText(mState.HelpTag));
+    mLabel.setWordWrap(mState.Multiline);
+    mLabel.setAlignment(HorizontalAlignment(mState.TextAlign) |
+                        (mState.Multiline ? Qt::AlignTop : Qt::AlignVCenter));
+    mLabel.setText(ToDisplayText(mState.Text));
   }
 
  private:
-  static Qt::Alignment Alignment(Int32 code) {
-    return code == 1 ? Qt::AlignHCenter : code == 2 ? Qt::AlignRight : Qt::AlignLeft;
-  }
-
-  void SetAlignment(Qt::Alignment horizontal) {
-    mLabel.setAlignment(horizontal | (mLabel.wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
-  }
-
+  const StaticTextState& mState;
   Label& mLabel;
-  String mText;
 };
 
 }  // namespace
 
-std::unique_ptr<TextPane> NewStaticTextPane(WindowImp& window) {
-  return std::make_unique<StaticTextPane>(new Label(ContentOf(window)));
+std::unique_ptr<Pane> NewStaticTextPane(const StaticTextState& state, WindowImp& window) {
+  return std::make_unique<StaticTextPane>(state, new Label(&TopLevelOf(window).Content()));
 }
 
 }  // namespace zelto

@@ -1,28 +1,12 @@
 #include "platform/qt/TopLevel.h"
 
-#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <algorithm>
 
 #include "platform/Application.h"
 #include "platform/Window.h"
 
 namespace zelto {
-
-namespace {
-
-int TabIndexOf(const QWidget* widget) { return widget->property("TabIndex").toInt(); }
-
-// The visible button with the mark, or null.
-QAbstractButton* MarkedButton(const QWidget& content, const char* mark) {
-  for (auto* button : content.findChildren<QAbstractButton*>()) {
-    if (button->property(mark).toBool() && button->isVisible()) return button;
-  }
-  return nullptr;
-}
-
-}  // namespace
 
 TopLevel::TopLevel(Window& window)
     : mWindow(&window), mLayout(new QVBoxLayout(this)), mContent(new QWidget(this)) {
@@ -31,18 +15,21 @@ TopLevel::TopLevel(Window& window)
   mLayout->addWidget(mContent);
 }
 
-void TopLevel::OrderTabs() {
-  auto widgets = mContent->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
-  std::stable_sort(widgets.begin(), widgets.end(), [](const QWidget* a, const QWidget* b) {
-    return TabIndexOf(a) < TabIndexOf(b);
-  });
-  for (qsizetype i = 1; i < widgets.size(); ++i) setTabOrder(widgets[i - 1], widgets[i]);
+void TopLevel::AddToTabOrder(QWidget& control, int tabIndex) {
+  const auto place = mTabOrder.emplace(tabIndex, &control);
+  if (place != mTabOrder.begin()) setTabOrder(std::prev(place)->second, &control);
+  if (const auto next = std::next(place); next != mTabOrder.end()) {
+    setTabOrder(&control, next->second);
+  }
 }
 
 void TopLevel::ShowActivity(bool isActive) {
   delete std::exchange(mActivity, nullptr);
   if (!isActive) return;
-  mActivity = new ActivityStrip(mContent);
+  mActivity = new QProgressBar(mContent);
+  mActivity->setRange(0, 0);  // without an end
+  mActivity->setTextVisible(false);
+  mActivity->setAttribute(Qt::WA_TransparentForMouseEvents);
   mActivity->setGeometry(0, mContent->height() - 8, mContent->width(), 4);
   mActivity->show();
 }
@@ -59,22 +46,33 @@ void TopLevel::closeEvent(QCloseEvent* event) {
   if (!AllowClose()) return;
   InvokeHandler([=, window = Ref<Window>(mWindow)] {
     window->Close();
-    if (isWaitedFor) Quit(0);  // the handler that waits must not go on without its window
+    if (isWaitedFor && window->IsClosed())
+      Quit(0);  // the handler that waits must not go on without its window
   });
 }
 
 void TopLevel::keyPressEvent(QKeyEvent* event) {
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  auto* button = isEnter ? qobject_cast<QAbstractButton*>(focusWidget()) : nullptr;
-  if (isEnter && !button) button = MarkedButton(*mContent, "isDefault");
+  const Button focused = isEnter ? qobject_cast<QAbstractButton*>(focusWidget()) : nullptr;
+  if (isEnter && Press(focused ? focused : mDefault)) return;
   const bool isEscape = event->key() == Qt::Key_Escape;
-  if (isEscape) button = MarkedButton(*mContent, "isCancel");
-  if (button) return button->click();
+  if (isEscape && Press(mCancel)) return;
   if (isEscape && windowType() == Qt::Dialog) {
     close();
     return;
   }
   QWidget::keyPressEvent(event);
+}
+
+void TopLevel::Mark(Button& marked, QAbstractButton& button, bool isMarked) {
+  if (isMarked || marked == &button) marked = isMarked ? &button : nullptr;
+}
+
+// False: there is no such button to see.
+bool TopLevel::Press(const Button& button) {
+  if (!button || !button->isVisible()) return false;
+  button->click();
+  return true;
 }
 
 void TopLevel::changeEvent(QEvent* event) {

@@ -1,24 +1,25 @@
 #pragma once
 
 #include <QPointer>
-#include <QWidget>
 
 #include "platform/Toolkit.h"
-#include "platform/qt/Text.h"
+#include "platform/qt/TopLevel.h"
 
 namespace zelto {
 
-// The window's ground, which the controls' widgets lie on.
-QWidget* ContentOf(WindowImp& window);
+TopLevel& TopLevelOf(WindowImp& window);
 
-// What the properties that all controls have do to a widget. The others mean nothing here.
-void SetWidgetProperty(QWidget& widget, const String& name, const PropertyValue& value);
+// Gives the widget the properties that all controls have.
+void UpdateWidget(QWidget& widget, const ControlState& state);
+
+// 0 left, 1 centred, 2 right.
+Qt::Alignment HorizontalAlignment(Int32 code);
 
 // The part of a pane that is the same for all of them. The widget belongs to its window.
 template <class Interface>
 class WidgetPane : public Interface {
  public:
-  explicit WidgetPane(QWidget* widget) : mWidget(widget) {}
+  WidgetPane(QWidget* widget, const ControlState& state) : mWidget(widget), mState(state) {}
   WidgetPane(const WidgetPane&) = delete;
   WidgetPane& operator=(const WidgetPane&) = delete;
   // Later, since the control may be closed by a handler of its own event.
@@ -28,28 +29,14 @@ class WidgetPane : public Interface {
     mWidget->deleteLater();
   }
 
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    SetWidgetProperty(*mWidget, name, value);
-  }
-  void SetLabel(const String& label) override { mWidget->setAccessibleName(ToDisplayText(label)); }
-  bool Enabled() const override { return mWidget->isEnabledTo(nullptr); }
-  bool Visible() const override { return !mWidget->isHidden(); }
+  void Update() override { UpdateWidget(*mWidget, mState); }
   void SetFocus() override { mWidget->setFocus(); }
   void Refresh() override { mWidget->repaint(); }
   void AcceptFileDrop(const String&) override {}
 
- protected:
-  void Replace(QWidget* widget) {
-    widget->setGeometry(mWidget->geometry());
-    widget->setFont(mWidget->font());
-    widget->setFocusPolicy(mWidget->focusPolicy());
-    delete mWidget;
-    mWidget = widget;
-  }
-  QWidget& Widget() const { return *mWidget; }
-
  private:
   QPointer<QWidget> mWidget;
+  const ControlState& mState;
 };
 
 }  // namespace zelto

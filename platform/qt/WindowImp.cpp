@@ -1,5 +1,7 @@
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
 #include <QWindow>
 
@@ -17,56 +19,48 @@ namespace {
 
 class QtWindowImp : public WindowImp {
  public:
-  explicit QtWindowImp(Window& window) : mWindow(window), mTop(new TopLevel(window)) {}
+  QtWindowImp(Window& window, const WindowState& state)
+      : mWindow(window), mState(state), mTop(new TopLevel(window)) {}
   QtWindowImp(const QtWindowImp&) = delete;
   QtWindowImp& operator=(const QtWindowImp&) = delete;
   ~QtWindowImp() override { mTop->Detach(); }
 
-  void SetProperty(const String& name, const PropertyValue& value) override {
-    if (name == "Title") mTop->setWindowTitle(ToDisplayText(std::get<String>(value)));
-    if (name == "Width") mSize.setWidth(std::get<Int32>(value));
-    if (name == "Height") mSize.setHeight(std::get<Int32>(value));
-    if (name == "MinWidth") mSmallest.setWidth(std::get<Int32>(value));
-    if (name == "MinHeight") mSmallest.setHeight(std::get<Int32>(value));
-    if (name == "Frame") mIsDialog = std::get<Int32>(value) == 1;
-    if (name == "Resizeable") mIsResizeable = std::get<bool>(value);
-    if (name == "CloseButton") SetHint(Qt::WindowCloseButtonHint, std::get<bool>(value));
-    if (name == "MinimizeButton") SetHint(Qt::WindowMinimizeButtonHint, std::get<bool>(value));
-    if (name == "MaximizeButton") SetHint(Qt::WindowMaximizeButtonHint, std::get<bool>(value));
-  }
-
-  Int32 Left() const override { return mTop->geometry().left(); }
-  Int32 Top() const override { return mTop->geometry().top(); }
+  Int32 Left() const override { return mTop->geometry().left() - PrimaryCorner().x(); }
+  Int32 Top() const override { return mTop->geometry().top() - PrimaryCorner().y(); }
   Int32 Width() const override { return mTop->Content().width(); }
   Int32 Height() const override { return mTop->Content().height(); }
   // The geometry without the frame, which is not known before the window is shown.
   void MoveTo(Int32 left, Int32 top) override {
-    mTop->setGeometry(left, top, mTop->width(), mTop->height());
+    mTop->setGeometry(QRect(QPoint(left, top) + PrimaryCorner(), mTop->size()));
   }
 
   void SetMenuBar(const Ref<MenuBar>& bar) override { mMenuBar = bar; }
 
-  void ControlsCreated() override {
-    mTop->setWindowFlags((mIsDialog ? Qt::Dialog : Qt::Window) | Qt::CustomizeWindowHint |
-                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint | mHints);
-    if (mIsResizeable) {
-      mTop->Content().setMinimumSize(mSmallest);
-    } else {
-      mTop->Content().setFixedSize(mSize);
-      mTop->layout()->setSizeConstraint(QLayout::SetFixedSize);
-    }
-    mTop->resize(mSize);
+  void Update() override {
+    const Qt::WindowFlags flags = Flags();
+    mTop->setWindowTitle(ToDisplayText(mState.Title));
+    if (mTop->windowFlags() != flags) mTop->setWindowFlags(flags);
+    const QSize size(mState.Width, mState.Height);
+    const bool isFixed = !mState.Resizeable;
+    mTop->Content().setMinimumSize(isFixed ? size : QSize(mState.MinWidth, mState.MinHeight));
+    mTop->Content().setMaximumSize(isFixed ? size : QSize(mState.MaxWidth, mState.MaxHeight));
+    mTop->layout()->setSizeConstraint(isFixed ? QLayout::SetFixedSize : QLayout::SetMinAndMaxSize);
+    mTop->resize(size + QSize(0, mMenuBarHeight));
     mTop->layout()->activate();
-    mTop->OrderTabs();
-    // A window that is still hidden then gets ready while the user looks at another one.
-    constexpr int pause = 100;  // milliseconds
-    QTimer::singleShot(pause, &mContext, [this] { Prepare(); });
   }
 
   void Show() override {
     AddMenuBar();
     mTop->show();
   }
+
+  void ShowLater() override {
+    QTimer::singleShot(0, &mContext, [this] {
+      if (!mTop->testAttribute(Qt::WA_WState_ExplicitShowHide)) Show();
+    });
+  }
+
+  void Hide() override { mTop->hide(); }
 
   void ShowModal(WindowImp* parent) override {
     AllowInput();
@@ -88,12 +82,19 @@ class QtWindowImp : public WindowImp {
   TopLevel& Widget() { return *mTop; }
 
  private:
-  // All that a first showing takes: the bar, the system's window, the fonts of the texts.
-  void Prepare() {
-    if (mTop->isVisible()) return;
-    AddMenuBar();
-    mTop->winId();
-    mTop->grab();
+  static QPoint PrimaryCorner() {
+    const auto* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().topLeft() : QPoint();
+  }
+
+  Qt::WindowFlags Flags() const {
+    Qt::WindowFlags flags = (mState.Frame == 1 ? Qt::Dialog : Qt::Window) |
+                            Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                            Qt::WindowSystemMenuHint;
+    flags.setFlag(Qt::WindowCloseButtonHint, mState.CloseButton);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, mState.MinimizeButton);
+    flags.setFlag(Qt::WindowMaximizeButtonHint, mState.MaximizeButton);
+    return flags;
   }
 
   // Not at once: the toolkit's bar loads the plug-ins of all picture formats, and the window in
@@ -102,36 +103,30 @@ class QtWindowImp : public WindowImp {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
     QWidget* bar = NewMenuBar(mWindow, mMenuBar, mContext);
     mTop->SetMenuBar(bar);
-    mTop->resize(mTop->size() + QSize(0, bar->sizeHint().height()));
+    mMenuBarHeight = bar->sizeHint().height();
+    mTop->resize(mTop->size() + QSize(0, mMenuBarHeight));
   }
 
-  void SetHint(Qt::WindowType hint, bool isOn) { mHints.setFlag(hint, isOn); }
-
   Window& mWindow;
+  const WindowState& mState;
   QObject mContext;  // what must not outlive the window is connected through it
   TopLevel* mTop;
   Ref<MenuBar> mMenuBar;
-  QSize mSize;
-  QSize mSmallest;
-  bool mIsDialog = false;
-  bool mIsResizeable = false;
-  Qt::WindowFlags mHints;
+  int mMenuBarHeight = 0;
   QPointer<QEventLoop> mLoop;
 };
 
 }  // namespace
 
-std::unique_ptr<WindowImp> NewWindowImp(Window& window) {
-  return std::make_unique<QtWindowImp>(window);
+std::unique_ptr<WindowImp> NewWindowImp(Window& window, const WindowState& state) {
+  return std::make_unique<QtWindowImp>(window, state);
 }
 
-QWidget* ContentOf(WindowImp& window) {
-  return &static_cast<QtWindowImp&>(window).Widget().Content();
-}
+TopLevel& TopLevelOf(WindowImp& window) { return static_cast<QtWindowImp&>(window).Widget(); }
 
 void AttachTo(QWidget& dialog, WindowImp& parent) {
   dialog.winId();  // makes the window that can be attached
-  dialog.windowHandle()->setTransientParent(ContentOf(parent)->window()->windowHandle());
+  dialog.windowHandle()->setTransientParent(TopLevelOf(parent).windowHandle());
 }
 
 }  // namespace zelto

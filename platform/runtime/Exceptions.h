@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "platform/runtime/String.h"
 
 namespace zelto {
@@ -8,55 +11,50 @@ namespace zelto {
 // and Main do.
 class RuntimeException {
  public:
-  explicit RuntimeException(const char* className, String message = {})
-      : mClassName(className), mMessage(std::move(message)) {}
+  explicit RuntimeException(const char* className, String message = {});
   RuntimeException(const RuntimeException&) = default;
   RuntimeException& operator=(const RuntimeException&) = delete;
   virtual ~RuntimeException() = default;
 
   const char* ClassName() const { return mClassName; }
   const String& Message() const { return mMessage; }
+  void Message(const String& message) { mMessage = message; }
+  Int32 ErrorNumber() const { return mErrorNumber; }
+  void ErrorNumber(Int32 number) { mErrorNumber = number; }
+  // The calls that led here, the innermost first.
+  virtual std::vector<String> Stack() const;
 
  private:
   const char* mClassName;
   String mMessage;
+  Int32 mErrorNumber = 0;
+  std::array<void*, 32> mCalls{};
+  int mDepth;
 };
+
+#define ZELTO_EXCEPTION(name)                                                           \
+  struct name : RuntimeException {                                                      \
+    explicit name(String message = {}) : RuntimeException(#name, std::move(message)) {} \
+  };
 
 // Unwinds the handler that asked the application to end.
-struct EndException : RuntimeException {
-  EndException() : RuntimeException("EndException") {}
-};
+ZELTO_EXCEPTION(EndException)
+ZELTO_EXCEPTION(FunctionNotFoundException)
+ZELTO_EXCEPTION(TypeMismatchException)
+ZELTO_EXCEPTION(KeyNotFoundException)
+ZELTO_EXCEPTION(OutOfBoundsException)
+ZELTO_EXCEPTION(OutOfMemoryException)
+ZELTO_EXCEPTION(ServiceNotAvailableException)
+ZELTO_EXCEPTION(StackOverflowException)
+ZELTO_EXCEPTION(UnsupportedFormatException)
+ZELTO_EXCEPTION(ThreadEndException)
+ZELTO_EXCEPTION(ThreadAlreadyRunningException)
+ZELTO_EXCEPTION(NilObjectException)
+ZELTO_EXCEPTION(IllegalCastException)
+ZELTO_EXCEPTION(InvalidParentException)
+ZELTO_EXCEPTION(ShellNotRunningException)
+ZELTO_EXCEPTION(ShellNotAvailableException)
 
-struct ThreadEndException : RuntimeException {
-  ThreadEndException() : RuntimeException("ThreadEndException") {}
-};
-
-struct NilObjectException : RuntimeException {
-  NilObjectException() : RuntimeException("NilObjectException") {}
-};
-
-struct IllegalCastException : RuntimeException {
-  IllegalCastException() : RuntimeException("IllegalCastException") {}
-};
-
-struct FunctionNotFoundException : RuntimeException {
-  explicit FunctionNotFoundException(String message)
-      : RuntimeException("FunctionNotFoundException", std::move(message)) {}
-};
-
-struct KeyNotFoundException : RuntimeException {
-  explicit KeyNotFoundException(String message)
-      : RuntimeException("KeyNotFoundException", std::move(message)) {}
-};
-
-struct TypeMismatchException : RuntimeException {
-  explicit TypeMismatchException(String message)
-      : RuntimeException("TypeMismatchException", std::move(message)) {}
-};
-
-struct UnsupportedFormatException : RuntimeException {
-  explicit UnsupportedFormatException(String message)
-      : RuntimeException("UnsupportedFormatException", std::move(message)) {}
-};
+#undef ZELTO_EXCEPTION
 
 }  // namespace zelto

@@ -8,49 +8,27 @@ namespace zelto {
 
 namespace {
 
-char Folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+unsigned char LowerCase(char c) {
+  return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+}
 
 bool StartsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }
 
-std::string_view NthPiece(std::string_view text, std::string_view delimiter, Int32 n) {
-  for (; n > 1; --n) {
-    const auto at = text.find(delimiter);
-    if (at == std::string_view::npos) return {};
-    text.remove_prefix(at + delimiter.size());
-  }
-  return text.substr(0, text.find(delimiter));
+void WipeAndDelete(std::string* bytes) {
+  Wipe(bytes->data(), bytes->size());
+  delete bytes;
 }
-
-bool AreSame(char a, char b) { return Folded(a) == Folded(b); }
 
 }  // namespace
 
-String::Memory::~Memory() { Wipe(Bytes.data(), Bytes.size()); }
-
-String::String(std::string_view bytes) {
-  if (bytes.empty()) return;
-  mMemory = std::make_shared<Memory>();
-  mMemory->Bytes = bytes;
-  mSize = bytes.size();
-}
-
 String::String(std::string&& bytes) {
   if (bytes.empty()) return;
-  mMemory = std::make_shared<Memory>();
-  mMemory->Bytes.swap(bytes);
-  mSize = mMemory->Bytes.size();
-  // A short text lay in the other string itself, and still does.
+  const std::shared_ptr<std::string> taken(new std::string, WipeAndDelete);
+  taken->swap(bytes);
+  mBytes = taken;
+  // A short text is stored inside the other object, where the swap leaves a copy.
   bytes.resize(bytes.capacity());
   Wipe(bytes.data(), bytes.size());
-}
-
-String String::Part(std::string_view bytes) const {
-  String part;
-  if (bytes.empty()) return part;
-  part.mMemory = mMemory;
-  part.mStart = static_cast<std::size_t>(bytes.data() - mMemory->Bytes.data());
-  part.mSize = bytes.size();
-  return part;
 }
 
 String operator+(const String& left, const String& right) {
@@ -62,31 +40,12 @@ String operator+(const String& left, const String& right) {
   return {std::move(joined)};
 }
 
-String operator+(const String& left, String&& right) {
-  const auto& memory = right.mMemory;
-  const auto size = left.mSize + right.mSize;
-  const bool hasRoom = memory.use_count() == 1 && memory->Bytes.size() == right.mSize &&
-                       memory->Bytes.capacity() >= size;
-  if (!hasRoom) return left + static_cast<const String&>(right);
-  memory->Bytes.insert(0, left.Bytes());
-  right.mSize = size;
-  return std::move(right);
-}
-
-Int32 RuntimeStringCompare(const String& left, const String& right) {
-  const auto a = left.Bytes();
-  const auto b = right.Bytes();
-  const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), AreSame);
-  if (inA == a.end() && inB == b.end()) return 0;
-  if (inA == a.end()) return -1;
-  if (inB == b.end()) return 1;
-  return static_cast<unsigned char>(Folded(*inA)) < static_cast<unsigned char>(Folded(*inB)) ? -1
-                                                                                             : 1;
-}
-
-bool RuntimeStringEqual(std::string_view left, std::string_view right) {
-  return left.size() == right.size() &&
-         (left == right || std::equal(left.begin(), left.end(), right.begin(), AreSame));
+Int32 RuntimeStringCompare(std::string_view left, std::string_view right) {
+  const auto order = std::lexicographical_compare_three_way(
+      left.begin(), left.end(), right.begin(), right.end(),
+      [](char a, char b) { return LowerCase(a) <=> LowerCase(b); });
+  if (order == 0) return 0;
+  return order < 0 ? -1 : 1;
 }
 
 Int32 LenB(const String& text) { return static_cast<Int32>(text.Bytes().size()); }
@@ -103,7 +62,7 @@ String Right(const String& text, Int32 length) {
     do --start;
     while (start > 0 && !StartsCharacter(bytes[start]));
   }
-  return text.Part(bytes.substr(start));
+  return bytes.substr(start);
 }
 
 std::vector<String> Split(const String& text, const String& delimiter) {
@@ -112,17 +71,15 @@ std::vector<String> Split(const String& text, const String& delimiter) {
   auto rest = text.Bytes();
   for (auto at = rest.find(delimiter.Bytes()); at != std::string_view::npos;
        at = rest.find(delimiter.Bytes())) {
-    pieces.push_back(text.Part(rest.substr(0, at)));
+    pieces.emplace_back(rest.substr(0, at));
     rest.remove_prefix(at + delimiter.Bytes().size());
   }
-  pieces.push_back(text.Part(rest));
+  pieces.emplace_back(rest);
   return pieces;
 }
 
 String NthField(const String& text, const String& delimiter, Int32 n) {
-  if (n < 1) return {};
-  if (delimiter.IsNil()) return n == 1 ? text : String();
-  return text.Part(NthPiece(text.Bytes(), delimiter.Bytes(), n));
+  return ElementAt(Split(text, delimiter), n - 1);
 }
 
 String ElementAt(const std::vector<String>& array, Int32 index) {

@@ -10,58 +10,37 @@ namespace zelto {
 
 using Int32 = std::int32_t;
 
-bool RuntimeStringEqual(std::string_view left, std::string_view right);
-
-// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. Copies and parts
-// share the memory, which is overwritten when the last of them goes, since any string may hold a
-// password.
+// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. Copies share the
+// bytes, which are overwritten when the last of them goes, since any string may hold a password.
 class String {
  public:
   String() = default;
   String(const char* text) : String(std::string_view(text)) {}
-  String(std::string_view bytes);
+  String(std::string_view bytes) : String(std::string(bytes)) {}
   String(const std::string& bytes) : String(std::string_view(bytes)) {}
-  // Keeps the memory that the text has reserved.
+  // Leaves no copy behind in the text.
   String(std::string&& bytes);
 
-  bool IsNil() const { return !mMemory; }
-  std::string_view Bytes() const {
-    return mMemory ? std::string_view(mMemory->Bytes).substr(mStart, mSize) : "";
-  }
-  // The part of this string that the bytes, which lie in it, are.
-  String Part(std::string_view bytes) const;
+  bool IsNil() const { return !mBytes; }
+  std::string_view Bytes() const { return mBytes ? std::string_view(*mBytes) : ""; }
 
-  // The case of ASCII letters does not count.
+  // Exact, unlike RuntimeStringCompare.
   friend bool operator==(const String& left, const String& right) {
-    return RuntimeStringEqual(left.Bytes(), right.Bytes());
-  }
-  friend bool operator==(const String& left, const char* right) {
-    return RuntimeStringEqual(left.Bytes(), right);
+    return left.Bytes() == right.Bytes();
   }
 
  private:
-  friend String operator+(const String& left, String&& right);
-
-  struct Memory {
-    Memory() = default;
-    Memory(const Memory&) = delete;
-    Memory& operator=(const Memory&) = delete;
-    ~Memory();
-
-    std::string Bytes;
-  };
-
-  std::shared_ptr<Memory> mMemory;  // not changed while it is shared
-  std::size_t mStart = 0;
-  std::size_t mSize = 0;
+  std::shared_ptr<const std::string> mBytes;
 };
 
 String operator+(const String& left, const String& right);
-// Puts the left text in front of the right one where that has the room and no other holder.
-String operator+(const String& left, String&& right);
 
-// 0 when the two are equal; the case of ASCII letters does not count.
-Int32 RuntimeStringCompare(const String& left, const String& right);
+// 0 when the two are equal, less than 0 when the left comes first. ASCII letters match in either
+// case.
+Int32 RuntimeStringCompare(std::string_view left, std::string_view right);
+inline Int32 RuntimeStringCompare(const String& left, const String& right) {
+  return RuntimeStringCompare(left.Bytes(), right.Bytes());
+}
 
 Int32 LenB(const String& text);                  // bytes
 Int32 Len(const String& text);                   // characters
@@ -74,10 +53,15 @@ String NthField(const String& text, const String& delimiter, Int32 n);
 // The element at the index, counted from 0; nil behind the last one.
 String ElementAt(const std::vector<String>& array, Int32 index);
 
-// The platform's line end.
+// The platform's newline.
 class EndOfLine {
  public:
   operator String() const { return "\n"; }
+
+  friend bool operator==(const EndOfLine& end, const String& text) { return String(end) == text; }
+  friend auto operator<=>(const EndOfLine& end, const String& text) {
+    return RuntimeStringCompare(end, text) <=> 0;
+  }
 };
 
 inline String operator+(const EndOfLine& end, const String& text) { return String(end) + text; }

@@ -17,14 +17,11 @@ class RecorderWindow : public Window {
     static const Class table(
         {.Name = "RecorderWindow.RecorderWindow",
          .Base = &Window::ClassTable(),
-         .Handlers = {
-             {"Layout", RuntimeCreateDelegate(&RecorderWindow::Layout, "(  )")},
-             {"CreateControls", RuntimeCreateDelegate(&RecorderWindow::CreateControls, "(  )")},
-             {"AddMenuHandlers", RuntimeCreateDelegate(&RecorderWindow::AddHandlers, "( Window )")},
-             {"Open", RuntimeCreateDelegate(&RecorderWindow::Open, "(  )")},
-             {"Close", RuntimeCreateDelegate(&RecorderWindow::Closed, "(  )")},
-             {"CancelClose",
-              RuntimeCreateDelegate(&RecorderWindow::CancelClose, "( Boolean ) as Boolean")}}});
+         .Handlers = {On("Layout", &RecorderWindow::Layout),
+                      On("CreateControls", &RecorderWindow::CreateControls),
+                      On("AddMenuHandlers", &RecorderWindow::AddHandlers),
+                      On("Open", &RecorderWindow::Open), On("Close", &RecorderWindow::Closed),
+                      On("CancelClose", &RecorderWindow::CancelClose)}});
     return table;
   }
   const Class& ClassOf() const override { return ClassTable(); }
@@ -32,11 +29,9 @@ class RecorderWindow : public Window {
   void Layout() { Log += "Layout "; }
   void CreateControls() {
     Log += "CreateControls ";
-    AddControlRows(*this, {{.Name = "field",
-                            .Create = CreateControl<EditField>,
-                            .List = EditFieldList{.Name = "field", .Text = "listed"},
-                            .Events = {On("Open", &RecorderWindow::FieldOpen),
-                                       On("TextChange", &RecorderWindow::Change)}}});
+    AddControlRows(*this, {Row(EditFieldList{.Name = "field", .Text = "listed"},
+                               {.Events = {On("Open", &RecorderWindow::FieldOpen),
+                                           On("TextChange", &RecorderWindow::Change)}})});
   }
   void AddHandlers(Ref<Window> target) { Log += target.Get() == this ? "AddMenuHandlers " : "?"; }
   void FieldOpen() { Log += "field.Open "; }
@@ -91,9 +86,9 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
   Field(window)->Text("x");
   EXPECT_EQ(RecorderWindow::Log, "TextChange ");  // before the write returns
   EXPECT_FALSE(Field(window)->Raise("DropObject", {Ref<Object>(), Int32(0)}));
-  const Binding wrongName{"Action", RuntimeCreateDelegate(&RecorderWindow::Change, "(  )")};
+  const Binding wrongName = On("Action", &RecorderWindow::Change);
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongName), KeyNotFoundException);
-  const Binding wrongKind{"DropObject", RuntimeCreateDelegate(&RecorderWindow::Change, "(  )")};
+  const Binding wrongKind = On("DropObject", &RecorderWindow::Change);
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongKind), TypeMismatchException);
 }
 

@@ -90,6 +90,6 @@ TEST(PropertyLists, MatchKeysWithoutRegardToCase) {
       DecodePropertyList("MULTILINE \1tEXT \0\0\0\2a "s, EditField::ClassTable().Properties());
   ASSERT_EQ(entries.size(), 2U);
   EXPECT_TRUE(std::get<bool>(entries[0].Value));
-  EXPECT_EQ(Bytes(entries[0].Key), "Multiline");
+  EXPECT_EQ(entries[0].Key, "Multiline");
   EXPECT_EQ(Bytes(std::get<String>(entries[1].Value)), "a ");
 }
