@@ -12,7 +12,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
 from desktop.accounts import SUDO_MEMORY, Account, run
 from desktop.demo import demonstrate
 
-ENTRY = "usr/share/applications/zelto-update-utility.desktop"
+ENTRY = "usr/share/applications/local.zelto.update_utility.desktop"
 
 
 def main(root, pictures):

@@ -11,6 +11,7 @@
 #include "platform/Files.h"
 #include "platform/Toolkit.h"
 #include "platform/qt/Accessibility.h"
+#include "platform/qt/StartMessages.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
 #include "platform/runtime/Wait.h"
@@ -105,9 +106,12 @@ void Await(int descriptor, int milliseconds) {
 }  // namespace
 
 void StartToolkit() {
-  toolkit = new Toolkit;
+  {
+    const StartMessages guard;
+    toolkit = new Toolkit;
+  }
   QApplication::setApplicationVersion(ZELTO_VERSION);
-  QApplication::setDesktopFileName("zelto-update-utility");
+  QApplication::setDesktopFileName("local.zelto.update_utility");
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
   KeepPasswordsFromAssistiveTechnology();

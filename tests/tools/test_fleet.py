@@ -1,4 +1,5 @@
 """The playbook, with this machine in the place of three."""
+import hashlib
 import os
 import re
 import shutil
@@ -9,8 +10,9 @@ from pathlib import Path
 
 from desktop.updates import make_update
 
-PLAYBOOK = Path(__file__).resolve().parents[2] / "fleet/install-update.yml"
+TOP = Path(__file__).resolve().parents[2]
 RECORD = Path("/tmp/.KVX.Content")
+NAMES = "mode", "owner", "time", "content", "odd\udcfc\n", "well"
 
 
 class Fleet(unittest.TestCase):
@@ -20,39 +22,71 @@ class Fleet(unittest.TestCase):
         if os.getuid() != 0:
             self.skipTest("only root can give files to root")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.installed = self.folder / "installed"
+        RECORD.unlink(missing_ok=True)
         self.addCleanup(RECORD.unlink, missing_ok=True)
+        members = {f"{self.installed}/{name}": (os.urandom(10_000), 0o640) for name in NAMES}
+        members |= {f"{self.installed}/link": ("target", "link"), f"{self.installed}/null": ("", "device")}
         for name in "good", "cut":
-            member = {f"{self.folder}/installed/{name}": (os.urandom(10_000), 0o640)}
-            make_update(self.folder / f"{name}.gz", "P", members=member)
+            make_update(self.folder / f"{name}.gz", "P", members=members)
         os.truncate(self.folder / "cut.gz", 5000)
-        (self.folder / "hosts").write_text("one\ntwo\nbad update_file=cut.gz\n[all:vars]\nansible_connection=local\n"
-                                           "update_file=good.gz\nansible_become=false\n")
+        self.sha256 = hashlib.sha256((self.folder / "good.gz").read_bytes()).hexdigest()
+        (self.folder / "hosts").write_text(
+            f"one update_sha256={self.sha256.upper()}\ntwo\ncut update_file=cut.gz\nfake update_sha256={'f' * 64}\n"
+            "[all:vars]\nansible_connection=local\nupdate_file=good.gz\nansible_become=false\n")
 
     def play(self, *words):
         """What is said, and of each machine (changed, failed)."""
         here = {"HOME": str(self.folder), "TMPDIR": str(self.folder), "PWD": str(self.folder),
-                "ANSIBLE_REMOTE_TMP": str(self.folder / ".ansible/tmp"), "ANSIBLE_NOCOLOR": "1"}
-        done = subprocess.run(["ansible-playbook", "-i", "hosts", "-f", "1", PLAYBOOK, *words], cwd=self.folder,
-                              env=os.environ | here, capture_output=True, text=True)
+                "ANSIBLE_REMOTE_TMP": str(self.folder / ".ansible/tmp"), "ANSIBLE_NOCOLOR": "1",
+                "PATH": f"{TOP}/tools:{os.environ['PATH']}"}
+        done = subprocess.run(["ansible-playbook", "-i", "hosts", "-f", "1", TOP / "fleet/install-update.yml", *words],
+                              cwd=self.folder, env=os.environ | here, capture_output=True, text=True)
         recap = re.findall(r"^(\w+) +: .*changed=(\d).*failed=(\d)", done.stdout, re.M)
-        return done.stdout, {host: (int(changed), int(failed)) for host, changed, failed in recap}
+        return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
+
+    def spoil(self):
+        """Each member in its own way; what was there before."""
+        mode, owner, time, content, odd, well = (self.installed / name for name in NAMES)
+        before = content.read_bytes(), content.stat().st_mtime
+        mode.chmod(0o600)
+        os.chown(owner, 1, 0)
+        os.utime(time, (1, 1))
+        content.write_bytes(before[0][::-1])
+        os.utime(content, (before[1],) * 2)
+        odd.unlink()
+        (self.installed / "link").unlink()
+        (self.installed / "link").symlink_to("elsewhere")
+        (self.installed / "null").unlink()
+        return before
 
     def test_installs_where_the_file_is_good_and_something_differs(self):
-        installed = self.folder / "installed"
-        RECORD.unlink(missing_ok=True)
+        failed = {"cut": (0, 1), "fake": (0, 1)}
         said, counts = self.play("--check")
-        self.assertEqual(counts, {"one": (0, 0), "two": (0, 0), "bad": (0, 1)}, said)
-        self.assertFalse(installed.exists() or RECORD.exists())
+        self.assertEqual(counts, {"one": (1, 0), "two": (1, 0)} | failed, said)
+        self.assertRegex(said, r'ok: \[\w+\] => .*\s+"msg": \[\s+"\S+/good.gz",\s+"Product: P"')
+        self.assertRegex(said, r"fatal: \[cut\].*Invalid Update File.*cut.gz.*unexpected end of file")
+        self.assertRegex(said, rf"fatal: \[fake\].*good.gz: its SHA-256 is {self.sha256}, not ff")
+        self.assertFalse(self.installed.exists() or RECORD.exists())
         said, counts = self.play()
-        self.assertEqual(counts, {"one": (1, 0), "two": (1, 0), "bad": (0, 1)}, said)
-        self.assertRegex(said, r"fatal: \[bad\].*Invalid Update File.*cut.gz.*unexpected end of file")
-        self.assertRegex(said, r'ok: \[two\] => {\s+"msg": \[\s+"Product: P"')
-        self.assertEqual(os.listdir(installed), ["good"])
-        content = (installed / "good").read_bytes()
-        RECORD.unlink()
-        self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
-        (installed / "good").write_text("spoilt")
-        self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
-        self.assertEqual((installed / "good").read_bytes(), content)
+        self.assertEqual(counts, {"one": (1, 0), "two": (1, 0)} | failed, said)
         self.assertEqual({file.name for file in self.folder.iterdir()},
                          {"good.gz", "cut.gz", "hosts", "installed", ".ansible"})
+        RECORD.unlink()
+        before = self.spoil()
+        said, counts = self.play("-l", "one", "--check")
+        self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', said),
+                         ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"])
+        self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
+        content = self.installed / "content"
+        self.assertEqual((content.read_bytes(), content.stat().st_mtime), before)
+        self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
+
+    def test_says_what_is_missing(self):
+        said, counts = self.play("-l", "one", "-e", "zelto_make_update=/nowhere")
+        self.assertRegex(said, r"fatal: \[one\].*Not checked.*nowhere")
+        self.assertEqual(counts, {"one": (0, 1)})
+        (self.folder / "hosts").write_text("one ansible_connection=local\ntwo ansible_connection=local\n")
+        self.assertEqual(re.findall("^fatal.*", self.play()[0], re.M), [
+            'fatal: [one]: FAILED! => {"changed": false, "msg": "Give the update file: -e update_file=FILE. '
+            'It is not set for one, two."}'])
