@@ -76,7 +76,7 @@ class Fleet(unittest.TestCase):
         before = self.spoil()
         said, counts = self.play("-l", "one", "--check")
         self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', said),
-                         ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"])
+                         ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"], said)
         self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
         content = self.installed / "content"
         self.assertEqual((content.read_bytes(), content.stat().st_mtime), before)
