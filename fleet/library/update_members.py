@@ -1,4 +1,3 @@
-#!/usr/bin/python
 """Compares an update file with what is installed, on a machine that does not have the file.
 
 With `file`, returns what that update file installs, as the text `members`. With `members`, returns the
