@@ -32,8 +32,8 @@ class Vendor(unittest.TestCase):
         keys.mkdir(0o700)
         (keys / "gpg.conf").write_text("batch\npinentry-mode loopback\npassphrase ''\n")
         self.addCleanup(subprocess.run, ["gpgconf", "--homedir", keys, "--kill", "all"])
-        script = "set -e; umask 022; mount -t tmpfs tmpfs /opt;\n" + "\n".join(self.script())
-        done = subprocess.run(["unshare", "--mount", "sh", "-exc", script], cwd=folder, timeout=110, text=True,
+        script = "set -e; umask 022; mount -t tmpfs tmpfs /opt\n" + "\n".join(self.script())
+        done = subprocess.run(["unshare", "--mount", "sh", "-exc", script], cwd=folder, timeout=300, text=True,
                               stdin=subprocess.DEVNULL, capture_output=True,
                               env=os.environ | {"PATH": f"{TOP}/tools:{os.environ['PATH']}", "GNUPGHOME": str(keys)})
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
