@@ -5,6 +5,7 @@
 #include "core/App.h"
 #include "core/FileTypes1.h"
 #include "core/Globals.h"
+#include "exec/Shell.h"
 #include "platform/runtime/Plugins.h"
 #include "ui/MenuBar1.h"
 #include "ui/WAbout.h"
@@ -15,11 +16,16 @@ namespace zelto {
 
 namespace {
 
+void InitFileTypes() { FileTypes1::Initialize(); }
+
 void NewAppInstance() {
   const auto app = RuntimeNewObject<class App>();
   app->MenuBar(MenuBar1());
   RuntimeRegisterAppObject(app);
 }
+
+// The application has none.
+void ApplicationAddMenuHandlers() {}
 
 void MakeDefaultView() { Window1(); }
 
@@ -34,18 +40,27 @@ void initialize() {
   WAbout::ClassTable();
 }
 
+void RuntimeInitExternalClasses() {
+  PublishBevelButton();
+  PublishShell();
+  PublishWindowFunctions();
+  PublishFolderItemFunctions();
+}
+
 void Main() {
   try {
+    RuntimeInitExternalClasses();
     InitPluginEntrypoints();
-    FileTypes1::Initialize();
+    InitFileTypes();
     NewAppInstance();
+    ApplicationAddMenuHandlers();
     MakeDefaultView();
     RuntimeRun();
   } catch (const RuntimeException& exception) {
     RuntimeUnhandledException(&exception);
   } catch (const std::exception& exception) {
-    const RuntimeException told("std::exception", exception.what());
-    RuntimeUnhandledException(&told);
+    const RuntimeException description("std::exception", exception.what());
+    RuntimeUnhandledException(&description);
   } catch (...) {
     RuntimeUnhandledException(nullptr);
   }

@@ -94,17 +94,15 @@ struct ShellPlugin {
   static void SetMode(Shell& shell, Int32 mode) { shell.mMode = mode; }
 };
 
-namespace {
-
-const PublishedEntrypoint published[] = {
-    {"Shell.__init", ShellPlugin::Init},
-    {"Shell.__exit", ShellPlugin::Exit},
-    {"Shell.Execute(command as String)", ShellPlugin::Execute},
-    {"Shell.ReadAll() as String", ShellPlugin::ReadAll},
-    {"Shell.Mode.Set", ShellPlugin::SetMode},
-};
-
-}  // namespace
+void PublishShell() {
+  RuntimePublishPluginEntrypoints({
+      {"Shell.__init", ShellPlugin::Init},
+      {"Shell.__exit", ShellPlugin::Exit},
+      {"Shell.Execute(command as String)", ShellPlugin::Execute},
+      {"Shell.ReadAll() as String", ShellPlugin::ReadAll},
+      {"Shell.Mode.Set", ShellPlugin::SetMode},
+  });
+}
 
 Shell::Shell() : mOutput(nullptr, std::fclose), mErrors(nullptr, std::fclose) {
   Glink<void(Shell&)>(PluginSlotOf("Shell.__init"), *this);

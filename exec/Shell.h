@@ -60,4 +60,7 @@ class Shell : public Object {
   std::string mRefusals;                  // why lines were not started
 };
 
+// Publishes the plug-in that the shell is.
+void PublishShell();
+
 }  // namespace zelto

@@ -5,9 +5,10 @@
 #include <iostream>
 #include <tuple>
 
+#include "platform/Framework.h"
 #include "platform/MessageDialog.h"
 #include "platform/Toolkit.h"
-#include "platform/Window.h"
+#include "platform/runtime/Plugins.h"
 #include "platform/runtime/Secrecy.h"
 #include "platform/runtime/Wait.h"
 
@@ -15,50 +16,31 @@ namespace zelto {
 
 namespace {
 
-// A run of one handler. Handlers nest, where one waits in a loop that serves events.
-struct HandlerFrame {
-  HandlerFrame* Outer;
-  Waiting Waits = Waiting::Not;
-  bool ShowsDialog = false;  // which takes input, whatever waits outside
-  int Refusals = 0;
-};
-
-struct State {
-  Ref<Application> App;
-  HandlerFrame* Innermost = nullptr;
-  bool Ending = false;
-  Int32 ExitStatus = 0;
-  std::exception_ptr Failure;
-};
-
-State& Now() {
-  static auto& state = *new State;
-  return state;
-}
+Framework* framework = nullptr;
 
 class HandlerScope {
  public:
-  HandlerScope() { Now().Innermost = &mRun; }
+  HandlerScope() { State().InnermostFrame = &mFrame; }
   HandlerScope(const HandlerScope&) = delete;
   HandlerScope& operator=(const HandlerScope&) = delete;
   ~HandlerScope() {
     AllowInput();
-    Now().Innermost = mRun.Outer;
+    State().InnermostFrame = mFrame.Outer;
   }
 
  private:
-  HandlerFrame mRun{Now().Innermost};
+  HandlerFrame mFrame{State().InnermostFrame};
 };
 
 void End(Int32 status) {
-  if (!Now().Ending) Now().ExitStatus = status;
-  Now().Ending = true;
+  if (!State().IsQuitting) State().ExitStatus = status;
+  State().IsQuitting = true;
   EndLoops();
 }
 
 bool IsQuitAllowed() {
-  if (Now().Ending) return true;
-  if (Now().App && Now().App->Raise("CancelClose")) return false;
+  if (State().IsQuitting) return true;
+  if (State().App && State().App->Raise("CancelClose")) return false;
   const auto windows = WindowSupport::Windows();
   return std::none_of(windows.begin(), windows.end(),
                       [](const auto& window) { return window->Raise("CancelClose", {true}); });
@@ -72,6 +54,8 @@ void ShowUnhandled(const String& text) {
 }
 
 }  // namespace
+
+Framework& State() { return *framework; }
 
 const Class& Application::ClassTable() {
   static const Class table({.Name = "Application",
@@ -115,27 +99,30 @@ void Application::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
   mMenuHandlers.Enable(items);
 }
 
-void RuntimeRegisterAppObject(const Ref<Application>& app) { Now().App = app; }
+void RuntimeRegisterAppObject(const Ref<Application>& app) { State().App = app; }
 
-Ref<Application> GetAppObject() { return Now().App; }
+Ref<Application> GetAppObject() { return State().App; }
 
 void RuntimeInit() {
   DisableCoreDumps();
+  framework = new Framework;
   StartToolkit();
 }
 
 void RuntimeRun() {
-  if (!Now().Ending && !Now().Failure) RunLoop();
-  const auto failure = std::exchange(Now().Failure, nullptr);
+  if (!State().IsQuitting && !State().Failure) RunLoop();
+  const auto failure = std::exchange(State().Failure, nullptr);
   if (!failure) return;
   AllowLoops();  // for the message about it
   std::rethrow_exception(failure);
 }
 
 Int32 RuntimeExit() {
-  const Int32 status = Now().ExitStatus;
-  Now() = {};
+  const Int32 status = State().ExitStatus;
+  State() = {};  // windows go before their toolkit
   EndToolkit();
+  ReleasePluginEntrypoints();
+  delete std::exchange(framework, nullptr);
   return status;
 }
 
@@ -149,7 +136,7 @@ void RuntimeUnhandledException(const RuntimeException* exception) {
   if (exception) text = exception->ClassName();
   if (exception && !exception->Message().IsNil()) text = text + ": " + exception->Message();
   std::cerr << "zelto-update-utility: " << text.Bytes() << std::endl;
-  if (!Now().Ending) ShowUnhandled(text);
+  if (!State().IsQuitting) ShowUnhandled(text);
   End(1);
 }
 
@@ -167,44 +154,44 @@ void InvokeHandler(const std::function<void()>& function) {
   try {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
   } catch (...) {
-    Now().Failure = std::current_exception();
+    State().Failure = std::current_exception();
     EndLoops();
   }
 }
 
 // Also while the innermost one is a small one that runs inside the other's wait.
 bool HandlerWaits() {
-  for (const auto* run = Now().Innermost; run; run = run->Outer) {
-    if (run->Waits != Waiting::Not) return true;
-    if (run->ShowsDialog) return false;
+  for (const auto* frame = State().InnermostFrame; frame; frame = frame->Outer) {
+    if (frame->Waits != Waiting::Not) return true;
+    if (frame->ShowsDialog) return false;
   }
   return false;
 }
 
 bool AllowClose() {
-  if (!HandlerWaits() || Now().Innermost->Refusals++ > 0) return true;
+  if (!HandlerWaits() || State().InnermostFrame->Refusals++ > 0) return true;
   Beep();
   return false;
 }
 
 void BeginWaiting(Waiting waiting) {
-  auto* run = Now().Innermost;
-  if (!run || run->Waits == waiting) return;
-  run->Waits = waiting;
-  run->ShowsDialog = false;
+  auto* frame = State().InnermostFrame;
+  if (!frame || frame->Waits == waiting) return;
+  frame->Waits = waiting;
+  frame->ShowsDialog = false;
   ShowWaiting(waiting);
 }
 
 void AllowInput() {
-  auto* run = Now().Innermost;
-  if (!run) return;
-  run->ShowsDialog = true;
-  run->Refusals = 0;
-  if (std::exchange(run->Waits, Waiting::Not) != Waiting::Not) ShowWaiting(Waiting::Not);
+  auto* frame = State().InnermostFrame;
+  if (!frame) return;
+  frame->ShowsDialog = true;
+  frame->Refusals = 0;
+  if (std::exchange(frame->Waits, Waiting::Not) != Waiting::Not) ShowWaiting(Waiting::Not);
 }
 
 void ThrowIfQuitting() {
-  if (Now().Failure || Now().Ending) throw EndException();
+  if (State().Failure || State().IsQuitting) throw EndException();
 }
 
 }  // namespace zelto

@@ -46,14 +46,14 @@ const Class& EditField::ClassTable() {
       {.Name = "EditField",
        .Base = &Control::ClassTable(),
        .Events = {{"DropObject", "( DragItem, Int32 )"}, {"TextChange", "(  )"}},
-       .Properties = EditFieldList::Properties()});
+       .Properties = EditFieldList::Schema()});
   return table;
 }
 
 const Class& StaticText::ClassTable() {
   static const Class table({.Name = "StaticText",
                             .Base = &Control::ClassTable(),
-                            .Properties = StaticTextList::Properties()});
+                            .Properties = StaticTextList::Schema()});
   return table;
 }
 
@@ -61,7 +61,7 @@ const Class& PushButton::ClassTable() {
   static const Class table({.Name = "PushButton",
                             .Base = &Control::ClassTable(),
                             .Events = {{"Action", "(  )"}},
-                            .Properties = PushButtonList::Properties()});
+                            .Properties = PushButtonList::Schema()});
   return table;
 }
 
@@ -69,7 +69,7 @@ const Class& BevelButton::ClassTable() {
   static const Class table({.Name = "BevelButton",
                             .Base = &Control::ClassTable(),
                             .Events = {{"Action", "(  )"}},
-                            .Properties = BevelButtonList::Properties()});
+                            .Properties = BevelButtonList::Schema()});
   return table;
 }
 
@@ -78,12 +78,12 @@ const Class& Canvas::ClassTable() {
       {.Name = "Canvas",
        .Base = &Control::ClassTable(),
        .Events = {{"MouseDown", "( Int32, Int32 ) as Boolean"}, {"MouseUp", "( Int32, Int32 )"}},
-       .Properties = CanvasList::Properties()});
+       .Properties = CanvasList::Schema()});
   return table;
 }
 
 const Class& Timer::ClassTable() {
-  static const Class table({.Name = "Timer", .Properties = TimerList::Properties()});
+  static const Class table({.Name = "Timer", .Properties = TimerList::Schema()});
   return table;
 }
 
@@ -108,59 +108,20 @@ struct BevelButtonPlugin {
   static void Ignore(BevelButton&, T) {}
 };
 
-namespace {
-
-const PublishedEntrypoint published[] = {
-    {"_", +[] {}},  // the plug-ins' controls need no set-up
-    {"BevelButton.Caption.Set", BevelButtonPlugin::SetCaption},
-    {"BevelButton.CaptionAlign.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.CaptionPlacement.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.CaptionDelta.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.IconAlign.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.IconDX.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.IconDY.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.Value.Set", BevelButtonPlugin::Ignore<bool>},
-    {"BevelButton.MenuValue.Set", BevelButtonPlugin::Ignore<Int32>},
-    {"BevelButton.TextFont.Set", BevelButtonPlugin::SetTextFont},
-};
-
-template <class T>
-void Write(std::size_t slot, BevelButton& button, const T& value) {
-  using Parameter = std::conditional_t<std::is_same_v<T, String>, const String&, T>;
-  Glink<void(BevelButton&, Parameter)>(slot, button, value);
-}
-
-}  // namespace
-
-void BevelButton::Caption(const String& caption) {
-  Write(PluginSlotOf("BevelButton.Caption.Set"), *this, caption);
-}
-void BevelButton::CaptionAlign(Int32 code) {
-  Write(PluginSlotOf("BevelButton.CaptionAlign.Set"), *this, code);
-}
-void BevelButton::CaptionPlacement(Int32 code) {
-  Write(PluginSlotOf("BevelButton.CaptionPlacement.Set"), *this, code);
-}
-void BevelButton::CaptionDelta(Int32 pixels) {
-  Write(PluginSlotOf("BevelButton.CaptionDelta.Set"), *this, pixels);
-}
-void BevelButton::IconAlign(Int32 code) {
-  Write(PluginSlotOf("BevelButton.IconAlign.Set"), *this, code);
-}
-void BevelButton::IconDX(Int32 pixels) {
-  Write(PluginSlotOf("BevelButton.IconDX.Set"), *this, pixels);
-}
-void BevelButton::IconDY(Int32 pixels) {
-  Write(PluginSlotOf("BevelButton.IconDY.Set"), *this, pixels);
-}
-void BevelButton::Value(bool isPressed) {
-  Write(PluginSlotOf("BevelButton.Value.Set"), *this, isPressed);
-}
-void BevelButton::MenuValue(Int32 row) {
-  Write(PluginSlotOf("BevelButton.MenuValue.Set"), *this, row);
-}
-void BevelButton::TextFont(const String& family) {
-  Write(PluginSlotOf("BevelButton.TextFont.Set"), *this, family);
+void PublishBevelButton() {
+  RuntimePublishPluginEntrypoints({
+      {"_", +[] {}},  // the plug-ins' controls need no set-up
+      {"BevelButton.Caption.Set", BevelButtonPlugin::SetCaption},
+      {"BevelButton.CaptionAlign.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.CaptionPlacement.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.CaptionDelta.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.IconAlign.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.IconDX.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.IconDY.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.Value.Set", BevelButtonPlugin::Ignore<bool>},
+      {"BevelButton.MenuValue.Set", BevelButtonPlugin::Ignore<Int32>},
+      {"BevelButton.TextFont.Set", BevelButtonPlugin::SetTextFont},
+  });
 }
 
 void Timer::Period(Int32 milliseconds) {

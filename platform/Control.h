@@ -3,6 +3,7 @@
 #include "platform/EventSource.h"
 #include "platform/Picture.h"
 #include "platform/Toolkit.h"
+#include "platform/runtime/Plugins.h"
 
 namespace zelto {
 
@@ -162,6 +163,21 @@ class PushButton : public RectControl {
   ButtonState mState;
 };
 
+// The slot whose key is "BevelButton.", the property and ".Set".
+struct BevelButtonWriter {
+  consteval BevelButtonWriter(std::string_view property) {
+    const auto isKey = [=](std::string_view key) {
+      return key.starts_with("BevelButton.") && key.ends_with(".Set") &&
+             key.substr(12, key.size() - 16) == property;
+    };
+    while (!isKey(PluginKeys.at(Slot))) ++Slot;
+  }
+  consteval BevelButtonWriter(const char* property)
+      : BevelButtonWriter(std::string_view(property)) {}
+
+  std::size_t Slot = 0;
+};
+
 // A control of a plug-in: the writers of its own properties are entries of the plug-in.
 class BevelButton : public RectControl {
  public:
@@ -169,19 +185,24 @@ class BevelButton : public RectControl {
   static const Class& ClassTable();
   const Class& ClassOf() const override { return ClassTable(); }
 
-  void Caption(const String& caption);
-  void CaptionAlign(Int32 code);
-  void CaptionPlacement(Int32 code);
-  void CaptionDelta(Int32 pixels);
-  void IconAlign(Int32 code);
-  void IconDX(Int32 pixels);
-  void IconDY(Int32 pixels);
-  void Value(bool isPressed);
-  void MenuValue(Int32 row);
-  void TextFont(const String& family);
+  void Caption(const String& caption) { Write<const String&>("Caption", caption); }
+  void CaptionAlign(Int32 code) { Write<Int32>("CaptionAlign", code); }
+  void CaptionPlacement(Int32 code) { Write<Int32>("CaptionPlacement", code); }
+  void CaptionDelta(Int32 pixels) { Write<Int32>("CaptionDelta", pixels); }
+  void IconAlign(Int32 code) { Write<Int32>("IconAlign", code); }
+  void IconDX(Int32 pixels) { Write<Int32>("IconDX", pixels); }
+  void IconDY(Int32 pixels) { Write<Int32>("IconDY", pixels); }
+  void Value(bool isPressed) { Write<bool>("Value", isPressed); }
+  void MenuValue(Int32 row) { Write<Int32>("MenuValue", row); }
+  void TextFont(const String& family) { Write<const String&>("TextFont", family); }
 
  private:
   friend struct BevelButtonPlugin;
+
+  template <class T>
+  void Write(BevelButtonWriter writer, T value) {
+    Glink<void(BevelButton&, T)>(writer.Slot, *this, value);
+  }
 
   std::unique_ptr<Pane> NewPane(WindowImp& window) override {
     return NewBevelButtonPane(*this, mState, window);
@@ -189,6 +210,8 @@ class BevelButton : public RectControl {
 
   ButtonState mState;
 };
+
+void PublishBevelButton();
 
 class Canvas : public RectControl {
  public:

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Window.h"
+#include "platform/Framework.h"
 
 namespace zelto {
 
@@ -17,15 +17,14 @@ void Bind(std::vector<Event>& events, const Binding& binding) {
   event->Handler = binding.Handler;
 }
 
-EventSource* me = nullptr;
-
 // The object is `Me` for as long as its handler runs.
 class MeScope {
  public:
-  explicit MeScope(EventSource& object) : mMe(&object), mOuter(std::exchange(me, &object)) {}
+  explicit MeScope(EventSource& object)
+      : mMe(&object), mOuter(std::exchange(State().Me, &object)) {}
   MeScope(const MeScope&) = delete;
   MeScope& operator=(const MeScope&) = delete;
-  ~MeScope() { me = mOuter; }
+  ~MeScope() { State().Me = mOuter; }
 
  private:
   Ref<EventSource> mMe;
@@ -63,7 +62,7 @@ bool EventSource::Raise(std::string_view event, const Arguments& arguments) {
   return handler(*self, arguments);
 }
 
-Ref<EventSource> Me() { return Ref<EventSource>(me); }
+Ref<EventSource> Me() { return Ref<EventSource>(State().Me); }
 
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding) {
   if (object.mEvents.empty()) object.mEvents = object.ClassOf().Events();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "platform/Framework.h"
 #include "platform/Toolkit.h"
 #include "platform/runtime/Plugins.h"
 
@@ -12,20 +13,7 @@ namespace zelto {
 
 namespace {
 
-struct RegisteredType {
-  String Name;
-  String Extensions;
-};
-
-std::vector<RegisteredType>& Registered() {
-  // Never destroyed, since a type takes itself back when it goes, however late.
-  static auto& types = *new std::vector<RegisteredType>;
-  return types;
-}
-
 String NativePathOf(const FolderItem& item) { return item.NativePath(); }
-
-const PublishedEntrypoint published("folderitem.UnixpathMBS as string", NativePathOf);
 
 }  // namespace
 
@@ -54,6 +42,10 @@ bool FolderItem::IsReadable() const {
 }
 
 Ref<Picture> FolderItem::OpenAsPicture() const { return LoadPicture(mPath); }
+
+void PublishFolderItemFunctions() {
+  RuntimePublishPluginEntrypoints({{"folderitem.UnixpathMBS as string", NativePathOf}});
+}
 
 String UnixpathMBS(const Ref<FolderItem>& item) {
   return Glink<String(const FolderItem&)>(PluginSlotOf("folderitem.UnixpathMBS as string"), *item);
@@ -94,17 +86,17 @@ String operator+(const String& left, const Ref<FileType>& right) {
 // A file here has no creator and no type code.
 void RuntimeRegisterFileType(const String& name, const String&, const String&,
                              const String& extensions) {
-  Registered().push_back({name, extensions});
+  State().FileTypes.push_back({name, extensions});
 }
 
 void RuntimeDeregisterFileType(const String& name) {
-  std::erase_if(Registered(), [&](const RegisteredType& type) { return type.Name == name; });
+  std::erase_if(State().FileTypes, [&](const RegisteredType& type) { return type.Name == name; });
 }
 
 std::vector<String> FilterExtensions(const String& filter) {
   std::vector<String> extensions;
   for (const auto& name : Split(filter, ";")) {
-    for (const auto& type : Registered()) {
+    for (const auto& type : State().FileTypes) {
       if (type.Name != name) continue;
       for (const auto& extension : Split(type.Extensions, ";")) extensions.push_back(extension);
     }

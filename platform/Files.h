@@ -27,6 +27,7 @@ class FolderItem : public Object {
   String mPath;
 };
 
+void PublishFolderItemFunctions();
 // The item's path.
 String UnixpathMBS(const Ref<FolderItem>& item);
 

@@ -178,7 +178,7 @@ inline constexpr Color White{255, 255, 255};
     KEYS(ZELTO_MEMBER, ZELTO_MEMBER)                                                         \
     operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY, ZELTO_ENTRY)}); } \
     template <class C = Class>                                                               \
-    static std::vector<Property> Properties() {                                              \
+    static std::vector<Property> Schema() {                                                  \
       return {KEYS(ZELTO_PROPERTY, ZELTO_IDLE)};                                             \
     }                                                                                        \
   };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/Application.h"
+#include "platform/Framework.h"
 #include "platform/PropertyLists.h"
 #include "platform/runtime/Plugins.h"
 #include "platform/runtime/Wait.h"
@@ -11,26 +12,13 @@ namespace zelto {
 
 namespace {
 
-struct Lists {
-  std::vector<Ref<Window>> Windows;
-  std::vector<std::pair<String, Ref<Window>>> Implicit;  // class name to window
-  std::vector<Ref<Window>> Dirty;
-};
-
-Lists& WindowLists() {
-  static auto& lists = *new Lists;  // windows cannot go after their toolkit
-  return lists;
-}
-
 auto FindImplicit(const String& className) {
-  auto& list = WindowLists().Implicit;
+  auto& list = State().ImplicitWindows;
   return std::find_if(list.begin(), list.end(),
                       [&](const auto& entry) { return entry.first == className; });
 }
 
 void DrawNow(Window& window) { window.UpdateNow(); }
-
-const PublishedEntrypoint published("window.UpdateNowMBS", DrawNow);
 
 }  // namespace
 
@@ -67,7 +55,7 @@ const Class& Window::ClassTable() {
                                        {"DragEnter"},
                                        {"DragExit"},
                                        {"DragOver"}},
-                            .Properties = WindowList::Properties()});
+                            .Properties = WindowList::Schema()});
   return table;
 }
 
@@ -75,10 +63,10 @@ Window::~Window() { ReleaseControls(); }
 
 void Window::Init() {
   mImp = NewWindowImp(*this, mState);
-  auto& lists = WindowLists();
   const Ref<Window> self(this);
-  lists.Windows.push_back(self);
-  if (!GetImplicitWindow(ClassOf().Name())) lists.Implicit.emplace_back(ClassOf().Name(), self);
+  State().Windows.push_back(self);
+  const String& name = ClassOf().Name();
+  if (!GetImplicitWindow(name)) State().ImplicitWindows.emplace_back(name, self);
 }
 
 void Window::Constructor() {
@@ -158,12 +146,12 @@ bool Window::UnifiedClose(bool quitting) {
     RuntimeBackgroundTask();
   }
   ReleaseControls();
-  auto& windows = WindowLists().Windows;
+  auto& windows = State().Windows;
   const auto listed = std::find(windows.begin(), windows.end(), Ref<Window>(this));
   if (listed != windows.end()) windows.erase(listed);
   const auto implicit = FindImplicit(ClassOf().Name());
-  if (implicit != WindowLists().Implicit.end() && implicit->second.Get() == this) {
-    WindowLists().Implicit.erase(implicit);
+  if (implicit != State().ImplicitWindows.end() && implicit->second.Get() == this) {
+    State().ImplicitWindows.erase(implicit);
   }
   return true;
 }
@@ -192,7 +180,7 @@ Ref<Object> RuntimeWindowControlByName(Window& window, const String& name) {
 
 Ref<Window> GetImplicitWindow(const String& className) {
   const auto found = FindImplicit(className);
-  return found == WindowLists().Implicit.end() ? nullptr : found->second;
+  return found == State().ImplicitWindows.end() ? nullptr : found->second;
 }
 
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {
@@ -208,26 +196,34 @@ void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {
 
 namespace WindowSupport {
 
-void Finalize() { WindowLists() = {}; }
+void Finalize() {
+  State().Windows.clear();
+  State().ImplicitWindows.clear();
+  State().DirtyWindows.clear();
+}
 
-const std::vector<Ref<Window>>& Windows() { return WindowLists().Windows; }
+const std::vector<Ref<Window>>& Windows() { return State().Windows; }
 
 void AddDirtyWindow(const Ref<Window>& window) {
   RemoveDirtyWindow(window);
-  WindowLists().Dirty.push_back(window);
+  State().DirtyWindows.push_back(window);
 }
 
-void RemoveDirtyWindow(const Ref<Window>& window) { std::erase(WindowLists().Dirty, window); }
+void RemoveDirtyWindow(const Ref<Window>& window) { std::erase(State().DirtyWindows, window); }
 
 void UpdateDirtyWindows() {
-  for (const auto& window : WindowLists().Dirty) {
+  for (const auto& window : State().DirtyWindows) {
     window->Update();
     RuntimeBackgroundTask();
   }
-  WindowLists().Dirty.clear();
+  State().DirtyWindows.clear();
 }
 
 }  // namespace WindowSupport
+
+void PublishWindowFunctions() {
+  RuntimePublishPluginEntrypoints({{"window.UpdateNowMBS", DrawNow}});
+}
 
 void UpdateNowMBS(const Ref<Window>& window) {
   Glink<void(Window&)>(PluginSlotOf("window.UpdateNowMBS"), *window);

@@ -162,6 +162,7 @@ void UpdateDirtyWindows();
 
 }  // namespace WindowSupport
 
+void PublishWindowFunctions();
 // Carries out the window's pending drawing before it returns.
 void UpdateNowMBS(const Ref<Window>& window);
 

@@ -15,6 +15,7 @@
 ApplicationFixture::ApplicationFixture() {
   zelto::RuntimeInit();
   zelto::initialize();
+  zelto::RuntimeInitExternalClasses();
   zelto::InitPluginEntrypoints();
   zelto::FileTypes1::Initialize();
   zelto::RuntimeRegisterAppObject(zelto::RuntimeNewObject<class zelto::App>());

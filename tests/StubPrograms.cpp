@@ -90,6 +90,7 @@ long Resident() {
 }
 
 zelto::Ref<zelto::Shell> NewShell() {
+  zelto::PublishShell();
   zelto::InitPluginEntrypoints();
   return zelto::RuntimeNewObject<zelto::Shell>();
 }

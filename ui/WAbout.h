@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// The window that tells the product's name and version.
+// The window that shows the product's name and version.
 class WAbout : public Window {
  public:
   static const Class& ClassTable();

@@ -4,14 +4,14 @@
 
 namespace zelto {
 
-// What an update file says of itself.
+// The metadata of an update file.
 struct ContentRecord {
   String Product;
   String Version;
   String Description;
 };
 
-// Whether a record of a size worth showing lies there: a plain file with no other name. A member
+// Whether a record of a size worth showing lies there: a regular file with one name. A member
 // of the path may just as well be a link to a file that is not the update's to show.
 bool IsContentRecordInPlace();
 

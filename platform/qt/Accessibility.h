@@ -2,8 +2,8 @@
 
 namespace zelto {
 
-// From here on assistive technology hears of each change of a password, but not the letters. The
-// toolkit would tell them as they are typed.
+// From here on assistive technology is notified of each change of a password, but not of the
+// characters, which Qt would report as they are typed.
 void KeepPasswordsFromAssistiveTechnology();
 
 }  // namespace zelto

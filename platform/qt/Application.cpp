@@ -1,6 +1,5 @@
 #include "platform/Application.h"
 
-#include <QApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QScreen>
@@ -13,8 +12,8 @@
 #include "platform/qt/Accessibility.h"
 #include "platform/qt/StartMessages.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/Toolkit.h"
 #include "platform/qt/TopLevel.h"
-#include "platform/runtime/Wait.h"
 
 namespace zelto {
 
@@ -48,7 +47,7 @@ bool IsInput(QEvent::Type type) {
   }
 }
 
-bool AsksToQuit(const QEvent& event) {
+bool IsQuitRequest(const QEvent& event) {
   if (event.type() == QEvent::Quit) return true;
   return event.type() == QEvent::Shortcut &&
          static_cast<const QShortcutEvent&>(event).key() == QKeySequence(QKeySequence::Quit);
@@ -58,30 +57,6 @@ void QuitIfAllowed() {
   if (AllowClose()) InvokeHandler([] { Quit(0); });
 }
 
-// Keeps input from the windows while a handler waits.
-class InputGuard : public QObject {
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (!HandlerWaits()) return false;
-    if (AsksToQuit(*event)) {
-      QuitIfAllowed();
-      return true;
-    }
-    if (!IsInput(event->type())) return false;
-    event->ignore();
-    return true;
-  }
-};
-
-struct Toolkit {
-  int ArgumentCount = 1;
-  char Name[21] = "zelto-update-utility";
-  char* Arguments[2] = {Name, nullptr};
-  QApplication Application{ArgumentCount, Arguments};
-  InputGuard Guard;
-};
-
-// Not destroyed by exit, which the toolkit calls when the display is gone.
 Toolkit* toolkit = nullptr;
 
 // Serves events until a descriptor is readable or the time, unless it is negative, is over.
@@ -97,13 +72,26 @@ void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
   loop.exec();
 }
 
-void Await(int descriptor, int milliseconds) {
+}  // namespace
+
+Toolkit& TheToolkit() { return *toolkit; }
+
+bool InputGuard::eventFilter(QObject*, QEvent* event) {
+  if (!HandlerWaits()) return false;
+  if (IsQuitRequest(*event)) {
+    QuitIfAllowed();
+    return true;
+  }
+  if (!IsInput(event->type())) return false;
+  event->ignore();
+  return true;
+}
+
+void EventLoopWaiter::Await(int descriptor, int milliseconds) {
   BeginWaiting(Waiting::Blocked);
   ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
   ThrowIfQuitting();
 }
-
-}  // namespace
 
 void StartToolkit() {
   {
@@ -115,18 +103,21 @@ void StartToolkit() {
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
   KeepPasswordsFromAssistiveTechnology();
-  RuntimeSetWaiter(Await);
+  RuntimeSetWaiter(&toolkit->Waiter);
 }
 
 void EndToolkit() {
-  RuntimeSetWaiter({});
+  RuntimeSetWaiter(nullptr);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  delete std::exchange(toolkit, nullptr);
+  delete toolkit;
+  toolkit = nullptr;
 }
 
 void RunLoop() { QApplication::exec(); }
 
-void ServeEvents(Int32 milliseconds) { ServeUntil(RuntimeWakeDescriptors(), milliseconds); }
+void ServeEvents(Int32 milliseconds) {
+  ServeUntil(TheToolkit().Waiter.WakeDescriptors(), milliseconds);
+}
 
 void EndLoops() { QCoreApplication::exit(); }
 

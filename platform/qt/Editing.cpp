@@ -6,7 +6,8 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QPointer>
+
+#include "platform/qt/Toolkit.h"
 
 namespace zelto {
 
@@ -58,8 +59,6 @@ constexpr Command commands[] = {
      [](QLineEdit& line) { line.selectAll(); }, [](QPlainTextEdit& area) { area.selectAll(); }},
 };
 
-QPointer<QWidget> focused;
-
 void Follow(QWidget& field, QObject& context, const std::function<void()>& changed) {
   if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
     QObject::connect(line, &QLineEdit::selectionChanged, &context, changed);
@@ -83,25 +82,29 @@ const Command* Find(const String& itemName) {
 bool CanEdit(const String& itemName) {
   const Command* command = Find(itemName);
   if (!command) return false;
-  if (const auto* line = qobject_cast<QLineEdit*>(focused)) return command->CanEditLine(*line);
-  if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) return command->CanEditArea(*area);
+  if (const auto* line = qobject_cast<QLineEdit*>(TheToolkit().EditedField))
+    return command->CanEditLine(*line);
+  if (auto* area = qobject_cast<QPlainTextEdit*>(TheToolkit().EditedField))
+    return command->CanEditArea(*area);
   return false;
 }
 
 void Edit(const String& itemName) {
   if (!CanEdit(itemName)) return;
   const Command* command = Find(itemName);
-  if (auto* line = qobject_cast<QLineEdit*>(focused)) command->EditLine(*line);
-  if (auto* area = qobject_cast<QPlainTextEdit*>(focused)) command->EditArea(*area);
+  if (auto* line = qobject_cast<QLineEdit*>(TheToolkit().EditedField)) command->EditLine(*line);
+  if (auto* area = qobject_cast<QPlainTextEdit*>(TheToolkit().EditedField))
+    command->EditArea(*area);
 }
 
 void FollowEditing(QObject& context, const std::function<void()>& changed) {
   QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, &context, changed);
   QObject::connect(qApp, &QApplication::focusChanged, &context,
                    [=, &context](QWidget*, QWidget* now) {
-                     if (!now || now == focused || qobject_cast<QMenuBar*>(now)) return;
-                     if (focused) QObject::disconnect(focused, nullptr, &context, nullptr);
-                     focused = now;
+                     auto& field = TheToolkit().EditedField;
+                     if (!now || now == field || qobject_cast<QMenuBar*>(now)) return;
+                     if (field) QObject::disconnect(field, nullptr, &context, nullptr);
+                     field = now;
                      Follow(*now, context, changed);
                      changed();
                    });

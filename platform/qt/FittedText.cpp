@@ -6,13 +6,13 @@
 
 namespace zelto {
 
-QFont FittedFont(const QFont& font, const QString& text, QSize room, int textFlags) {
+QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags) {
   constexpr int smallest = 7;  // pixels
   const auto fits = [&](const QFont& candidate) {
-    // A text that wraps has the width of the room and only its height to be measured.
-    const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? room.width() : 0, 0);
+    // A text that wraps has the width of the space and only its height to be measured.
+    const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? space.width() : 0, 0);
     const QSize needed = QFontMetrics(candidate).boundingRect(bounds, textFlags, text).size();
-    return needed.width() <= room.width() && needed.height() < room.height();
+    return needed.width() <= space.width() && needed.height() < space.height();
   };
   QFont fitted = font;
   for (int size = QFontInfo(font).pixelSize(); size > smallest && !fits(fitted);) {

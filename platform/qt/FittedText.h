@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// The font, set smaller if the text needs it to fit into the room, in pixels. A text that does not
+// The font, set smaller if the text needs it to fit into the space, in pixels. A text that does not
 // fit at the smallest readable size gets that size.
-QFont FittedFont(const QFont& font, const QString& text, QSize room, int textFlags);
+QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags);
 
 }  // namespace zelto

@@ -22,7 +22,7 @@ QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
   return {ToDisplayText(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+")};
 }
 
-void Choose(Window& window, const MenuItem& item) {
+void RunCommand(Window& window, const MenuItem& item) {
   if (window.CallMenuHandler(item.Name())) return;
   if (GetAppObject()->CallMenuHandler(item.Name())) return;
   Edit(item.Name());
@@ -32,7 +32,7 @@ void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QOb
   QObject::connect(&action, &QAction::triggered, &context, [&window, item] {
     if (HandlerWaits()) return;
     InvokeHandler([alive = Ref<Window>(&window), item] {
-      if (!item->Event_Action()) Choose(*alive, *item);
+      if (!item->Event_Action()) RunCommand(*alive, *item);
     });
   });
 }

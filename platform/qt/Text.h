@@ -7,7 +7,7 @@
 namespace zelto {
 
 // The text as a person sees it: a byte that is not UTF-8 is U+FFFD, and of the control characters
-// only line end and tab are left.
+// only newline and tab are left.
 QString ToDisplayText(const String& text);
 
 // The text for a tool tip, which would take some plain texts for rich ones.

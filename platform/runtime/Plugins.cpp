@@ -1,35 +1,38 @@
 #include "platform/runtime/Plugins.h"
 
-#include <map>
+#include <algorithm>
+#include <vector>
 
 namespace zelto {
 
 namespace {
 
-std::map<std::string_view, PluginEntrypoint>& Published() {
-  static std::map<std::string_view, PluginEntrypoint> published;
-  return published;
-}
+struct Plugins {
+  std::vector<PublishedEntrypoint> Published;
+  std::array<PluginEntrypoint, PluginKeys.size()> Slots{};
+};
 
-std::array<PluginEntrypoint, PluginKeys.size()> pluginEntrypoints{};
+Plugins plugins;
 
 }  // namespace
 
-PublishedEntrypoint::PublishedEntrypoint(std::string_view key, PluginEntrypoint entry) {
-  Published()[key] = entry;
+void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> entries) {
+  plugins.Published.insert(plugins.Published.end(), entries);
 }
 
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key) {
-  const auto found = Published().find(key);
-  return found == Published().end() ? nullptr : found->second;
+  const auto found = std::find_if(plugins.Published.begin(), plugins.Published.end(),
+                                  [=](const auto& entry) { return entry.Key == key; });
+  return found == plugins.Published.end() ? nullptr : found->Entry;
 }
 
 void InitPluginEntrypoints() {
-  for (std::size_t slot = 0; slot < PluginKeys.size(); ++slot) {
-    pluginEntrypoints.at(slot) = RuntimeLookupPluginEntrypoint(PluginKeys.at(slot));
-  }
+  std::transform(PluginKeys.begin(), PluginKeys.end(), plugins.Slots.begin(),
+                 RuntimeLookupPluginEntrypoint);
 }
 
-PluginEntrypoint PluginSlot(std::size_t slot) { return pluginEntrypoints.at(slot); }
+void ReleasePluginEntrypoints() { plugins = {}; }
+
+PluginEntrypoint PluginSlot(std::size_t slot) { return plugins.Slots.at(slot); }
 
 }  // namespace zelto

@@ -52,22 +52,30 @@ inline constexpr std::array<std::string_view, 39> PluginKeys{
 
 using PluginEntrypoint = void (*)();
 
-// Fills the table's slots from what has been published. Comes before any use of Glink.
-void InitPluginEntrypoints();
+// An operation that a plug-in publishes under a key.
+struct PublishedEntrypoint {
+  template <class R, class... A>
+  PublishedEntrypoint(std::string_view key, R (*entry)(A...))
+      : Key(key), Entry(reinterpret_cast<PluginEntrypoint>(entry)) {}
+
+  std::string_view Key;
+  PluginEntrypoint Entry;
+};
+
+// Comes before InitPluginEntrypoints.
+void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> entries);
 
 // What a plug-in published under the key, or null.
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key);
 
+// Fills the table's slots from what has been published. Comes before any use of Glink.
+void InitPluginEntrypoints();
+
+// Forgets what has been published.
+void ReleasePluginEntrypoints();
+
 // What the slot holds; null for an operation that no plug-in publishes.
 PluginEntrypoint PluginSlot(std::size_t slot);
-
-// Publishes an operation for the life of the process.
-struct PublishedEntrypoint {
-  PublishedEntrypoint(std::string_view key, PluginEntrypoint entry);
-  template <class R, class... A>
-  PublishedEntrypoint(std::string_view key, R (*entry)(A...))
-      : PublishedEntrypoint(key, reinterpret_cast<PluginEntrypoint>(entry)) {}
-};
 
 // The slot of a key; a key that is not in the table does not compile.
 consteval std::size_t PluginSlotOf(std::string_view key) {

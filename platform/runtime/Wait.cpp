@@ -6,24 +6,24 @@ namespace zelto {
 
 namespace {
 
-void OnlyWait(int descriptor, int milliseconds) {
+Waiter* currentWaiter = nullptr;
+
+}  // namespace
+
+void RuntimeSetWaiter(Waiter* waiter) { currentWaiter = waiter; }
+
+void RuntimeAwait(int descriptor, int milliseconds) {
+  if (currentWaiter) return currentWaiter->Await(descriptor, milliseconds);
   pollfd entry{.fd = descriptor, .events = POLLIN, .revents = 0};
   poll(&entry, 1, milliseconds);
 }
 
-Waiter currentWaiter = OnlyWait;
-std::vector<int> wakeDescriptors;
+void RuntimeWakeOn(int descriptor) {
+  if (currentWaiter) currentWaiter->WakeOn(descriptor);
+}
 
-}  // namespace
-
-void RuntimeAwait(int descriptor, int milliseconds) { currentWaiter(descriptor, milliseconds); }
-
-void RuntimeSetWaiter(Waiter waiter) { currentWaiter = waiter ? waiter : OnlyWait; }
-
-void RuntimeWakeOn(int descriptor) { wakeDescriptors.push_back(descriptor); }
-
-void RuntimeWakeOff(int descriptor) { std::erase(wakeDescriptors, descriptor); }
-
-const std::vector<int>& RuntimeWakeDescriptors() { return wakeDescriptors; }
+void RuntimeWakeOff(int descriptor) {
+  if (currentWaiter) currentWaiter->WakeOff(descriptor);
+}
 
 }  // namespace zelto

@@ -8,9 +8,9 @@ using namespace zelto;
 // A list is refused, or it means the same once more after it has been written anew.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   static const std::vector<Property> classes[] = {
-      WindowList::Properties(),     EditFieldList::Properties(),  BevelButtonList::Properties(),
-      PushButtonList::Properties(), StaticTextList::Properties(), CanvasList::Properties(),
-      TimerList::Properties()};
+      WindowList::Schema(),     EditFieldList::Schema(),  BevelButtonList::Schema(),
+      PushButtonList::Schema(), StaticTextList::Schema(), CanvasList::Schema(),
+      TimerList::Schema()};
   if (size == 0) return 0;
   const auto& declared = classes[data[0] % 7];
   const String list = std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1);

@@ -9,24 +9,24 @@ using namespace zelto;
 
 namespace {
 
-// Nothing is on the path but `sh` and the stand-ins, which tell their words and what they read, and
+// Nothing is on the path but `sh` and the stubs, which report their words and what they read, and
 // hand on what `su` is to run. So any other command shows as one that is not found.
 class RecordingStubs : public StubPrograms {
  public:
   explicit RecordingStubs(const std::string& loginShell = "sh") {
-    const std::string tells =
+    const std::string reports =
         "{ printf '%s' \"${0##*/}\"; for word; do printf '\\037%s' \"$word\"; done; printf "
         "'\\036'; }";
     const std::string reads = "{ IFS= read -r line; printf 'read\\037%s\\036' \"$line\"; }";
-    Script("su", tells + "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/" +
+    Script("su", reports + "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/" +
                      loginShell + " -c \"$2\"");
-    Script("sudo", tells + "; [ \"$1\" != -S ] || " + reads);
-    Script("tar", tells);
+    Script("sudo", reports + "; [ \"$1\" != -S ] || " + reads);
+    Script("tar", reports);
     std::filesystem::create_symlink("/bin/sh", Folder() / "bin/sh");
     setenv("PATH", Path("bin").c_str(), 1);
   }
 
-  std::string Told(const CommandLine& command) const {
+  std::string Reported(const CommandLine& command) const {
     const auto shell = NewShell();
     shell->Execute(command);
     std::string told = Bytes(shell->ReadAll());
@@ -35,14 +35,14 @@ class RecordingStubs : public StubPrograms {
   }
 };
 
-std::string Told(const std::vector<std::string>& words) {
+std::string Reported(const std::vector<std::string>& words) {
   std::string told;
   for (const auto& word : words) told += (told.empty() ? "" : "\037") + word;
   return told + "\036";
 }
 
 std::string RandomValue(std::mt19937& random) {
-  // NUL and line end are refused before anything starts; 036 and 037 are the stand-ins' own marks.
+  // NUL and newline are refused before anything starts; 036 and 037 are the stubs' own marks.
   static const std::vector<std::string> parts{
       "'",    "\"", " ", "$", "\\", "`", ";", "|",  "&",    "(",    ")",  "<",  ">",  "!",   "*",
       "?",    "[",  "]", "{", "}",  "~", "#", "\t", "\x01", "\x7F", "\r", "ä",  "€",  "😀",   "\xFF",
@@ -68,19 +68,19 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
     const auto runs = [&](const std::string& command, const std::string& after) {
       std::vector<std::string> words{"su", user, "-c", command};
       if (user[0] == '-') words = {"su", "-c", command, "--", "-", user};
-      return Told(words) + Told({"read", passwd}) + after;
+      return Reported(words) + Reported({"read", passwd}) + after;
     };
     // The argument of -c is another line; what it says shows in what it runs.
     const auto argument = [](const std::string& told) {
       const auto start = told.find("\037-c\037") + 4;
       return told.substr(start, told.find_first_of("\036\037", start) - start);
     };
-    const auto checked = stubs.Told(CredentialCheck(passwd, user));
+    const auto checked = stubs.Reported(CredentialCheck(passwd, user));
     tally.Case(checked == runs(argument(checked),
-                               Told({"sudo", "-S", "/usr/bin/true"}) + Told({"read", passwd})),
+                               Reported({"sudo", "-S", "/usr/bin/true"}) + Reported({"read", passwd})),
                checked);
-    const auto extracted = stubs.Told(FullExtract(passwd, user, path));
-    tally.Case(extracted == runs(argument(extracted), Told({"sudo", "tar", "-zxPvf", path})),
+    const auto extracted = stubs.Reported(FullExtract(passwd, user, path));
+    tally.Case(extracted == runs(argument(extracted), Reported({"sudo", "tar", "-zxPvf", path})),
                extracted);
   }
 }
@@ -94,7 +94,7 @@ TEST(Hardening, ValuesThatAreNoTextAreRefusedBeforeAnythingStarts) {
     value.insert(random() % (value.size() + 1), 1, i % 2 ? '\n' : '\0');
     for (const auto& line : {CredentialCheck(value, "zt"), CredentialCheck("secret", value),
                              MemberExtract("secret", "zt", value), ListingTest(value)}) {
-      const auto told = stubs.Told(line);
+      const auto told = stubs.Reported(line);
       tally.Case(told.find('\036') == told.npos && told.ends_with("failed"), told);
     }
   }

@@ -1,3 +1,5 @@
+#include <QApplication>
+
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
@@ -12,6 +14,8 @@ class RecorderWindow : public Window {
  public:
   static inline std::string Log;
   static inline bool Cancels = false;
+  static inline String List;
+  static inline Ref<EventSource> LastMe;
 
   static const Class& ClassTable() {
     static const Class table(
@@ -26,7 +30,11 @@ class RecorderWindow : public Window {
   }
   const Class& ClassOf() const override { return ClassTable(); }
 
-  void Layout() { Log += "Layout "; }
+  void Layout() {
+    Log += "Layout ";
+    RuntimeMassPropertySetter(*this, List);
+  }
+  void NoteMe() { LastMe = Me(); }
   void CreateControls() {
     Log += "CreateControls ";
     AddControlRows(*this, {Row(EditFieldList{.Name = "field", .Text = "listed"},
@@ -39,6 +47,35 @@ class RecorderWindow : public Window {
   void Open() { Log += "Open "; }
   void Closed() { Log += "Close "; }
   bool CancelClose(bool) { return Cancels; }
+};
+
+// An object without a pane, owned by its window.
+class OwnedObject : public EventSource, public PaneChild {
+ public:
+  const Class& ClassOf() const override { return Control::ClassTable(); }
+  void SetWindow(class Window* window) override { mWindow = window; }
+  Ref<class Window> Window() const override { return Ref<class Window>(mWindow); }
+  Int32 Index() const override { return 0; }
+  void SetIndex(Int32) override {}
+
+ private:
+  class Window* mWindow = nullptr;
+};
+
+// An application that ends quietly at any exception.
+class QuittingApp : public Application {
+ public:
+  static const Class& ClassTable() {
+    static const Class table({.Name = "QuittingApp",
+                              .Base = &Application::ClassTable(),
+                              .Handlers = {On("UnhandledException", &QuittingApp::Unhandled)}});
+    return table;
+  }
+  const Class& ClassOf() const override { return ClassTable(); }
+  bool Unhandled(const RuntimeException* exception) {
+    EXPECT_FALSE(exception->Stack().empty());
+    Quit(3);
+  }
 };
 
 class ModelTest : public testing::Test {
@@ -60,24 +97,76 @@ TEST_F(ModelTest, WindowsComeIntoBeingInOrderAndOnlyOnce) {
   const auto window = ImplicitWindow<RecorderWindow>();
   EXPECT_EQ(RecorderWindow::Log, "Layout CreateControls AddMenuHandlers field.Open Open ");
   EXPECT_TRUE(ImplicitWindow<RecorderWindow>() == window);
-  Field(window)->Text("x");
+  const auto held = Field(window);
+  held->Text("x");
   window->Close();
   EXPECT_FALSE(GetImplicitWindow("RecorderWindow.RecorderWindow"));
   EXPECT_FALSE(Field(window));
-  EXPECT_THROW(Field(window)->Text(), NilObjectException);
+  EXPECT_THROW(held->Text(), NilObjectException);
+  EXPECT_THROW(held->SetFocus(), NilObjectException);
+  EXPECT_FALSE(held->Window());
   const auto second = ImplicitWindow<RecorderWindow>();
   EXPECT_FALSE(second == window);
   EXPECT_EQ(Bytes(Field(second)->Text()), "listed");
 }
 
-TEST_F(ModelTest, CancelCloseLeavesAllAsItWas) {
+TEST_F(ModelTest, CancelCloseKeepsTheWindowInEveryRoadToItsEnd) {
   const auto window = ImplicitWindow<RecorderWindow>();
+  window->Show();
   RecorderWindow::Cancels = true;
+  auto* top = QApplication::topLevelWidgets().constFirst();
   window->Close();
+  window->Close();
+  top->close();
+  InvokeHandler([&] {
+    App()->DoEvents(1);
+    top->close();
+    top->close();
+    EXPECT_THROW(Quit(0), EndException);
+  });
+  EXPECT_NO_THROW(ThrowIfQuitting());
+  EXPECT_TRUE(top->isVisible());
   EXPECT_TRUE(GetImplicitWindow("RecorderWindow.RecorderWindow") == window);
   EXPECT_EQ(WindowSupport::Windows().size(), 1U);
   EXPECT_TRUE(Field(window));
   EXPECT_EQ(RecorderWindow::Log.find("Close"), std::string::npos);
+  RecorderWindow::Cancels = false;
+  window->Close();
+  window->Close();
+  const auto closed = RecorderWindow::Log.find("Close ");
+  EXPECT_NE(closed, std::string::npos);
+  EXPECT_EQ(RecorderWindow::Log.find("Close ", closed + 1), std::string::npos);
+}
+
+TEST_F(ModelTest, HandlersKnowTheObjectThatRaisedTheirEvent) {
+  const auto window = ImplicitWindow<RecorderWindow>();
+  const auto raised = [&](const Ref<EventSource>& object) {
+    RecorderWindow::LastMe = nullptr;
+    InstallInstanceEventHandler(*object, On("Open", &RecorderWindow::NoteMe));
+    object->Raise("Open");
+    return std::exchange(RecorderWindow::LastMe, nullptr) == object;
+  };
+  EXPECT_TRUE(raised(Field(window)));
+  EXPECT_TRUE(raised(window->New<OwnedObject>()));
+  EXPECT_TRUE(raised(window));
+  EXPECT_FALSE(Me());
+}
+
+TEST_F(ModelTest, AWindowThatIsVisibleShowsItselfUnlessItWasShown) {
+  const auto visible = [](const String& list) {
+    const auto window = RuntimeNewObject<RecorderWindow>();
+    RecorderWindow::List = list;
+    window->Constructor();
+    auto* top = QApplication::topLevelWidgets().constFirst();
+    QApplication::processEvents();
+    const bool isVisible = top->isVisible();
+    window->Close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return isVisible;
+  };
+  EXPECT_TRUE(visible(WindowList{.Width = 50, .Height = 50}));
+  EXPECT_FALSE(visible(WindowList{.Width = 50, .Height = 50, .Visible = false}));
+  RecorderWindow::List = {};
 }
 
 TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
@@ -86,6 +175,7 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
   Field(window)->Text("x");
   EXPECT_EQ(RecorderWindow::Log, "TextChange ");  // before the write returns
   EXPECT_FALSE(Field(window)->Raise("DropObject", {Ref<Object>(), Int32(0)}));
+  EXPECT_NO_THROW(InstallInstanceEventHandler(*window, On("KeyDown", &RecorderWindow::Change)));
   const Binding wrongName = On("Action", &RecorderWindow::Change);
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongName), KeyNotFoundException);
   const Binding wrongKind = On("DropObject", &RecorderWindow::Change);
@@ -109,6 +199,16 @@ TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
             std::string::npos);
   RuntimeRun();  // returns at once
   EXPECT_EQ(RuntimeExit(), 1);
+  RuntimeInit();
+}
+
+TEST_F(ModelTest, QuitInAHandlerOfAnExceptionEndsQuietly) {
+  RuntimeRegisterAppObject(RuntimeNewObject<QuittingApp>());
+  testing::internal::CaptureStderr();
+  InvokeHandler([] { throw UnsupportedFormatException("why"); });
+  EXPECT_NO_THROW(RuntimeRun());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(RuntimeExit(), 3);
   RuntimeInit();
 }
 

@@ -1,8 +1,11 @@
+#include <stdlib.h>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTest>
 #include <QUrl>
 
@@ -121,4 +124,62 @@ TEST_F(WidgetsTest, TakeNoInputWhileAHandlerWaits) {
   });
   EXPECT_EQ(mWindow->Log, "");
   EXPECT_EQ(line.text(), "");
+}
+
+TEST_F(WidgetsTest, PropertiesTakeEffect) {
+  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
+  const auto field = mWindow->EditField1();
+  field->LimitText(3);
+  QTest::keyClicks(&line, "abcd");
+  EXPECT_EQ(line.text(), "abc");
+  field->Alignment(2);
+  EXPECT_TRUE(line.alignment() & Qt::AlignRight);
+  field->Password(true);
+  EXPECT_EQ(line.displayText().count(QChar('a')), 0);
+  field->Password(false);
+  EXPECT_EQ(line.displayText(), "abc");
+  line.setFocus();
+  const QImage withRing = line.grab().toImage();
+  field->UseFocusRing(false);
+  EXPECT_FALSE(line.grab().toImage() == withRing);
+  field->Border(false);
+  EXPECT_FALSE(line.hasFrame());
+
+  auto& area = dynamic_cast<QPlainTextEdit&>(ControlWidget(*mTop, "EditField2"));
+  mWindow->EditField2()->ReadOnly(false);
+  mWindow->EditField2()->LimitText(2);
+  QTest::keyClicks(&area, "abc");
+  EXPECT_EQ(area.toPlainText(), "ab");
+
+  mWindow->MaxWidth(600);
+  mWindow->Resizeable(true);
+  mTop->resize(900, 400);
+  Until([this] { return mTop->width() == 600; });
+  mWindow->Visible(false);
+  EXPECT_FALSE(mTop->isVisible());
+}
+
+// With another screen to the left of the primary one and above it.
+TEST(Screen, PlacesCountFromTheCornerOfThePrimaryOne) {
+  const StubPrograms folder;
+  Write(folder.Folder() / "screens.json",
+        R"({"screens": [{"name": "a", "x": 800, "y": 600, "width": 1024, "height": 768,
+                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1},
+                        {"name": "b", "x": 0, "y": 0, "width": 800, "height": 600,
+                         "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+  const std::string platform = getenv("QT_QPA_PLATFORM");
+  setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + folder.Path("screens.json")).c_str(), 1);
+  {
+    const ApplicationFixture application;
+    EXPECT_EQ(zelto::Screen(0)->Width(), 1024);
+    EXPECT_FALSE(zelto::Screen(1));
+    WPerm()->Show();
+    for (const auto* top : QApplication::topLevelWidgets()) {
+      if (top->windowTitle() != "Authenticate") continue;
+      EXPECT_EQ(top->geometry().left(), 800 + (1024 - 416) / 2);
+      EXPECT_EQ(top->geometry().top(), 600 + (768 - 213) / 3 + 22);
+    }
+    EXPECT_EQ(WPerm()->Left(), (1024 - 416) / 2);
+  }
+  setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
 }

@@ -15,6 +15,15 @@ TEST(String, NilIsTheEmptyText) {
   EXPECT_EQ(Bytes("a" + EndOfLine() + EndOfLine() + "b"), "a\n\nb");
 }
 
+TEST(String, ComparesExactlyOrWithoutRegardToCase) {
+  EXPECT_FALSE(String("gz") == "GZ");
+  EXPECT_EQ(RuntimeStringCompare(String("gZ"), "Gz"), 0);
+  EXPECT_LT(RuntimeStringCompare(String("a"), "B"), 0);
+  EXPECT_GT(RuntimeStringCompare(String("ab"), "A"), 0);
+  EXPECT_TRUE(EndOfLine() == "\n" && String("\n") == EndOfLine());
+  EXPECT_TRUE(EndOfLine() < "a");
+}
+
 TEST(String, LengthsCountCharactersAndBytes) {
   const String text = "pä€😀z";
   EXPECT_EQ(LenB(text), 11);
@@ -87,10 +96,8 @@ TEST(Objects, NilRaisesAndCastsAreChecked) {
 
 TEST(Plugins, EachSlotHoldsTheEntryOfItsOwnKey) {
   static int called = 0;
-  const PublishedEntrypoint short_(
-      "Shell.WriteLine(s as String)", +[](int) { called = 1; });
-  const PublishedEntrypoint long_(
-      "Shell.Write(s as String)", +[](int) { called = 2; });
+  RuntimePublishPluginEntrypoints({{"Shell.WriteLine(s as String)", +[](int) { called = 1; }},
+                                   {"Shell.Write(s as String)", +[](int) { called = 2; }}});
   InitPluginEntrypoints();
   Glink<void(int)>(PluginSlotOf("Shell.WriteLine(s as String)"), 0);
   EXPECT_EQ(called, 1);

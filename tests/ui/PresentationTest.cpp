@@ -78,10 +78,10 @@ void ExpectWhole(QWidget& window, double scale, const std::string& what) {
   for (auto* widget : window.findChildren<W*>()) {
     if (!widget->isVisible() || widget->text().isEmpty()) continue;
     const QRect ink = Ink(*widget, scale);
-    const QRect room(QPoint(), (QSizeF(widget->size()) * scale).toSize());
+    const QRect area(QPoint(), (QSizeF(widget->size()) * scale).toSize());
     const std::string whose = what + widget->text().toStdString();
     EXPECT_GE(ink.height(), widget->text() == "..." ? 1 : 4 * scale) << whose;
-    EXPECT_TRUE(room.adjusted(0, 1, -1, -1).contains(ink)) << whose;
+    EXPECT_TRUE(area.adjusted(0, 1, -1, -1).contains(ink)) << whose;
   }
 }
 
@@ -98,7 +98,7 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
   Item("&Copy")->trigger();
   EXPECT_EQ(EnabledEdits(), "dtpsl-");
   mLine->setEchoMode(QLineEdit::Password);
-  mLine->setSelection(0, 2);  // the toolkit tells no change of the mode
+  mLine->setSelection(0, 2);  // Qt reports no change of the mode
   EXPECT_EQ(EnabledEdits(), "d--sll");
   QTest::keyClick(mLine, Qt::Key_C, Qt::ControlModifier);
   mLine->setEchoMode(QLineEdit::Normal);
@@ -122,6 +122,21 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
     for (auto* action : menu->actions()) shortcuts += action->shortcut().toString().toStdString();
   }
   EXPECT_EQ(shortcuts, "Ctrl+QCtrl+ZCtrl+XCtrl+CCtrl+VCtrl+A");
+}
+
+TEST_F(PresentationTest, AMenuHandlerOfTheApplicationRunsWhereTheWindowHasNone) {
+  int runs = 0;
+  const Method handler{{}, [&](Object&, const Arguments&) { return ++runs > 0; }};
+  App()->AddMenuHandler("EditClear", handler);
+  App()->AddMenuHandler("mAbout", handler);
+  mLine->setFocus();
+  QTest::keyClicks(mLine, "abc");
+  EXPECT_TRUE(Item("&Delete")->isEnabled());
+  Item("&Delete")->trigger();
+  EXPECT_EQ(runs, 1);
+  WhenModal([](QWidget& about) { about.close(); });
+  Item("About ZELTO Group Update Utility")->trigger();
+  EXPECT_EQ(runs, 1);
 }
 
 TEST_F(PresentationTest, QuitEndsTheProgram) {
@@ -219,7 +234,7 @@ TEST(Pictures, AreLoadedOnceTheyCanBeAndKept) {
   }
   const std::filesystem::path folder = getenv("ZELTO_ALONE");
   const auto get = x_MacBGrayscale48x48::MacBGrayscale48x48;
-  const ApplicationFixture stage;
+  const ApplicationFixture application;
   EXPECT_FALSE(get());
   std::filesystem::create_directory(folder / "Resources");
   Write(folder / "Resources/MacBGrayscale48x48.png", "no picture");

@@ -1,15 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "core/FileTypes1.h"
-#include "platform/runtime/Plugins.h"
-#include "tests/StubPrograms.h"
+#include "tests/Fixtures.h"
 #include "update/ContentRecord.h"
 #include "update/POSIXPath.h"
 
 using namespace zelto;
 
 TEST(FileType, IsKnownWhileItIsRegistered) {
-  FileTypes1::Initialize();
+  const ApplicationFixture application;
   const auto& type = FileTypes1::gzipTarFile();
   EXPECT_EQ(Bytes(*type), "gzip compressed tar file");
   for (const char* const name : {"a.tgz", "a.tar.gz", "A.TAR.GZ", ".tgz"}) {
@@ -28,7 +27,7 @@ TEST(FileType, IsKnownWhileItIsRegistered) {
 
 TEST(POSIXPath, IsTheAbsolutePathOfWhatIsThereAndWhatIsNot) {
   const StubPrograms folder;
-  InitPluginEntrypoints();
+  const ApplicationFixture application;
   EXPECT_TRUE(File::POSIXPath(nullptr).IsNil());
   const auto item = FolderItem::At(folder.Path("bin"));
   EXPECT_EQ(Bytes(File::POSIXPath(item)), folder.Path("bin"));
