@@ -19,7 +19,7 @@ void Report(QAccessibleEvent* event) {
 QString Masked(const QString& text) { return {text.size(), QChar(0x2022)}; }
 
 void ReportChange(QLineEdit& line, const QAccessibleTextCursorEvent& event, int position,
-                const QString& removed, const QString& inserted) {
+                  const QString& removed, const QString& inserted) {
   QAccessibleTextUpdateEvent masked(&line, position, Masked(removed), Masked(inserted));
   masked.setCursorPosition(event.cursorPosition());
   Report(&masked);
@@ -40,7 +40,7 @@ void ReportMasked(QAccessibleEvent* event) {
     case QAccessible::TextUpdated: {
       const auto& change = static_cast<QAccessibleTextUpdateEvent&>(*event);
       return ReportChange(*line, change, change.changePosition(), change.textRemoved(),
-                        change.textInserted());
+                          change.textInserted());
     }
     default:
       return Report(event);
