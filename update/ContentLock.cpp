@@ -4,6 +4,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "platform/runtime/Wait.h"
 
 namespace zelto {
@@ -13,6 +15,7 @@ ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLO
   constexpr int pause = 20;   // milliseconds
   constexpr int tries = 250;  // five seconds
   for (int i = 0; mFolder >= 0 && i < tries && flock(mFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
+    if (errno != EWOULDBLOCK && errno != EINTR) return;  // this file system has no locks
     RuntimeAwait(-1, pause);
   }
 }

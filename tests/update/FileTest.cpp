@@ -1,11 +1,47 @@
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <deque>
 
 #include "core/FileTypes1.h"
 #include "tests/Fixtures.h"
+#include "update/ContentLock.h"
 #include "update/ContentRecord.h"
 #include "update/POSIXPath.h"
 
 using namespace zelto;
+
+namespace {
+
+// What `flock` answers before it does what it is asked for, as some file systems do.
+std::deque<int> lockErrors;
+
+}  // namespace
+
+extern "C" int flock(int descriptor, int operation) {
+  if (lockErrors.empty()) return static_cast<int>(syscall(SYS_flock, descriptor, operation));
+  errno = lockErrors.front();
+  lockErrors.pop_front();
+  return -1;
+}
+
+TEST(ContentLock, IsTriedAgainOnlyWhenSomebodyHoldsIt) {
+  const auto isHeld = [] { return system("flock -n /tmp true") != 0; };
+  {
+    lockErrors = {EWOULDBLOCK, EINTR};
+    const ContentLock lock;
+    EXPECT_TRUE(isHeld());
+  }
+  for (const int error : {ENOLCK, EBADF, ENOSYS, EINVAL}) {
+    lockErrors = {error};
+    const ContentLock lock;
+    EXPECT_FALSE(isHeld());
+  }
+}
 
 TEST(FileType, IsKnownWhileItIsRegistered) {
   const ApplicationFixture application;
