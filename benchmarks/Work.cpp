@@ -26,6 +26,7 @@
 #include "platform/runtime/Numbers.h"
 #include "ui/WPerm.h"
 #include "ui/Window1.h"
+#include "update/ContentRecord.h"
 
 namespace {
 
@@ -237,7 +238,7 @@ void Obey(const std::string& request) {
   }
   if (argument(0) == "check lines") {
     RunLines({CredentialCheck(passwd, user), MemberExtract(passwd, user, argument(1)),
-              MemberRead(passwd, user)});
+              MemberRead(passwd, user, ContentRecordSize().value_or(0))});
   }
   if (argument(0) == "install lines") {
     RunLines({ForgetCredentials(), CredentialCheck(passwd, user),

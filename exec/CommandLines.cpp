@@ -62,8 +62,9 @@ String Su(const String& user, const String& command) {
   return "su " + Quoted(user) + " -c " + argument;
 }
 
-CommandLine Privileged(const String& passwd, const String& user, const String& command) {
-  return {Echo(passwd) + " | " + Su(user, command), passwd};
+CommandLine Privileged(const String& passwd, const String& user, const String& command,
+                       std::optional<std::size_t> outputSize = {}) {
+  return {Echo(passwd) + " | " + Su(user, command), passwd, outputSize};
 }
 
 // The same file, named so that `tar` takes it for one: not for an option, standard input or a
@@ -81,16 +82,17 @@ String Quoted(const String& value) { return IsOrdinary(value) ? value : SingleQu
 CommandLine ForgetCredentials() { return {"sudo -K"}; }
 
 CommandLine CredentialCheck(const String& passwd, const String& user) {
-  return {Echo(passwd) + " | " + Su(user, Echo(passwd) + " | sudo -S /usr/bin/true")};
+  return {Echo(passwd) + " | " + Su(user, Echo(passwd) + " | sudo -S /usr/bin/true"), {}, 0};
 }
 
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path) {
-  return Privileged(passwd, user,
-                    "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + ContentRecordPath);
+  const std::string_view member = ContentRecordPath;
+  return Privileged(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + member,
+                    member.size() + 1);  // its name and a newline
 }
 
-CommandLine MemberRead(const String& passwd, const String& user) {
-  return Privileged(passwd, user, String("sudo cat ") + ContentRecordPath);
+CommandLine MemberRead(const String& passwd, const String& user, std::size_t size) {
+  return Privileged(passwd, user, String("sudo cat ") + ContentRecordPath, size);
 }
 
 CommandLine FullExtract(const String& passwd, const String& user, const String& path) {

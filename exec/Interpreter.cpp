@@ -1,6 +1,7 @@
 #include "exec/Interpreter.h"
 
 #include <fcntl.h>
+#include <paths.h>
 #include <spawn.h>
 #include <unistd.h>
 
@@ -11,23 +12,34 @@
 #include <string>
 #include <vector>
 
+#include "exec/FrontEnd.h"
+
 namespace zelto {
 
 namespace {
 
 using Environment = std::vector<std::string>;
 
+std::string SearchPath() {
+  const char* path = std::getenv("PATH");
+  const auto frontEnd = FrontEndFolder().string();
+  return (frontEnd.empty() ? "" : frontEnd + ":") + (path ? path : _PATH_DEFPATH);
+}
+
 // `su -c` makes a session of its own, in which `sudo` finds neither a terminal nor the ticket of an
-// earlier line. So it asks the program in SUDO_ASKPASS, with its prompt as the argument: printenv
-// then answers with the variable of that name. DISPLAY only has to be there.
-Environment CommandEnvironment() {
+// earlier line. The front end answers it. Where the commands do not find that one, `sudo` asks the
+// program in SUDO_ASKPASS, with its prompt as the argument: printenv then answers with the variable
+// of that name. DISPLAY only has to be there.
+Environment CommandEnvironment(const std::string& mark) {
   Environment environment{
+      "PATH=" + SearchPath(),
       "LC_ALL=C.UTF-8",
       "DISPLAY=none",
       "SUDO_ASKPASS=/usr/bin/printenv",
       std::string("SUDO_PROMPT=") + SudoPrompt,
+      "ZELTO_MARK=" + mark,
   };
-  for (const std::string name : {"PATH", "HOME", "USER", "LOGNAME"}) {
+  for (const std::string name : {"HOME", "USER", "LOGNAME"}) {
     if (const char* value = std::getenv(name.c_str())) environment.push_back(name + "=" + value);
   }
   return environment;
@@ -81,10 +93,9 @@ class SpawnSettings {
   }
 
   // The process, or 0 with the reason in errno.
-  pid_t Spawn(const char* program) {
+  pid_t Spawn(const char* program, Environment environment) {
     std::string name = program;
     std::array<char*, 2> arguments{name.data(), nullptr};
-    auto environment = CommandEnvironment();
     pid_t process = 0;
     errno = posix_spawnp(&process, program, &mActions, &mAttributes, arguments.data(),
                          Pointers(environment).data());
@@ -98,13 +109,15 @@ class SpawnSettings {
 
 }  // namespace
 
-pid_t StartInterpreter(const CommandLine& command, int output, int errors) {
+pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int output,
+                       int errors) {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take the exit status away
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  const pid_t process = SpawnSettings(ends[0], output, errors).Spawn("sh");
+  const pid_t process =
+      SpawnSettings(ends[0], output, errors).Spawn("sh", CommandEnvironment(mark));
   const int reason = errno;
   close(ends[0]);
   if (process != 0) WriteAll(ends[1], Script(command).Bytes());

@@ -1,16 +1,16 @@
 #include "exec/Shell.h"
 
-#include <fcntl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <random>
 #include <utility>
 
 #include "exec/Interpreter.h"
+#include "exec/OwnText.h"
 #include "platform/runtime/Plugins.h"
 #include "platform/runtime/Wait.h"
 
@@ -20,43 +20,16 @@ namespace {
 
 constexpr int notStarted = 127;
 
-// An unlinked file to which every writer appends, or null.
-std::FILE* OutputFile() {
-  std::FILE* file = std::tmpfile();
-  if (file) {
-    fcntl(fileno(file), F_SETFD, FD_CLOEXEC);
-    fcntl(fileno(file), F_SETFL, fcntl(fileno(file), F_GETFL) | O_APPEND);
-  }
-  return file;
-}
-
-std::size_t SizeOf(std::FILE* file) {
-  const auto size = lseek(fileno(file), 0, SEEK_END);
-  return size < 0 ? 0 : static_cast<std::size_t>(size);
-}
-
-// Appends what the file holds to the text, which has room for it.
-void AppendContents(std::string& text, std::FILE* file) {
-  const auto start = text.size();
-  auto got = start;
-  text.resize(start + SizeOf(file));
-  while (got < text.size()) {
-    const auto count =
-        pread(fileno(file), &text[got], text.size() - got, static_cast<off_t>(got - start));
-    if (count == 0 || (count < 0 && errno != EINTR)) break;
-    if (count > 0) got += static_cast<std::size_t>(count);
-  }
-  text.resize(got);
-}
-
-void EraseAll(std::string& text, std::size_t from, std::string_view part) {
-  for (auto at = text.find(part, from); at != std::string::npos; at = text.find(part, at)) {
-    text.erase(at, part.size());
-  }
-}
-
 void EndLine(std::string& text) {
   if (!text.empty() && text.back() != '\n') text += '\n';
+}
+
+// 128 random bits.
+std::string NewMark() {
+  std::random_device random;
+  std::string mark;
+  for (int i = 0; i < 4; ++i) mark += std::to_string(random()) + ".";
+  return mark;
 }
 
 // A descriptor that becomes readable when the process ends, or -1.
@@ -71,16 +44,9 @@ int EndDescriptor([[maybe_unused]] pid_t process) {
 }  // namespace
 
 struct ShellPlugin {
-  static void Init(Shell& shell) {
-    shell.mOutput.reset(OutputFile());
-    shell.mErrors.reset(OutputFile());
-  }
+  static void Init(Shell& shell) { shell.mMark = NewMark(); }
 
-  static void Exit(Shell& shell) {
-    shell.ReleaseProcess();
-    shell.mOutput.reset();
-    shell.mErrors.reset();
-  }
+  static void Exit(Shell& shell) { shell.ReleaseProcess(); }
 
   static void Execute(Shell& shell, const CommandLine& command) {
     shell.mQueue.push_back(command);
@@ -104,9 +70,7 @@ void PublishShell() {
   });
 }
 
-Shell::Shell() : mOutput(nullptr, std::fclose), mErrors(nullptr, std::fclose) {
-  Glink<void(Shell&)>(PluginSlotOf("Shell.__init"), *this);
-}
+Shell::Shell() { Glink<void(Shell&)>(PluginSlotOf("Shell.__init"), *this); }
 
 Shell::~Shell() { Glink<void(Shell&)>(PluginSlotOf("Shell.__exit"), *this); }
 
@@ -136,9 +100,11 @@ void Shell::Start(const CommandLine& command) {
   if (command.Text.Bytes().find_first_of(std::string_view("\0\n", 2)) != std::string_view::npos) {
     return Refuse("A line end or a NUL cannot be part of a command.");
   }
-  if (!mOutput || !mErrors) return Refuse("No temporary file can be made.");
-  mErrorStarts.insert(mErrorStarts.begin(), SizeOf(mErrors.get()));
-  mProcess = StartInterpreter(command, fileno(mOutput.get()), fileno(mErrors.get()));
+  if (!mOutput.IsOpen() || !mErrors.IsOpen()) {
+    return Refuse("No temporary file can be made in /tmp, in TMPDIR or in memory.");
+  }
+  mRuns.push_back({mOutput.Size(), mErrors.Size(), command.OutputSize});
+  mProcess = StartInterpreter(command, mMark, mOutput.Descriptor(), mErrors.Descriptor());
   if (mProcess == 0) return Refuse(std::strerror(errno));
   mEnd = EndDescriptor(mProcess);
   if (mEnd >= 0) RuntimeWakeOn(mEnd);
@@ -156,6 +122,7 @@ bool Shell::ReapChild() {
   const pid_t ended = waitpid(mProcess, &status, WNOHANG);
   if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
   mErrorCode = ended > 0 && WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  mRuns.back().Status = mErrorCode;
   ReleaseProcess();
   return true;
 }
@@ -169,31 +136,42 @@ void Shell::ReleaseProcess() {
 }
 
 // In one buffer of the right size, since the text may be large.
-String Shell::Gathered() {
+String Shell::Gathered() const {
   constexpr std::size_t slack = 8192;  // for the words that are put in front of the text
   std::string text;
-  if (mOutput && mErrors) {
-    text.reserve(SizeOf(mOutput.get()) + SizeOf(mErrors.get()) + mRefusals.size() + 2 + slack);
-    AppendContents(text, mOutput.get());
+  if (mOutput.IsOpen() && mErrors.IsOpen()) {
+    text.reserve(mOutput.Size() + mErrors.Size() + mRefusals.size() + 2 + slack);
+    std::string around;
+    for (std::size_t run = 0; run < mRuns.size(); ++run) AppendOutput(text, run, around);
     EndLine(text);
-    const auto start = text.size();
-    AppendContents(text, mErrors.get());
-    RemoveQuestions(text, start);
+    around.clear();
+    for (std::size_t run = 0; run < mRuns.size(); ++run) AppendErrors(text, run, around);
     EndLine(text);
   }
   text += mRefusals;
   return {std::move(text)};
 }
 
-// `su` asks as PAM does, before anything else is written; `sudo` asks with our own words.
-void Shell::RemoveQuestions(std::string& text, std::size_t errors) const {
+void Shell::AppendOutput(std::string& text, std::size_t run, std::string& around) const {
+  const auto& [output, errors, size, status] = mRuns[run];
+  const auto start = text.size();
+  mOutput.AppendTo(text, output, run + 1 < mRuns.size() ? mRuns[run + 1].Output : mOutput.Size());
+  KeepMarked(text, start, mMark);
+  if (mRuns[run].IsCheck()) around = text.substr(start);
+  if (status == 0 && size) return KeepLast(text, start, *size);
+  RemoveLeading(text, start, around);
+}
+
+// A prompt ends without a newline, so it stands in front of what is written next. That of `su` is
+// known when PAM uses its own, that of `sudo` has our words, and any other was seen in the check.
+void Shell::AppendErrors(std::string& text, std::size_t run, std::string& around) const {
   constexpr std::string_view suPrompt = "Password: ";
-  for (const auto start : mErrorStarts) {
-    const auto at = errors + start;
-    if (std::string_view(text).substr(std::min(at, text.size())).starts_with(suPrompt))
-      text.erase(at, suPrompt.size());
-  }
-  EraseAll(text, errors, SudoPrompt);
+  const auto start = text.size();
+  mErrors.AppendTo(text, mRuns[run].Errors,
+                   run + 1 < mRuns.size() ? mRuns[run + 1].Errors : mErrors.Size());
+  if (mRuns[run].IsCheck()) around = text.substr(start);
+  RemoveLeading(text, start, around.empty() ? suPrompt : around);
+  EraseAll(text, start, SudoPrompt);
 }
 
 }  // namespace zelto

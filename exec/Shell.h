@@ -2,12 +2,11 @@
 
 #include <sys/types.h>
 
-#include <cstdio>
 #include <deque>
-#include <memory>
 #include <vector>
 
 #include "exec/CommandLines.h"
+#include "exec/OutputFile.h"
 #include "platform/runtime/Object.h"
 
 namespace zelto {
@@ -31,33 +30,44 @@ class Shell : public Object {
   bool IsRunning();
   // The exit status of the last command that ended, 128 and the signal if one ended it.
   Int32 ErrorCode() const { return mErrorCode; }
-  // The standard output of all commands so far in order, then their standard error, without the
-  // questions for a password.
+  // What the commands so far wrote themselves: standard output in order, then standard error. What
+  // `su` and `sudo` write is not part of it unless they fail.
   String ReadAll();
 
  private:
   friend struct ShellPlugin;
 
-  using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+  // Where the output of a command that was started begins, and what is known of it.
+  struct Run {
+    std::size_t Output;
+    std::size_t Errors;
+    std::optional<std::size_t> OutputSize;
+    Int32 Status = -1;
+    // A command that succeeds and writes nothing leaves only what `su` and `sudo` write around it.
+    bool IsCheck() const { return Status == 0 && OutputSize == 0; }
+  };
 
   void Start(const CommandLine& command);
   void Refuse(const char* reason);
   bool ReapChild();
   void ReleaseProcess();
-  String Gathered();
-  // In the standard error that begins at the place in the text.
-  void RemoveQuestions(std::string& text, std::size_t errors) const;
+  String Gathered() const;
+  // What the run itself wrote. The last parameter is what `su` and `sudo` wrote in the check
+  // before.
+  void AppendOutput(std::string& text, std::size_t run, std::string& around) const;
+  void AppendErrors(std::string& text, std::size_t run, std::string& around) const;
 
   Int32 mMode = 0;
   Int32 mErrorCode = 0;
   pid_t mProcess = 0;  // 0: none runs
   int mEnd = -1;       // readable when the process has ended; -1 where there is no such thing
   std::deque<CommandLine> mQueue;
-  // Unlinked files, and no pipes: a command never blocks on them, nor dies of a reader's death.
-  File mOutput;
-  File mErrors;
-  std::vector<std::size_t> mErrorStarts;  // where each command's errors begin, the last one's first
-  std::string mRefusals;                  // why lines were not started
+  // Files, and no pipes: a command never blocks on them, nor dies of a reader's death.
+  OutputFile mOutput;
+  OutputFile mErrors;
+  std::vector<Run> mRuns;
+  std::string mMark;  // what the front end writes around a command's output; nobody can guess it
+  std::string mRefusals;  // why lines were not started
 };
 
 // Publishes the plug-in that the shell is.

@@ -6,9 +6,10 @@
 
 #include "exec/Shell.h"
 
-// A folder of the test's own in which scripted `su` and `sudo` stand first on the path. They accept
-// the pair "zt" and "secret", note what they were called with, and run what they are asked to run
-// with the rights of the test.
+// A folder of the test's own, first on PATH, with scripted `su` and `sudo` behind a copy of the
+// front end: that of the build is not used where others cannot reach it. The scripts accept the
+// pair "zt" and "secret", note what they were called with, and run what they are asked to run with
+// the rights of the test.
 class StubPrograms {
  public:
   StubPrograms();
@@ -18,6 +19,8 @@ class StubPrograms {
 
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
+  // For the start of PATH: the front end, and the folder of the scripts.
+  std::string Programs() const { return Path("front") + ":" + Path("bin"); }
   void Script(const std::string& name, const std::string& body) const;
   // A command for a script that blocks until Release or the end of this object.
   std::string Blocker() const { return "read -r line <'" + Path("gate") + "'"; }

@@ -26,8 +26,9 @@ std::optional<ContentRecord> ExtractRecord(Shell& shell, const String& path) {
   const ContentLock lock;
   shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
   shell.Execute(MemberExtract(Globals::Passwd, Globals::User, path));
-  if (shell.ErrorCode() != 0 || !IsContentRecordInPlace()) return std::nullopt;
-  shell.Execute(MemberRead(Globals::Passwd, Globals::User));
+  const auto size = ContentRecordSize();
+  if (shell.ErrorCode() != 0 || !size) return std::nullopt;
+  shell.Execute(MemberRead(Globals::Passwd, Globals::User, *size));
   return ReadContentRecord(shell.ReadAll());
 }
 

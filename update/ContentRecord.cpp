@@ -15,11 +15,14 @@ String WithoutCarriageReturn(const String& line) {
 
 }  // namespace
 
-bool IsContentRecordInPlace() {
-  constexpr off_t largest = 65'536;  // bytes
+std::optional<std::size_t> ContentRecordSize() {
+  constexpr off_t largest = 65'536;  // bytes; the front end lets the check write no more
   struct stat record {};
-  return lstat(ContentRecordPath, &record) == 0 && S_ISREG(record.st_mode) &&
-         record.st_nlink == 1 && record.st_size <= largest;
+  if (lstat(ContentRecordPath, &record) != 0 || !S_ISREG(record.st_mode) || record.st_nlink != 1 ||
+      record.st_size > largest) {
+    return std::nullopt;
+  }
+  return static_cast<std::size_t>(record.st_size);
 }
 
 ContentRecord ReadContentRecord(const String& text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/runtime/String.h"
 
 namespace zelto {
@@ -11,9 +13,10 @@ struct ContentRecord {
   String Description;
 };
 
-// Whether a record of a size worth showing lies there: a regular file with one name. A member
-// of the path may just as well be a link to a file that is not the update's to show.
-bool IsContentRecordInPlace();
+// The size in bytes of the record that lies in the file system; nothing unless it is a regular file
+// with no other name and of a size worth showing. A member of the path may just as well be a link
+// to a file that is not the update's to show.
+std::optional<std::size_t> ContentRecordSize();
 
 // Reads the record from the text that the commands of a check give: line 0 is the member that was
 // extracted, lines 1 to 3 are the record's. A value stands between the first and the second "=" of

@@ -12,7 +12,7 @@ TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
             "echo  | su ann -c 'echo  | sudo -S /usr/bin/true'");
   EXPECT_EQ(Bytes(MemberExtract("pw1", "ann", "/a b/c.tar.gz").Text),
             "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\" /tmp/.KVX.Content'");
-  EXPECT_EQ(Bytes(MemberRead("pw1", "ann").Text),
+  EXPECT_EQ(Bytes(MemberRead("pw1", "ann", 9).Text),
             "echo pw1 | su ann -c 'sudo cat /tmp/.KVX.Content'");
   EXPECT_EQ(Bytes(FullExtract("pw1", "ann", "/a b/c.tar.gz").Text),
             "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\"'");

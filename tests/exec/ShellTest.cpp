@@ -41,13 +41,67 @@ TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   EXPECT_EQ(Bytes(mShell->ReadAll()), "one\ntwo\nthree\n");
 }
 
-TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutTheQuestions) {
+TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutThePrompts) {
   mShell->Execute({"printf out; echo bad >&2"});
   mShell->Execute(CredentialCheck("wrong", "zt"));
   mShell->Execute(CredentialCheck("secret", "zt"));
   mShell->Execute({"echo out; echo 'the Password: is asked' >&2; printf last >&2"});
   EXPECT_EQ(Bytes(mShell->ReadAll()),
             "outout\nbad\nsu: Authentication failure\nthe Password: is asked\nlast\n");
+}
+
+TEST_F(ShellTest, HandsBackTheRecordAtItsLinesWhateverSuPrints) {
+  const std::string update = mStubs.Update("u.gz", GoodRecord);
+  const std::string oneLine = "echo Your password expires soon.";
+  const std::string differentLine = "echo Call $(wc -c <" + mStubs.Path("su.calls") + ").";
+  const std::string ownPath = "PATH=" + mStubs.Path("bin") + ":/bin; ";
+  const struct {
+    std::string Before;  // the command
+    std::string After;
+    bool IsFound = true;  // the front end
+  } cases[] = {{":", ":"},
+               {oneLine, oneLine},
+               {oneLine + "; " + oneLine, ":"},
+               {differentLine, differentLine},
+               {oneLine, ":", false},
+               {differentLine, ":", false}};
+  for (const auto& [before, after, isFound] : cases) {
+    mStubs.Script("su", "read -r password; " + before + "; " + (isFound ? "" : ownPath) +
+                            "sh -c \"$3\"; status=$?; " + after + "; exit $status");
+    const auto shell = NewShell();
+    shell->Execute(CredentialCheck("secret", "zt"));
+    shell->Execute(MemberExtract("secret", "zt", update));
+    shell->Execute(MemberRead("secret", "zt", GoodRecord.size()));
+    shell->Execute(FullExtract("secret", "zt", update));
+    const std::string record = "/tmp/.KVX.Content\n" + GoodRecord;
+    const std::string installed = "/tmp/.KVX.Content\n" + mStubs.Path("installed/member\n");
+    const std::string text = Bytes(shell->ReadAll());
+    EXPECT_EQ(text.substr(0, record.size()), record) << before;
+    if (isFound || before == oneLine) {
+      EXPECT_EQ(text.substr(record.size()), installed) << before;
+    }
+    EXPECT_EQ(text.substr(text.size() - installed.size()), installed) << before;
+  }
+  std::filesystem::remove("/tmp/.KVX.Content");
+}
+
+TEST_F(ShellTest, LeavesOutPromptsInAnyWordsAndKeepsFailures) {
+  for (const std::string prompt :
+       {"ZELTO_PASSPHRASE", "[sudo: ZELTO_PASSPHRASE] Password: \n",
+        "Token of sudo: ", "sudo: unable to resolve host\nZELTO_PASSPHRASE"}) {
+    mStubs.Script("su",
+                  "printf 'Code for su: ' >&2; read -r password\n"
+                  "[ $password = secret ] || { echo 'su: no' >&2; exit 1; }\nsh -c \"$3\"");
+    mStubs.Script("sudo", "shift; printf '" + prompt + "' >&2; read -r password; exec \"$@\"");
+    const auto shell = NewShell();
+    shell->Execute(CredentialCheck("secret", "zt"));
+    shell->Execute(FullExtract("secret", "zt", "/missing"));
+    const std::string complaint = Bytes(shell->ReadAll());
+    EXPECT_EQ(complaint.find("tar"), 0U) << complaint;
+    EXPECT_NE(complaint.find("/missing"), std::string::npos);
+    shell->Execute(FullExtract("wrong", "zt", "/missing"));
+    EXPECT_EQ(Bytes(shell->ReadAll()), complaint + "su: no\n");
+  }
 }
 
 TEST_F(ShellTest, NeverBlocksOnAChildThatKeepsTheOutput) {
@@ -72,10 +126,18 @@ TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
   EXPECT_EQ(mShell->ErrorCode(), 128 + SIGINT);
 }
 
+// Neither the interpreter, nor the front end while its command runs, nor `sudo`.
 TEST_F(ShellTest, ShowsThePasswordToNobody) {
-  mStubs.Script("su", "tr '\\0' '\\n' </proc/$PPID/cmdline; tr '\\0' '\\n' </proc/$PPID/environ");
-  mShell->Execute(MemberRead("secret", "zt"));
+  const std::string look =
+      "tr '\\0' '\\n' </proc/$each/cmdline; tr '\\0' '\\n' </proc/$each/environ";
+  mStubs.Script("su", "for each in $PPID; do " + look + "; done; sh -c \"$3\"");
+  mStubs.Script("sudo",
+                "read -r line; [ $line = secret ] || exit 1\n"
+                "for each in $PPID $$; do " +
+                    look + "; done");
+  mShell->Execute(FullExtract("secret", "zt", "/missing"));
   const std::string text = Bytes(mShell->ReadAll());
-  EXPECT_NE(text.find("sh\n"), std::string::npos);
+  EXPECT_EQ(mShell->ErrorCode(), 0);
+  EXPECT_NE(text.find("/front/sudo\n-S\ntar\n"), std::string::npos) << text;
   EXPECT_EQ(text.find("secret"), std::string::npos) << text;
 }

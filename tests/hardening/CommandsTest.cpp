@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,6 +26,12 @@ bool InChild(Check check) {
   int status = 0;
   waitpid(child, &status, 0);
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// Gives this process mounts of its own, if it may.
+bool StandsApart() {
+  return unshare(CLONE_NEWNS) == 0 &&
+         mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
 bool Says(const Ref<Shell>& shell, const char* text) {
@@ -103,19 +110,37 @@ TEST(Hardening, AFullProcessTableIsAFailureThatSaysSo) {
              "");
 }
 
+TEST(Hardening, WhereNothingCanBeWrittenToTmpTheOutputGoesElsewhere) {
+  if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
+  Tally tally("a command finishes when /tmp cannot be written");
+  tally.Case(
+      InChild([] {
+        if (!StandsApart() || mount("none", "/tmp", "tmpfs", 0, nullptr) != 0 ||
+            mkdir("/tmp/ours", 0700) != 0 ||
+            mount("/tmp/ours", "/tmp/ours", nullptr, MS_BIND, nullptr) != 0 ||
+            mount(nullptr, "/tmp", nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
+          return false;
+        }
+        const auto writesTo = [](const char* folder, const char* place) {
+          setenv("TMPDIR", folder, 1);
+          const auto shell = NewShell();
+          shell->Execute({"readlink /proc/$$/fd/1 /proc/$$/fd/2"});
+          const auto text = Bytes(shell->ReadAll());
+          return text.starts_with(place) && text.find(place, 1) != text.npos;
+        };
+        return writesTo("/tmp/ours", "/tmp/ours/") && writesTo("/tmp", "/memfd:");
+      }),
+      "");
+}
+
 TEST(Hardening, AFullTemporaryFolderDoesNotStopACommand) {
-  if (getuid() != 0) GTEST_SKIP() << "needs root to mount a small folder";
-  const auto standsApart = [] {
-    return unshare(CLONE_NEWNS) == 0 &&
-           mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-  };
-  if (!InChild(standsApart)) GTEST_SKIP() << "needs a view of the mounts of its own";
+  if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
   Tally tally("a command finishes when the temporary folder is full");
   const StubPrograms programs;
   const std::string done = programs.Path("done");
   tally.Case(InChild([&] {
                const int folder = open(programs.Folder().c_str(), O_PATH);
-               if (!standsApart() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
+               if (!StandsApart() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
                  return false;
                }
                const auto shell = NewShell();

@@ -9,28 +9,31 @@ using namespace zelto;
 
 namespace {
 
-// Nothing is on the path but `sh` and the stubs, which report their words and what they read, and
-// hand on what `su` is to run. So any other command shows as one that is not found.
+// Nothing is on the path but `sh`, the front end and the stubs, which record their words and
+// what they read, and hand on what `su` is to run. So any other command shows as one that is not
+// found.
 class RecordingStubs : public StubPrograms {
  public:
   explicit RecordingStubs(const std::string& loginShell = "sh") {
     const std::string reports =
         "{ printf '%s' \"${0##*/}\"; for word; do printf '\\037%s' \"$word\"; done; printf "
-        "'\\036'; }";
-    const std::string reads = "{ IFS= read -r line; printf 'read\\037%s\\036' \"$line\"; }";
+        "'\\036'; } >>" +
+        Path("told");
+    const std::string reads =
+        "{ IFS= read -r line; printf 'read\\037%s\\036' \"$line\"; } >>" + Path("told");
     Script("su", reports + "; " + reads + "; while [ \"$1\" != -c ]; do shift; done; exec /bin/" +
                      loginShell + " -c \"$2\"");
     Script("sudo", reports + "; [ \"$1\" != -S ] || " + reads);
     Script("tar", reports);
     std::filesystem::create_symlink("/bin/sh", Folder() / "bin/sh");
-    setenv("PATH", Path("bin").c_str(), 1);
+    setenv("PATH", Programs().c_str(), 1);
   }
 
   std::string Reported(const CommandLine& command) const {
     const auto shell = NewShell();
     shell->Execute(command);
-    std::string told = Bytes(shell->ReadAll());
-    if (!told.empty()) told.pop_back();  // the end of the last line
+    const auto told = Read(Path("told")) + Bytes(shell->ReadAll());
+    std::filesystem::remove(Path("told"));
     return told + (shell->ErrorCode() == 0 ? "" : "failed");
   }
 };
@@ -76,12 +79,14 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
       return told.substr(start, told.find_first_of("\036\037", start) - start);
     };
     const auto checked = stubs.Reported(CredentialCheck(passwd, user));
-    tally.Case(checked == runs(argument(checked),
-                               Reported({"sudo", "-S", "/usr/bin/true"}) + Reported({"read", passwd})),
+    tally.Case(checked == runs(argument(checked), Reported({"sudo", "-S", "/usr/bin/true"}) +
+                                                      Reported({"read", passwd})),
                checked);
     const auto extracted = stubs.Reported(FullExtract(passwd, user, path));
-    tally.Case(extracted == runs(argument(extracted), Reported({"sudo", "tar", "-zxPvf", path})),
-               extracted);
+    tally.Case(
+        extracted == runs(argument(extracted), Reported({"sudo", "-S", "tar", "-zxPvf", path}) +
+                                                   Reported({"read", passwd})),
+        extracted);
   }
 }
 

@@ -76,7 +76,7 @@ TEST_F(UpdateTest, ABadFileAsksAndObeys) {
 }
 
 TEST_F(UpdateTest, AFailedCredentialCheckAloneDoesNotDecide) {
-  mStubs.Script("sudo", "[ $1 = -S ] && exit 1; exec \"$@\"");
+  mStubs.Script("sudo", "shift; [ $1 = /usr/bin/true ] && exit 1; exec \"$@\"");
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
 }
@@ -101,7 +101,7 @@ TEST_F(UpdateTest, InstallsTellsAndClears) {
   EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
   const auto calls = mStubs.Calls("sudo");
   EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
-  EXPECT_EQ(calls.back(), (std::vector<std::string>{"tar", "-zxPvf", mGood}));
+  EXPECT_EQ(calls.back(), (std::vector<std::string>{"-S", "tar", "-zxPvf", mGood}));
 }
 
 TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
@@ -115,7 +115,7 @@ TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
 TEST_F(UpdateTest, TheRecordIsLockedDuringACheckAndAnInstallation) {
   const std::string log = "flock -n /tmp true || echo locked >>" + mStubs.Path("locks");
   mStubs.Script("tar", log + "; exec /bin/tar \"$@\"");
-  mStubs.Script("cat", log + "; exec /bin/cat \"$@\"");
+  mStubs.Script("cat", "[ $# = 0 ] || " + log + "; exec /bin/cat \"$@\"");
   Choose(mGood);
   WhenModalPress("Install Another");
   Press(mWindow->pbUpdate());

@@ -104,9 +104,9 @@ class Desktop:
         shutil.copytree(self._program.parent, self._folder / "bin")
         shutil.copytree(Path(__file__).parent, self._folder / "driver",
                         ignore=shutil.ignore_patterns("__pycache__"))
-        resources = self._program.parent.parent / "Resources"
-        if resources.is_dir():
-            shutil.copytree(resources, self._folder / "Resources")
+        for name in "Resources", "libexec":
+            if (beside := self._program.parent.parent / name).is_dir():
+                shutil.copytree(beside, self._folder / name)
         self._prepare(self._folder)
         for place, _, names in os.walk(self._folder):
             for copied in [place, *(os.path.join(place, name) for name in names)]:
