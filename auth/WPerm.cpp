@@ -1,5 +1,8 @@
 #include "ui/WPerm.h"
 
+#include <unistd.h>
+
+#include "auth/FailureReason.h"
 #include "auth/GetUserName.h"
 #include "core/Globals.h"
 #include "exec/Shell.h"
@@ -13,6 +16,14 @@ namespace {
 constexpr Int32 allowedAttempts = 3;
 constexpr Int32 shakePeriod = 50;  // milliseconds
 constexpr Int32 shakeSteps = 7;    // a third of a second
+
+String Explanation(Shell& shell, const String& passwd, Int32 failures) {
+  const auto prior = getuid() == 0 ? PriorCheck::None : PriorCheck::Su;
+  const auto reason = FailureReason(shell.ReadAll(), shell.ErrorCode(), prior, passwd);
+  if (failures < allowedAttempts) return reason;
+  return reason + EndOfLine() +
+         "No further attempt counts. Press Cancel and start the utility again.";
+}
 
 }  // namespace
 
@@ -41,6 +52,8 @@ void WPerm::PushButton1_Action() {
     Timer1()->Period(shakePeriod);
     Timer1()->Mode(2);
     passwd()->SelectAll();
+    passwd()->SetFocus();
+    passwd()->ShowBalloon(Explanation(*shell, passwd()->Text(), Counter));
     return;
   }
   Globals::Authenticated = true;

@@ -103,6 +103,7 @@ class EditField : public RectControl {
   // Raises TextChange before it returns, as typing does.
   void Text(const String& text);
   void SelectAll() { PaneOf().SelectAll(); }
+  void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }
 
   void Border(bool hasBorder) { Set(mState.Border, hasBorder); }
   // Of effect before the window opens.

@@ -133,6 +133,8 @@ class EditFieldPane : public Pane {
   virtual String Text() const = 0;
   virtual void SetText(const String& text) = 0;
   virtual void SelectAll() = 0;
+  // Shows the text beside the field until the next key.
+  virtual void ShowBalloon(const String& text) = 0;
 };
 
 class TimerImp {

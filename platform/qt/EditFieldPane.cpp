@@ -9,6 +9,7 @@
 #include "platform/Application.h"
 #include "platform/Control.h"
 #include "platform/Files.h"
+#include "platform/qt/Balloon.h"
 #include "platform/qt/FittedText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
@@ -128,6 +129,11 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   void SelectAll() override { mLine ? mLine->selectAll() : mArea->selectAll(); }
 
+  void ShowBalloon(const String& text) override {
+    delete mBalloon;
+    mBalloon = new Balloon(Widget(), ToDisplayText(text));
+  }
+
   void AcceptFileDrop(const String& type) override {
     new FileDrops(mField, mArea ? mArea->viewport() : mLine, type);
   }
@@ -202,6 +208,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
   const EditFieldState& mState;
   QPointer<QLineEdit> mLine;
   QPointer<QPlainTextEdit> mArea;
+  QPointer<Balloon> mBalloon;
   String mWritten;  // what the program wrote last
   QString mShown;   // how that is shown
   QString mBefore;  // what was shown before a change

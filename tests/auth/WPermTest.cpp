@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QLabel>
+#include <QTest>
 
 #include "auth/GetUserName.h"
 #include "tests/Fixtures.h"
@@ -57,6 +59,33 @@ TEST_F(WPermTest, AfterThreeFailuresTheRightPairHasNoEffect) {
   EXPECT_FALSE(Globals::Authenticated);
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_TRUE(GetImplicitWindow("WPerm.WPerm") == mDialog);
+}
+
+TEST_F(WPermTest, AFailureSaysWhyUntilTheNextKey) {
+  mDialog->Show();
+  Until([] { return QApplication::activeWindow(); });
+  auto& field = ControlWidget(*QApplication::activeWindow(), "passwd");
+  const auto balloon = [] {
+    QString shown;
+    for (auto* top : QApplication::topLevelWidgets()) {
+      if (auto* label = qobject_cast<QLabel*>(top); label && label->isVisible())
+        shown += label->text();
+    }
+    return shown.toStdString();
+  };
+  const std::string reason = "The name or the password was not accepted.";
+  for (int i = 0; i < 2; ++i) Press("zt", "wrong");
+  EXPECT_EQ(balloon(), reason);
+  EXPECT_EQ(field.accessibleDescription().toStdString(), reason);
+  EXPECT_TRUE(field.hasFocus());
+  QTest::keyClick(&field, Qt::Key_End);
+  EXPECT_EQ(balloon() + field.accessibleDescription().toStdString(), "");
+  Press("zt", "wrong");
+  EXPECT_EQ(balloon(),
+            reason + "\nNo further attempt counts. Press Cancel and start the utility again.");
+  QTest::keyClick(&field, Qt::Key_End);
+  Press("zt", "wrong");
+  EXPECT_EQ(balloon(), "");
 }
 
 TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {

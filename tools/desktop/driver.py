@@ -24,8 +24,8 @@ PR_SET_CHILD_SUBREAPER = 36
 
 class Driver:
     """Its public methods are the requests. Of several windows with one title the active one is
-    meant. Offsets and extents are those of the program's own layout: they do not change with the
-    scale, and offsets start below a menu bar."""
+    meant; a balloon is no window. Offsets and extents are those of the program's own layout: they do not
+    change with the scale, and offsets start below a menu bar."""
 
     def __init__(self, scale, command):
         # Whatever the program leaves behind stays below this process, where the session finds it.
@@ -87,6 +87,9 @@ class Driver:
                 "showing": _has(node, Atspi.StateType.SHOWING),
                 "focused": _has(node, Atspi.StateType.FOCUSED)}
 
+    def description(self, name):
+        return self._control(name).get_description()
+
     def extents(self, name):
         return _extents(self._control(name))
 
@@ -145,7 +148,8 @@ class Driver:
         for application in _children(desktop):
             if application.get_process_id() == self._program.pid:
                 application.set_cache_mask(Atspi.Cache.NONE)
-                windows += [w for w in _children(application) if _has(w, Atspi.StateType.SHOWING)]
+                windows += [w for w in _children(application)
+                            if _has(w, Atspi.StateType.SHOWING) and w.get_role() != Atspi.Role.LABEL]
         return sorted(windows, key=lambda window: not _has(window, Atspi.StateType.ACTIVE))
 
     def _window(self, title):

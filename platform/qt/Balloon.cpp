@@ -1,0 +1,65 @@
+#include "platform/qt/Balloon.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QScreen>
+#include <QToolTip>
+#include <algorithm>
+
+namespace zelto {
+
+Balloon::Balloon(QWidget& anchor, const QString& text)
+    : QLabel(text, anchor.window(), Qt::ToolTip), mAnchor(anchor) {
+  constexpr int lineLength = 40;  // characters
+  constexpr int padding = 6;      // pixels
+  setTextFormat(Qt::PlainText);
+  setWordWrap(true);
+  setMargin(padding);
+  setFrameStyle(QFrame::Box);
+  setPalette(QToolTip::palette());
+  setFixedWidth(lineLength * fontMetrics().averageCharWidth() + 2 * padding);
+  adjustSize();
+  Place();
+  show();
+  mAnchor.setAccessibleDescription(text);
+  qApp->installEventFilter(this);
+}
+
+bool Balloon::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) Dismiss();
+  if (object != mAnchor.window()) return false;
+  switch (event->type()) {
+    case QEvent::Move:
+      Place();
+      break;
+    case QEvent::WindowActivate:
+      show();
+      break;
+    case QEvent::WindowDeactivate:
+      hide();
+      break;
+    case QEvent::Hide:
+      Dismiss();
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+// To the right of the widget, as far as the screen goes.
+void Balloon::Place() {
+  constexpr int gap = 4;  // pixels
+  const auto* screen = mAnchor.screen();
+  const QPoint right = mAnchor.mapToGlobal(QPoint(mAnchor.width() + gap, 0));
+  move(std::min(right.x(), screen->availableGeometry().right() + 1 - width()), right.y());
+}
+
+void Balloon::Dismiss() {
+  qApp->removeEventFilter(this);
+  hide();
+  mAnchor.setAccessibleDescription({});
+  deleteLater();
+}
+
+}  // namespace zelto
