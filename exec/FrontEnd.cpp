@@ -61,10 +61,10 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// Beside the program's folder in the build, below the installation's prefix otherwise.
+// Beside the program's folder in the build, elsewhere when installed.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
-  for (const fs::path place : {"../libexec", "../../../" ZELTO_LIBEXECDIR}) {
+  for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {
     std::error_code error;
     const auto file = fs::canonical(program / place / "zelto-update-utility/sudo", error);
     if (!error && IsSafeForAll(file)) return file.parent_path();

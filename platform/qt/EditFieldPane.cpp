@@ -131,7 +131,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   void ShowBalloon(const String& text) override {
     delete mBalloon;
-    mBalloon = new Balloon(Widget(), ToDisplayText(text));
+    mBalloon = new Balloon(mArea ? static_cast<QWidget&>(*mArea) : *mLine, ToDisplayText(text));
   }
 
   void AcceptFileDrop(const String& type) override {

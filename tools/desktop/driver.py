@@ -24,8 +24,8 @@ PR_SET_CHILD_SUBREAPER = 36
 
 class Driver:
     """Its public methods are the requests. Of several windows with one title the active one is
-    meant; a balloon is no window. Offsets and extents are those of the program's own layout: they do not
-    change with the scale, and offsets start below a menu bar."""
+    meant, and a balloon is no window. Offsets and extents are those of the program's own layout: they
+    do not change with the scale, and offsets start below a menu bar."""
 
     def __init__(self, scale, command):
         # Whatever the program leaves behind stays below this process, where the session finds it.

@@ -1,0 +1,136 @@
+import contextlib
+import datetime
+import os
+import subprocess
+import tarfile
+from pathlib import Path
+
+from desktop.accounts import run
+from desktop.updates import make_update
+from desktop.utility import AUTHENTICATE, MAIN, Utility
+from place import PROGRAM, DesktopTest
+
+RECORD = Path("/tmp/.KVX.Content")
+PASSWORD_FIELD = "Password or Phrase:"
+OWN_PROMPT = r"""
+int pam_prompt(void *, int, char **, const char *, ...);
+int pam_set_item(void *, int, const void *);
+int pam_sm_setcred(void *handle, int flags, int count, const char **words) { return 0; }
+int pam_sm_authenticate(void *handle, int flags, int count, const char **words) {
+  char *answer = 0;
+  int failure = pam_prompt(handle, 1, &answer, "Say the word: ");
+  return failure ? failure : pam_set_item(handle, 6, answer);
+}
+"""
+
+
+class SetUps(DesktopTest):
+    @contextlib.contextmanager
+    def defaults(self, account, setting):
+        file = Path("/etc/sudoers.d", account.name)
+        file.write_text(f"Defaults:{account.name} {setting}\n")
+        try:
+            yield
+        finally:
+            file.unlink()
+
+    @contextlib.contextmanager
+    def pam(self, line):
+        """The line comes first in what PAM does for `sudo`."""
+        file = Path("/etc/pam.d/sudo")
+        before = file.read_text()
+        file.write_text(f"{line}\n{before}")
+        try:
+            yield
+        finally:
+            file.write_text(before)
+
+    def own_prompt(self):
+        module = self.folder / "own_prompt.so"
+        subprocess.run(["c++", "-x", "c", "-shared", "-fPIC", "-o", module, "-", "-l:libpam.so.0"],
+                       input=OWN_PROMPT, text=True, check=True)
+        return self.pam(f"auth required {module}")
+
+    @contextlib.contextmanager
+    def ageing(self, account):
+        changed = datetime.date.today() - datetime.timedelta(days=6)
+        run(["chage", "-M", "10", "-W", "7", "-d", str(changed), account.name])
+        yield
+
+    def test_the_whole_job_is_done_and_no_text_but_that_of_tar_shown(self):
+        account = self.account()
+        set_ups = {
+            "visiblepw": self.defaults(account, "visiblepw"),
+            "no ticket": self.defaults(account, "timestamp_timeout=0"),
+            "override": self.defaults(account, "passprompt_override"),
+            "own prompt": self.own_prompt(),
+            "message": self.pam("auth optional pam_echo.so Sessions are recorded."),
+            "ageing": self.ageing(account)}
+        for kind, set_up in set_ups.items():
+            with self.subTest(kind), set_up, self.running(account) as utility:
+                members = self.members(**{kind: (b"new", 0o644)})
+                path = self.update("a.gz", kind, members=members)
+                utility.fill("Patchfile:", path)
+                utility.shows(kind, "1.0", "A sample update.")
+                utility.start()
+                utility.outcome()
+                self.assert_installed(members)
+                utility.answer("Install Another")
+                utility.fill("Patchfile:", path)
+                utility.until(utility.can_update)
+                os.truncate(path, 5)
+                utility.start()
+                self.assertRegex("\n".join(utility.dialog("OK")),
+                                 r"\ABad update file\nErrors .*\n\n(\n|(gzip|tar): .*\n)+\Z")
+
+    def test_what_cannot_work_is_refused_with_its_reason(self):
+        reasons = {"requiretty": "sudo accepts this account only on a terminal (requiretty).",
+                   "rootpw": "sudo asks for the password of another account (rootpw or targetpw)."}
+        for setting, reason in reasons.items():
+            account = self.account()
+            with self.subTest(setting), self.defaults(account, setting), Utility(account.name, PROGRAM) as utility:
+                utility.window(AUTHENTICATE)
+                utility.listen("object:property-change:accessible-description")
+                utility.try_pair(account.name, account.password)
+                utility.until(lambda: utility.description(PASSWORD_FIELD) == reason)
+                self.assertEqual(([name for name, _ in utility.heard()], utility.bells()), ([PASSWORD_FIELD], 1))
+                self.assertEqual(utility.windows(), [AUTHENTICATE])
+                utility.key("End")
+                utility.until(lambda: utility.description(PASSWORD_FIELD) == "")
+                self.assertNotIn(MAIN, utility.shown())
+
+
+class Checks(DesktopTest):
+    def test_write_nothing_but_the_record(self):
+        target = self.folder / "target"
+        target.mkdir()
+        record = tarfile.TarInfo(str(RECORD))
+
+        def archive(name, *members):
+            with tarfile.open(self.folder / name, "w:gz", format=tarfile.GNU_FORMAT) as file:
+                for member, kind, link in members:
+                    entry = tarfile.TarInfo(str(member))
+                    entry.type, entry.linkname, entry.mode = kind, str(link), 0o755
+                    file.addfile(entry)
+                file.addfile(record)
+            return str(self.folder / name)
+
+        folder, file, link = tarfile.DIRTYPE, tarfile.REGTYPE, tarfile.SYMTYPE
+        make_update(self.folder / "huge.gz", record=bytes(100 << 20), level=1)
+        attacks = [
+            archive("inside.gz", (RECORD, folder, ""), (RECORD / "evil", file, "")),
+            archive("above.gz", (RECORD, folder, ""), (f"{RECORD}/../{target.relative_to('/tmp')}/evil", file, "")),
+            archive("link.gz", (RECORD, link, target), (RECORD / "evil", file, "")),
+            archive("nested.gz", (RECORD, folder, ""), (RECORD / "to", link, target), (RECORD / "to/evil", file, "")),
+            str(self.folder / "huge.gz")]
+        utility = self.authenticated(self.account())
+        with self.tally("a check writes nothing but the record") as case:
+            for path in attacks:
+                utility.fill("Patchfile:", path)
+                utility.until(lambda: "Keep" in utility.buttons(MAIN) or utility.can_update(), 60)
+                case(RECORD.is_file() and not RECORD.is_symlink(), f"{path}: something else at the record's path")
+                case(RECORD.stat().st_size <= 65536, f"{path}: {RECORD.stat().st_size} bytes")
+                case(not os.listdir(target), f"{path}: {os.listdir(target)}")
+                if "Keep" in utility.buttons(MAIN):
+                    utility.answer("Cancel")
+                utility.fill("Patchfile:", "")
