@@ -32,6 +32,8 @@ class Driver:
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
         # A shell makes what it puts in the background deaf to this one, and all that comes of it.
         signal.signal(signal.SIGINT, signal.SIG_DFL)
+        # The program answers when its handler is done, and a check of an update takes longer than 800 ms.
+        Atspi.set_timeout(LIMIT * 1000, LIMIT * 1000)
         self._scale, self._heard = scale, []
         with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
             self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL,
