@@ -146,6 +146,11 @@ class TimerImp {
   virtual void Stop() = 0;
 };
 
+class SessionInhibitor {
+ public:
+  virtual ~SessionInhibitor() = default;
+};
+
 // The states belong to the objects, which own the parts.
 std::unique_ptr<WindowImp> NewWindowImp(Window& window, const WindowState& state);
 std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, const EditFieldState& state,
@@ -164,6 +169,9 @@ Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* par
 Ref<Picture> LoadPicture(const String& path);
 // Blocks until a file of the types is chosen; nil when none was.
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
+// While the result lives, the desktop does not sleep, log out or shut down, as far as it can be
+// asked not to; it shows the reason. Does not block.
+std::unique_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
 
 // The toolkit lives from StartToolkit to EndToolkit; windows live in between.
 void StartToolkit();

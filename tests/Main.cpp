@@ -8,6 +8,10 @@ int main(int argc, char** argv) {
   // The toolkit makes one of its own in /tmp otherwise, and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
+  if (!getenv("ZELTO_BUS")) {  // the tester's own session is not to be inhibited
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
+  }
   testing::InitGoogleTest(&argc, argv);
   const int status = RUN_ALL_TESTS();
   std::filesystem::remove_all(runtime);

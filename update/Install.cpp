@@ -11,6 +11,7 @@ namespace {
 // Returns when all is written or has failed.
 void Extract(Shell& shell, const String& path) {
   const ContentLock lock;
+  const auto inhibitor = InhibitSessionEnd("Installing an update");
   shell.Execute(ForgetCredentials());
   shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
   shell.Execute(FullExtract(Globals::Passwd, Globals::User, path));

@@ -1,0 +1,85 @@
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QSessionManager>
+
+#include "platform/Toolkit.h"
+#include "platform/qt/Text.h"
+
+namespace zelto {
+
+namespace {
+
+constexpr char systemBus[] = "zelto-system";
+constexpr char sessionBus[] = "zelto-session";
+// The flags have the same values for the session manager and for the portal.
+constexpr uint logoutAndSuspend = 1 | 4;
+
+QDBusPendingCall Call(const char* bus, const char* service, const char* path, const char* interface,
+                      const QVariantList& arguments) {
+  auto message = QDBusMessage::createMethodCall(service, path, interface, "Inhibit");
+  message.setArguments(arguments);
+  return QDBusConnection(bus).asyncCall(message);
+}
+
+// An X11 session manager that asks is refused, and the window that shows why is pointed out.
+void Refuse(QSessionManager& manager) {
+  if (!manager.allowsInteraction()) return;
+  if (auto* window = QApplication::activeWindow()) QApplication::alert(window);
+  manager.cancel();
+}
+
+// Each bus has a connection of its own: a service releases what it granted once the client's
+// connection is closed, even if the answer is still on its way.
+class Inhibitor : public SessionInhibitor {
+ public:
+  explicit Inhibitor(const QString& reason)
+      : mLogind(AskLogind(reason)), mSessionManager(AskSessionManager(reason)) {
+    QObject::connect(&mSessionManager, &QDBusPendingCallWatcher::finished, &mSessionManager,
+                     [this, reason] {
+                       if (mSessionManager.isError()) AskPortal(reason);
+                     });
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &mSessionManager, Refuse,
+                     Qt::DirectConnection);
+  }
+  Inhibitor(const Inhibitor&) = delete;
+  Inhibitor& operator=(const Inhibitor&) = delete;
+  ~Inhibitor() override {
+    QDBusConnection::disconnectFromBus(systemBus);
+    QDBusConnection::disconnectFromBus(sessionBus);
+  }
+
+ private:
+  static QDBusPendingCall AskLogind(const QString& reason) {
+    QDBusConnection::connectToBus(QDBusConnection::SystemBus, systemBus);
+    return Call(systemBus, "org.freedesktop.login1", "/org/freedesktop/login1",
+                "org.freedesktop.login1.Manager",
+                {"shutdown:sleep", "ZELTO Group Update Utility", reason, "block"});
+  }
+
+  static QDBusPendingCall AskSessionManager(const QString& reason) {
+    QDBusConnection::connectToBus(QDBusConnection::SessionBus, sessionBus);
+    constexpr uint noWindow = 0;
+    return Call(sessionBus, "org.gnome.SessionManager", "/org/gnome/SessionManager",
+                "org.gnome.SessionManager",
+                {QGuiApplication::desktopFileName(), noWindow, reason, logoutAndSuspend});
+  }
+
+  static void AskPortal(const QString& reason) {
+    Call(sessionBus, "org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+         "org.freedesktop.portal.Inhibit",
+         {QString(), logoutAndSuspend, QVariantMap{{"reason", reason}}});
+  }
+
+  QDBusPendingCall mLogind;  // its answer holds the descriptor that inhibits
+  QDBusPendingCallWatcher mSessionManager;
+};
+
+}  // namespace
+
+std::unique_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason) {
+  return std::make_unique<Inhibitor>(ToDisplayText(reason));
+}
+
+}  // namespace zelto
