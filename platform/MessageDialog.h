@@ -40,6 +40,10 @@ class MessageDialog : public Object {
   const String& Explanation() const { return mExplanation; }
   void Explanation(const String& explanation) { mExplanation = explanation; }
 
+  // 0 the application's picture, 1 information, 2 warning, 3 error, 4 question, -1 none.
+  Int32 Icon() const { return mIcon; }
+  void Icon(Int32 icon) { mIcon = icon; }
+
   // The dialog's own buttons, the same objects for its whole life; the writers change nothing.
   Ref<class ActionButton> ActionButton() const { return mActionButton; }
   void ActionButton(const Ref<class ActionButton>&) {}
@@ -48,13 +52,15 @@ class MessageDialog : public Object {
   Ref<class AlternateActionButton> AlternateActionButton() const { return mAlternateActionButton; }
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
-  // Block until a button is pressed and give that button. A dialog that is dismissed otherwise
-  // gives the visible button that is for cancelling, else its action button. Both unwind their
-  // caller when the application ends.
+  // Block until a button is pressed and give that button. The keyboard has no effect for the first
+  // half second, so that no key typed ahead answers a dialog that opens by itself. A dialog that is
+  // dismissed otherwise gives the visible button that is for cancelling, else its action button.
+  // Both unwind their caller when the application ends.
   Ref<MessageDialogButton> ShowModal();
   Ref<MessageDialogButton> ShowModalWithin(const Ref<Window>& parent);
 
  private:
+  Int32 mIcon = 0;
   String mTitle;
   String mMessage;
   String mExplanation;

@@ -58,8 +58,9 @@ QPointer<QObject> WhenModal(const std::function<void(QWidget&)>& action) {
 void WhenModalPress(const std::string& button, std::string* labels) {
   WhenModal([=](QWidget& window) {
     if (labels) {
-      for (auto* label : window.findChildren<QLabel*>())
-        *labels += label->text().toStdString() + "|";
+      for (auto* label : window.findChildren<QLabel*>()) {
+        if (label->pixmap().isNull()) *labels += label->text().toStdString() + "|";
+      }
       for (auto* area : window.findChildren<QPlainTextEdit*>()) {
         *labels += area->toPlainText().toStdString() + "|";
       }

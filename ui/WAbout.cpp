@@ -47,7 +47,7 @@ std::vector<ControlRow> WAbout::Controls() {
                          .Width = 270,
                          .Height = 20,
                          .TabIndex = 3,
-                         .Text = "Copyright © 2026 ZELTO Group. All rights reserved.",
+                         .Text = "© 2026 ZELTO Group. All rights reserved.",
                          .TextAlign = 1,
                          .TextSize = 11}),
       Row(CanvasList{.Name = "Canvas2", .Width = 310, .Height = 245, .TabIndex = 4},

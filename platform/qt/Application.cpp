@@ -1,8 +1,10 @@
 #include "platform/Application.h"
 
 #include <QEventLoop>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QSettings>
 #include <QShortcutEvent>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -93,11 +95,28 @@ void EventLoopWaiter::Await(int descriptor, int milliseconds) {
   ThrowIfQuitting();
 }
 
+namespace {
+
+QIcon ApplicationIcon() {
+  QIcon icon;
+  for (const char* const file : {":/48x48.png", ":/128x128.png"}) {
+    QImageReader reader(file, "png");
+    reader.setAutoDetectImageFormat(false);  // which loads the plug-ins of all formats
+    icon.addPixmap(QPixmap::fromImage(reader.read()));
+  }
+  return icon;
+}
+
+}  // namespace
+
 void StartToolkit() {
+  // Else the toolkit's own dialogs keep what was chosen in the user's home folder.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   {
     const StartMessages guard;
     toolkit = new Toolkit;
   }
+  QApplication::setWindowIcon(ApplicationIcon());
   QApplication::setApplicationVersion(ZELTO_VERSION);
   QApplication::setDesktopFileName("local.zelto.update_utility");
   QApplication::setQuitOnLastWindowClosed(false);

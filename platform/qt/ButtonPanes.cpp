@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QPushButton>
 #include <QStyleOption>
 #include <QStylePainter>
@@ -51,9 +52,20 @@ QFont CaptionFont(const QAbstractButton& button) {
 
 class FittedPushButton : public QPushButton {
  public:
-  explicit FittedPushButton(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }
+  explicit FittedPushButton(QWidget* parent) : QPushButton(parent) {
+    setAutoDefault(false);
+    connect(qApp, &QApplication::focusChanged, this, [this] { update(); });
+  }
 
  protected:
+  // As in the toolkit's dialogs, the button that Return presses looks like the default one.
+  void initStyleOption(QStyleOptionButton* option) const override {
+    QPushButton::initStyleOption(option);
+    const auto* focused = qobject_cast<QAbstractButton*>(window()->focusWidget());
+    option->features.setFlag(QStyleOptionButton::DefaultButton,
+                             focused ? focused == this : isDefault());
+  }
+
   void paintEvent(QPaintEvent*) override {
     QStylePainter painter(this);
     QStyleOptionButton option;

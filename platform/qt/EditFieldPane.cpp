@@ -5,6 +5,7 @@
 #include <QStyleOptionFrame>
 #include <QTimer>
 #include <QUrl>
+#include <QValidator>
 
 #include "platform/Application.h"
 #include "platform/Control.h"
@@ -83,6 +84,22 @@ class FramedEdit : public Widget {
   const EditFieldState& mState;
 };
 
+// Takes newlines from the end of what a user pastes or types.
+class NewlineStrip : public QValidator {
+ public:
+  explicit NewlineStrip(QLineEdit* line) : QValidator(line), mLine(*line) {}
+
+  State validate(QString& text, int& cursor) const override {
+    if (mLine.echoMode() != QLineEdit::Normal) return Acceptable;
+    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
+    cursor = std::min(cursor, static_cast<int>(text.size()));
+    return Acceptable;
+  }
+
+ private:
+  const QLineEdit& mLine;
+};
+
 // Either a line of text or an area of several lines.
 class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
  public:
@@ -94,6 +111,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
         mLine(line),
         mArea(area) {
     if (line) {
+      line->setValidator(new NewlineStrip(line));
       QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
       top.AddToTabOrder(*line, state.TabIndex);
     } else {

@@ -1,10 +1,12 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -48,15 +50,21 @@ class MessageBoxDialog : public QDialog {
     setAccessibleDescription(ToDisplayText(dialog.Message()));
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
-    layout->addWidget(MainLine());
-    layout->addWidget(ExplanationWidget());
+    auto* head = new QHBoxLayout;
+    layout->addLayout(head);
+    AddIcon(*head);
+    auto* texts = new QVBoxLayout;
+    head->addLayout(texts, 1);
+    texts->setSpacing(12);
+    texts->addWidget(MainLine());
+    texts->addWidget(ExplanationWidget());
     layout->addWidget(Buttons());
+    qApp->installEventFilter(this);
   }
 
-  // A window can ask for attention only once it is on the screen.
   void showEvent(QShowEvent* event) override {
     QDialog::showEvent(event);
-    QTimer::singleShot(0, this, [this] { QApplication::alert(this); });
+    QTimer::singleShot(0, this, [this] { Shown(); });
   }
 
   Ref<MessageDialogButton> Pressed() const {
@@ -69,7 +77,54 @@ class MessageBoxDialog : public QDialog {
     return mDialog.ActionButton();
   }
 
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::Shortcut:
+      case QEvent::ShortcutOverride:
+      case QEvent::InputMethod:
+        return true;
+      default:
+        return false;
+    }
+  }
+
  private:
+  // A window can ask for attention only once it is on the screen.
+  void Shown() {
+    QApplication::alert(this);
+    constexpr int hold = 500;  // milliseconds
+    QTimer::singleShot(hold, this, [this] { qApp->removeEventFilter(this); });
+  }
+
+  void AddIcon(QHBoxLayout& head) {
+    const QIcon icon = IconOf(mDialog.Icon());
+    if (icon.isNull()) return;
+    auto* label = new QLabel(this);
+    label->setPixmap(icon.pixmap(style()->pixelMetric(QStyle::PM_MessageBoxIconSize)));
+    head.addWidget(label, 0, Qt::AlignTop);
+    head.setSpacing(16);
+  }
+
+  QIcon IconOf(Int32 code) const {
+    switch (code) {
+      case 0:
+        return windowIcon();
+      case 1:
+        return style()->standardIcon(QStyle::SP_MessageBoxInformation);
+      case 2:
+        return style()->standardIcon(QStyle::SP_MessageBoxWarning);
+      case 3:
+        return style()->standardIcon(QStyle::SP_MessageBoxCritical);
+      case 4:
+        return style()->standardIcon(QStyle::SP_MessageBoxQuestion);
+      default:
+        return {};
+    }
+  }
+
   QLabel* NewLabel(const String& text) {
     auto* label = new QLabel(ToDisplayText(text), this);
     label->setTextFormat(Qt::PlainText);

@@ -9,11 +9,19 @@ namespace zelto {
 
 namespace {
 
-// "gzip compressed tar file (*.tgz *.tar.gz)"
+// The desktops' own dialogs distinguish between upper and lower case: "*.[tT][gG][zZ]".
+QString Pattern(const QString& extension) {
+  QString pattern = "*.";
+  for (const QChar c : extension) {
+    pattern += c.isLetter() ? '[' + QString(c.toLower()) + c.toUpper() + ']' : QString(c);
+  }
+  return pattern;
+}
+
 QString NameFilter(const String& filter) {
   QStringList patterns;
   for (const auto& extension : FilterExtensions(filter))
-    patterns << "*." + ToDisplayText(extension);
+    patterns << Pattern(ToDisplayText(extension));
   return ToDisplayText(filter) + " (" + patterns.join(' ') + ")";
 }
 
@@ -24,10 +32,7 @@ Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   AllowInput();
   QFileDialog dialog(QApplication::activeWindow(), {}, lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
-#ifndef Q_OS_MACOS
-  // The desktops' own dialogs tell upper case from lower in a filter.
-  dialog.setOption(QFileDialog::DontUseNativeDialog);
-#endif
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
   const bool isChosen = dialog.exec() == QDialog::Accepted;
   ThrowIfQuitting();
   if (!isChosen) return nullptr;

@@ -1,12 +1,28 @@
 #include "platform/qt/Text.h"
 
+#include <QRegularExpression>
 #include <QStringEncoder>
 
 namespace zelto {
 
+namespace {
+
+// The control sequences of terminals: of parameters and a final letter, of a text that ends in a
+// bell or a string terminator, and short ones.
+void RemoveEscapeSequences(QString& text) {
+  if (!text.contains(QChar(0x1B)) && !text.contains(QChar(0x9B))) return;
+  static const QRegularExpression sequence(
+      R"((\x1B\[|\x9B)[0-?]*[ -/]*[@-~]|\x1B[\]PX^_][^\x07\x1B\n]*(\x07|\x1B\\)|\x1B[ -/]*[0-~])");
+  text.remove(sequence);
+}
+
+}  // namespace
+
 QString ToDisplayText(const String& text) {
   const auto bytes = text.Bytes();
   QString shown = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  RemoveEscapeSequences(shown);
+  shown.replace("\r\n", "\n").replace('\r', '\n');
   shown.removeIf([](QChar c) {
     return c.category() == QChar::Other_Control && c != QLatin1Char('\n') && c != QLatin1Char('\t');
   });

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -10,6 +11,7 @@
 #include <QUrl>
 
 #include "platform/Files.h"
+#include "platform/qt/Text.h"
 #include "tests/Fixtures.h"
 #include "ui/WPerm.h"
 
@@ -98,6 +100,38 @@ TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {
   QTest::keyClick(&line, Qt::Key_Z);
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x\xEF\xBF\xBD/<b>\xC3\xA4z");
   EXPECT_EQ(mWindow->Log, "TextChange TextChange ");
+}
+
+TEST_F(WidgetsTest, APastedPathLosesNewlinesAtItsEndAndAWrittenOneDoesNot) {
+  auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
+  QApplication::clipboard()->setText("/x/a\nb\r\n\n");
+  line.paste();
+  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb");
+  mWindow->EditField1()->Text("/x/a\n");
+  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\n");
+  line.clear();
+  line.setEchoMode(QLineEdit::Password);
+  line.paste();
+  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb\r\n\n");
+}
+
+TEST(DisplayText, ShowsNothingOfEscapeSequencesAndACarriageReturnAsANewline) {
+  const std::pair<const char*, const char*> shown[] = {
+      {"\x1B[1;31mred\x1B[0m \x1B[Kend", "red end"},
+      {"\xC2\x9B"
+       "31mred",
+       "red"},
+      {"\x1B]0;title\x07"
+       "a\x1B]8;;x\x1B\\b",
+       "ab"},
+      {"\x1B(Ba\x1B"
+       "cb\x1B]open\nc",
+       "abopen\nc"},
+      {"1%\r2%\r\n3%\n", "1%\n2%\n3%\n"},
+      {"a\tb\x08\x7F\x1B", "a\tb"}};
+  for (const auto& [text, expected] : shown) {
+    EXPECT_EQ(ToDisplayText(std::string(text)).toStdString(), expected);
+  }
 }
 
 TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QTest>
 
@@ -152,7 +153,7 @@ TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
       QStringList texts;
       for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
       EXPECT_EQ(texts, QStringList({"ZELTO Group Update Utility", "Version " ZELTO_VERSION,
-                                    "Copyright © 2026 ZELTO Group. All rights reserved."}));
+                                    "© 2026 ZELTO Group. All rights reserved."}));
       auto* top = about.childAt(place);
       QTest::mousePress(top, Qt::LeftButton, {}, place);
       EXPECT_TRUE(about.isVisible());
@@ -204,9 +205,11 @@ TEST_F(PresentationTest, ALongExplanationIsWholeAndFitsTheScreen) {
   dialog->Explanation(text);
   WhenModal([&](QWidget& box) {
     auto* area = box.findChild<QAbstractScrollArea*>();
-    QTest::keyClick(area, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), text);
+    Until([&] {  // the keyboard has an effect
+      QTest::keyClick(area, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
+      return QApplication::clipboard()->text().toStdString() == text;
+    });
     QTest::mouseClick(area->viewport(), Qt::LeftButton, {}, QPoint(9, 3));
     QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().size(), 100);
@@ -215,6 +218,57 @@ TEST_F(PresentationTest, ALongExplanationIsWholeAndFitsTheScreen) {
     box.close();
   });
   dialog->ShowModalWithin(mWindow);
+}
+
+TEST_F(PresentationTest, KeysTypedAheadDoNotAnswerADialog) {
+  const auto dialog = mWindow->New<MessageDialog>();
+  dialog->CancelButton()->Visible(true);
+  WhenModal([](QWidget& box) {
+    QElapsedTimer timer;
+    timer.start();
+    Until([&] {
+      for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) {
+        if (box.isVisible()) QTest::keyClick(QApplication::focusWidget(), key);
+      }
+      return !box.isVisible();
+    });
+    EXPECT_GT(timer.elapsed(), 400);
+  });
+  EXPECT_TRUE(dialog->ShowModalWithin(mWindow) == dialog->ActionButton());
+}
+
+TEST_F(PresentationTest, DialogsShowTheIconOfTheirCode) {
+  std::vector<QImage> icons;
+  for (const Int32 code : {0, 1, 2, 3, 4, -1}) {
+    const auto dialog = mWindow->New<MessageDialog>();
+    if (code != 0) dialog->Icon(code);
+    WhenModal([&](QWidget& box) {
+      for (auto* label : box.findChildren<QLabel*>()) {
+        if (!label->pixmap().isNull()) icons.push_back(label->pixmap().toImage());
+      }
+      box.close();
+    });
+    dialog->ShowModalWithin(mWindow);
+  }
+  ASSERT_EQ(icons.size(), 5U);  // the last one has none
+  EXPECT_EQ(icons[0], mTop->windowIcon().pixmap(icons[0].size()).toImage());
+  for (std::size_t i = 0; i < icons.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) EXPECT_NE(icons[i], icons[j]) << i << " and " << j;
+  }
+}
+
+TEST_F(PresentationTest, OnlyTheButtonThatReturnPressesLooksLikeTheDefault) {
+  WPerm()->Show();
+  Until([] { return QApplication::activeWindow()->windowTitle() == "Authenticate"; });
+  auto& dialog = *QApplication::activeWindow();
+  auto& button = dynamic_cast<QPushButton&>(ControlWidget(dialog, "PushButton1"));
+  const auto looks = [&] { return Rendered(button, 1); };
+  const QImage asDefault = looks();
+  ControlWidget(dialog, "PushButton2").setFocus();
+  const QImage beside = looks();
+  EXPECT_NE(beside, asDefault);
+  button.setDefault(false);
+  EXPECT_EQ(beside, looks());
 }
 
 // In a copy of this program, since the pictures lie beside the folder of the executable.

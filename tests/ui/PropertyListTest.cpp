@@ -38,7 +38,7 @@ bool IsRefused(const std::string& list, const Class& of) {
 
 TEST(PropertyLists, HaveTheirSizes) {
   // The legal notice of the About window is the one text that is free; its bytes come on top.
-  const int notice = LenB("Copyright © 2026 ZELTO Group. All rights reserved.");
+  const int notice = LenB("© 2026 ZELTO Group. All rights reserved.");
   std::vector<int> sizes;
   AddSizes<class Window1>(sizes);
   AddSizes<class WPerm>(sizes);

@@ -1,0 +1,212 @@
+#include <poll.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <QDBusVirtualObject>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QThread>
+#include <QTimer>
+#include <atomic>
+
+#include "platform/Files.h"
+#include "tests/Fixtures.h"
+
+using namespace zelto;
+
+namespace {
+
+// The services of a desktop, on the bus that the test runs on.
+class Services : public QDBusVirtualObject {
+ public:
+  explicit Services(const QStringList& names) {
+    EXPECT_TRUE(mBus.registerVirtualObject("/", this, QDBusConnection::SubPath));
+    for (const auto& name : names) EXPECT_TRUE(mBus.registerService(name));
+  }
+  ~Services() override {
+    mBus.unregisterObject("/", QDBusConnection::UnregisterTree);
+    QDBusConnection::disconnectFromBus("services");
+  }
+
+  QStringList Calls;
+  QStringList ChosenFiles;  // empty: the user cancels
+  std::atomic<bool> HasToldVersion = false;
+
+  bool HoldsLogind() const {
+    pollfd end{.fd = mReading};
+    return mReading >= 0 && poll(&end, 1, 0) == 0;  // a closed descriptor is reported
+  }
+  bool HoldsSession() const {
+    return !mClient.isEmpty() && mBus.interface()->isServiceRegistered(mClient);
+  }
+
+  void Stop() { mRepeat->stop(); }
+
+  QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+    const QVariant answer = Answer(message);
+    return answer.isValid() && bus.send(message.createReply(answer));
+  }
+
+ private:
+  QVariant Answer(const QDBusMessage& message) {
+    if (message.member() == "Get") return Version();
+    if (message.member() == "OpenFile") return OpenFile(message);
+    if (message.member() != "Inhibit") return {};
+    QString call = message.interface();
+    for (const auto& argument : message.arguments()) call += '|' + argument.toString();
+    if (call.contains("portal")) {
+      call += qdbus_cast<QVariantMap>(message.arguments().at(2))["reason"].toString();
+    }
+    Calls << call;
+    return call.contains("login1") ? Descriptor() : Cookie(message);
+  }
+
+  QVariant Version() {
+    HasToldVersion = true;
+    return QVariant::fromValue(QDBusVariant(4U));
+  }
+
+  QVariant Descriptor() {
+    int ends[2];
+    EXPECT_EQ(pipe(ends), 0);
+    mReading = ends[0];
+    QDBusUnixFileDescriptor descriptor(ends[1]);
+    close(ends[1]);
+    return QVariant::fromValue(descriptor);
+  }
+
+  QVariant Cookie(const QDBusMessage& message) {
+    mClient = message.service();
+    return 7U;
+  }
+
+  QVariant OpenFile(const QDBusMessage& message) {
+    const auto options = qdbus_cast<QVariantMap>(message.arguments().at(2));
+    Calls << FirstPatterns(options["filters"].value<QDBusArgument>());
+    // Again and again, since the client listens only once it has the answer to its call.
+    QObject::connect(mRepeat, &QTimer::timeout, this, [this] {
+      auto response =
+          QDBusMessage::createSignal("/request", "org.freedesktop.portal.Request", "Response");
+      response << (ChosenFiles.isEmpty() ? 1U : 0U) << QVariantMap{{"uris", ChosenFiles}};
+      mBus.send(response);
+    });
+    mRepeat->start(20);
+    return QVariant::fromValue(QDBusObjectPath("/request"));
+  }
+
+  static QString FirstPatterns(const QDBusArgument& filters) {
+    QString patterns;
+    filters.beginArray();
+    filters.beginStructure();
+    filters >> patterns;
+    filters.beginArray();
+    while (!filters.atEnd()) {
+      uint kind = 0;
+      QString pattern;
+      filters.beginStructure();
+      filters >> kind >> pattern;
+      filters.endStructure();
+      patterns += '|' + pattern;
+    }
+    return patterns;
+  }
+
+  QDBusConnection mBus =
+      QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
+  int mReading = -1;
+  QString mClient;
+  QTimer* mRepeat = new QTimer(this);
+};
+
+// Whether the test runs on a bus of its own. If not, a second process has run it there: a process
+// keeps to the first bus that it meets.
+bool IsOnOwnBus(const std::string& environment = "") {
+  if (getenv("ZELTO_BUS")) return true;
+  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+  const std::string command =
+      "dbus-run-session -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS ZELTO_BUS=1 " +
+      environment + " exec timeout 20 /proc/" + std::to_string(getpid()) +
+      "/exe --gtest_filter=" + test->test_suite_name() + "." + test->name() + "' 2>&1";
+  std::FILE* output = popen(command.c_str(), "r");
+  std::string said;
+  for (int c = 0; (c = std::fgetc(output)) != EOF;) said += static_cast<char>(c);
+  EXPECT_EQ(pclose(output), 0) << said;
+  return false;
+}
+
+class DesktopServicesTest : public WindowTest<> {
+ protected:
+  ~DesktopServicesTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
+
+  // Lets an installation end once both services inhibit.
+  void Install(Services& services, const std::string& end, const std::string& button) {
+    Choose(mStubs.Update("a.gz", GoodRecord));
+    mStubs.Script("tar", "until [ -e " + mStubs.Path("go") + " ]; do sleep 0.01; done; " + end);
+    const auto held = Once([&] { return services.HoldsLogind() && services.HoldsSession(); },
+                           [&] { Write(mStubs.Path("go"), ""); });
+    WhenModal([&](QWidget&) {
+      Until([&] { return !services.HoldsLogind() && !services.HoldsSession(); });
+      WhenModalPress(button);
+    });
+    InvokeHandler([&] { mWindow->pbUpdate()->Raise("Action"); });
+    EXPECT_FALSE(held);
+    mStubs.Script("tar", "exec /bin/tar \"$@\"");
+    std::filesystem::remove(mStubs.Path("go"));
+  }
+};
+
+}  // namespace
+
+TEST_F(DesktopServicesTest, HoldShutdownSleepAndLogoutDuringAnInstallation) {
+  if (!IsOnOwnBus()) return;
+  const QString logind =
+      "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
+      "Installing an update|block";
+  const QString session = "org.gnome.SessionManager|local.zelto.update_utility|0|Installing an update|5";
+  {
+    Services services({"org.freedesktop.login1", "org.gnome.SessionManager"});
+    Install(services, "true", "Install Another");
+    Install(services, "exit 2", "OK");
+    EXPECT_EQ(services.Calls, QStringList({logind, session, logind, session}));
+  }
+  Services services({"org.freedesktop.login1", "org.freedesktop.portal.Desktop"});
+  Install(services, "true", "Install Another");
+  EXPECT_EQ(services.Calls,
+            QStringList({logind, "org.freedesktop.portal.Inhibit||5|Installing an update"}));
+}
+
+TEST(DesktopServices, ShowTheirOwnOpenDialog) {
+  const QString plugins = QLibraryInfo::path(QLibraryInfo::PluginsPath);
+  if (!QFile::exists(plugins + "/platformthemes/libqxdgdesktopportal.so")) {
+    GTEST_SKIP() << "qt6-xdgdesktopportal-platformtheme is not installed";
+  }
+  if (!IsOnOwnBus("QT_QPA_PLATFORMTHEME=xdgdesktopportal")) return;
+  Services services({"org.freedesktop.portal.Desktop"});
+  QThread thread;  // since the toolkit waits for some of the answers
+  services.moveToThread(&thread);
+  QObject::connect(
+      &thread, &QThread::finished, &services, [&] { services.Stop(); }, Qt::DirectConnection);
+  thread.start();
+  const ApplicationFixture application;
+  Until([&] { return services.HasToldVersion.load(); });
+  QDBusConnection::sessionBus().interface()->isServiceRegistered("any");  // behind the answer
+  QApplication::processEvents();
+  const auto open = [] { return RuntimeGetOpenFolderItem("gzip compressed tar file"); };
+  EXPECT_FALSE(open());
+  services.ChosenFiles = QStringList(QString("file:///x/%C3%A4 b.TGZ"));
+  const auto item = open();
+  EXPECT_EQ(item ? Bytes(item->NativePath()) : "none", "/x/\xC3\xA4 b.TGZ");
+  thread.quit();
+  thread.wait();
+  ASSERT_EQ(services.Calls.size(), 2);
+  EXPECT_EQ(services.Calls[1].section('|', 1).toStdString(),
+            "*.[tT][gG][zZ]|*.[tT][aA][rR].[gG][zZ]");
+}
