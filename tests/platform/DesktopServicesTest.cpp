@@ -170,7 +170,8 @@ TEST_F(DesktopServicesTest, HoldShutdownSleepAndLogoutDuringAnInstallation) {
   const QString logind =
       "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
       "Installing an update|block";
-  const QString session = "org.gnome.SessionManager|local.zelto.update_utility|0|Installing an update|5";
+  const QString session =
+      "org.gnome.SessionManager|local.zelto.update_utility|0|Installing an update|5";
   {
     Services services({"org.freedesktop.login1", "org.gnome.SessionManager"});
     Install(services, "true", "Install Another");
