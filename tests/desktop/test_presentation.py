@@ -15,8 +15,8 @@ class Keyboard(DesktopTest):
         utility.until(lambda: utility.windows() == [MAIN])
         utility.type(str(self.folder / "missing.gz"))
         utility.dialog("Keep", "Cancel")
-        utility.key("Escape")
-        for name, way, answer in ("first", ["Return"], ["Tab", "Return"]), ("2", ["Tab", "Tab", "Return"], ["Return"]):
+        utility.until(lambda: utility.key("Escape") or "Keep" not in utility.buttons(MAIN))
+        for name, way, answer in ("first", ["Return"], "Install Another"), ("2", ["Tab", "Tab", "Return"], "Quit"):
             members = self.members(**{name: (b"new", 0o644)})
             utility.until(lambda: utility.text("Patchfile:") == "")
             utility.type(self.update(f"{name}.gz", members=members))
@@ -24,7 +24,7 @@ class Keyboard(DesktopTest):
             utility.key(*way)
             utility.outcome()
             self.assert_installed(members)
-            utility.key(*answer)
+            utility.answer_by_keyboard(answer, default="Quit")
         self.assertEqual(utility.exit_status(), 0)
 
 

@@ -1,4 +1,6 @@
 import os
+import re
+from pathlib import Path
 
 from desktop.utility import MAIN
 from desktop.wait import until
@@ -27,6 +29,8 @@ class Install(DesktopTest):
             "empty": (b"", 0o600), "größe 漢": (b"name", 0o666)})
         many = self.members(**{f"many/{number}": (b"%d" % number, 0o644) for number in range(20_000)})
         again = self.members(program=(b"#!/bin/sh\necho newer\n", 0o700))
+        home = Path("~" + account.name).expanduser()
+        before = set(home.rglob("*"))
         utility = self.authenticated(account)
         idle = account.processes()
         for way, name, members, enter in [("typed", odd, kinds, lambda path: utility.fill("Patchfile:", path)),
@@ -50,6 +54,10 @@ class Install(DesktopTest):
         self.assertEqual(utility.exit_status(), 0)
         until(lambda: account.processes() <= idle, 10, lambda: "something is left running")
         self.assertEqual(os.listdir(markers), [], "a part of the path was run")
+        # The window manager and sudo do keep something.
+        others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
+        kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
+        self.assertEqual(kept, [])
 
 
 class BadFiles(DesktopTest):

@@ -15,10 +15,10 @@ SUDO_MEMORY = ("/var/lib/sudo/ts", "/var/lib/sudo/lectured", "/run/sudo/ts")
 
 
 class Account:
-    def __init__(self, password, sudo=True):
+    def __init__(self, password, sudo=True, name=None):
         self.password = password
         self.sudo = sudo
-        self.name = "zelto-" + secrets.token_hex(3)
+        self.name = name or "zelto-" + secrets.token_hex(3)
 
     def __enter__(self):
         groups = ["-G", "sudo"] if self.sudo else []

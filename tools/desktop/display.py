@@ -28,24 +28,28 @@ class Desktop:
             undo.callback(shutil.rmtree, self._folder)
             self._runtime = self._folder / "runtime"
             self._lay_out()
-            self.display = self._start_server(undo)
-            self._watcher = Watcher(self.display)
-            undo.callback(self._watcher.close)
-            manager = self.launch(["openbox"])
-            undo.callback(end, manager)
-            until(self._watcher.managed, 10, lambda: "the window manager does not start")
+            self._start_display(undo)
             self._undo = undo.pop_all()
         return self
 
     def __exit__(self, *_):
         self._undo.close()
 
+    def _start_display(self, undo):
+        self.display = self._start_server(undo)
+        self._screen = {"DISPLAY": self.display}
+        self._watcher = Watcher(self.display)
+        undo.callback(self._watcher.close)
+        manager = self.launch(["openbox"])
+        undo.callback(end, manager)
+        until(self._watcher.managed, 10, lambda: "the window manager does not start")
+
     def launch(self, command, **streams):
         """Starts a command as the user. Its output goes to the desktop's log where no stream takes it."""
         # Root's real home is not for a test to write into.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
-                       "LANG": "C.UTF-8", "DISPLAY": self.display, "XDG_RUNTIME_DIR": str(self._runtime),
+                       "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self._screen,
                        "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # or the first program starts one that stays
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams

@@ -8,9 +8,16 @@ from Xlib import display
 
 from wait import until
 
+ON_WAYLAND = "WAYLAND_DISPLAY" in os.environ
+
 
 def xdotool(*arguments, text=None):
     subprocess.run(["xdotool", *map(str, arguments)], input=text, text=True, check=True, timeout=120)
+
+
+def wtype(*arguments, text=None):
+    """The compositor passes no key on before it has seen the new keyboard."""
+    subprocess.run(["wtype", "-s", "500", *map(str, arguments)], input=text, text=True, check=True, timeout=120)
 
 
 def click(x, y):
@@ -18,10 +25,17 @@ def click(x, y):
 
 
 def key(*keys):
+    if ON_WAYLAND:
+        for each in keys:
+            *modifiers, last = each.split("+")
+            wtype(*(word for name in modifiers for word in ("-M", name)), "-k", last)
+        return
     xdotool("key", "--clearmodifiers", *keys)
 
 
 def type_text(text):
+    if ON_WAYLAND:
+        return wtype("-d", 30, "-", text=text)
     _bind_missing(text)
     xdotool("type", "--clearmodifiers", "--delay", 10, "--file", "-", text=text)
 

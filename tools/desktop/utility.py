@@ -56,6 +56,12 @@ class Utility(Session):
     def outcome(self):
         return self.dialog("Quit", "Install Another")
 
+    def answer_by_keyboard(self, button, default):
+        """A new dialog ignores the keyboard: first the focus has to leave its default button."""
+        self.until(lambda: self.key("Tab") or not self.state(default)["focused"])
+        self.until(lambda: self.state(button)["focused"] or self.key("Tab"))
+        self.key("Return")
+
     def answer(self, button):
         self.click(button)
         self.dialog("Choose update file", "Update")

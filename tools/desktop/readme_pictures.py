@@ -1,0 +1,57 @@
+"""Takes the pictures of the README and of software catalogues, light and dark:
+/usr/bin/python3 readme_pictures.py PROGRAM PICTURES_DIR (as root). No account may be called "anna"."""
+import secrets
+import subprocess
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+from desktop.accounts import Account
+from desktop.pictures import DARK
+from desktop.updates import make_update
+from desktop.utility import AUTHENTICATE, MAIN, Utility
+
+MEMBERS = {f"/home/anna/installed/{name}": (b"", 0o644) for name in ("core.conf", "release")}
+TEXTS = "ZELTO Core Services", "4.2", "Faster start, and a fix for reports that stayed in the queue."
+
+
+def main(program, pictures):
+    for theme in "light", "dark":
+        with Account(secrets.token_urlsafe(), name="anna") as account:
+            downloads, settings = Path("/home/anna/Downloads"), Path("/home/anna/settings")
+            for folder in downloads, settings:
+                folder.mkdir()
+                folder.chmod(0o755)
+            update = downloads / "zelto-core-4.2.tar.gz"
+            make_update(update, *TEXTS, MEMBERS)
+            environment = {}
+            if theme == "dark":
+                (settings / "kdeglobals").write_text(DARK)
+                environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
+            with Utility(account.name, program, environment=environment) as utility:
+                play(utility, account, update, lambda name: Path(pictures, f"{name}-{theme}.png"))
+
+
+def play(utility, account, update, picture):
+    utility.window(AUTHENTICATE)
+    utility.key("Home")  # the caret shows
+    shoot(utility, picture("authenticate"), AUTHENTICATE)
+    utility.authenticate(account.name, account.password)
+    utility.fill("Patchfile:", str(update))
+    utility.shows(*TEXTS)
+    utility.until(utility.can_update)
+    shoot(utility, picture("main-window"), MAIN)
+    utility.start()
+    utility.outcome()
+    shoot(utility, picture("outcome"), MAIN)  # the topmost of that title
+    utility.click("Quit")
+    assert utility.exit_status() == 0
+
+
+def shoot(utility, picture, title):
+    utility.screenshot(picture, title)
+    subprocess.run(["mogrify", "-trim", "+repage", "-strip", "-define", "png:exclude-chunk=time", picture], check=True)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -1,0 +1,42 @@
+"""The program on a Wayland desktop without a screen, used by keyboard. Needs root."""
+import shutil
+import subprocess
+
+from .display import PATH, end
+from .utility import Utility
+from .wait import until
+
+CONFIG = """xwayland disable
+output HEADLESS-1 resolution {width}x{height} scale {scale} background #c0c0c0 solid_color
+for_window [app_id=".*"] floating enable
+"""
+
+
+def missing():
+    """The programs that are not there, of those that it takes."""
+    return [name for name in ("sway", "wtype") if not shutil.which(name, path=PATH)]
+
+
+class WaylandUtility(Utility):
+    def __init__(self, user, program, scale=1, **session):
+        # The compositor scales, not the toolkit.
+        super().__init__(user, program, **session)
+        self._compositor_scale = scale
+
+    def _start_display(self, undo):
+        width, height, _ = self._size.split("x")
+        config = self._folder / "sway.conf"
+        config.write_text(CONFIG.format(width=width, height=height, scale=self._compositor_scale))
+        self._screen = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman",
+                        "XDG_SESSION_TYPE": "wayland"}
+        undo.callback(end, self.launch(["sway", "-c", config]))
+        socket = until(lambda: next(self._runtime.glob("wayland-?"), None), 10,
+                       lambda: "the compositor does not start: " + (self._folder / "desktop.log").read_text())
+        self._screen["WAYLAND_DISPLAY"] = socket.name
+        # A keyboard that stays: with the last one gone, no window has the keyboard.
+        undo.callback(end, self.launch(["wtype", "-s", "86400000"]))
+
+    def screenshot(self, path, title=None):
+        """A picture of the whole screen."""
+        environment = {"PATH": PATH, "XDG_RUNTIME_DIR": str(self._runtime), **self._screen}
+        subprocess.run(["grim", path], env=environment, check=True, timeout=60)
