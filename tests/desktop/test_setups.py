@@ -35,21 +35,21 @@ class SetUps(DesktopTest):
             file.unlink()
 
     @contextlib.contextmanager
-    def pam(self, line):
-        """The line comes first in what PAM does for `sudo`."""
-        file = Path("/etc/pam.d/sudo")
-        before = file.read_text()
-        file.write_text(f"{line}\n{before}")
+    def pam(self, account, line):
+        """The line comes first in what PAM does when this account uses `sudo`."""
+        service = Path("/etc/pam.d", account.name)
+        service.write_text(line + "\n" + Path("/etc/pam.d/sudo").read_text())
         try:
-            yield
+            with self.defaults(account, f"pam_service={service.name}, pam_login_service={service.name}"):
+                yield
         finally:
-            file.write_text(before)
+            service.unlink()
 
-    def own_prompt(self):
+    def own_prompt(self, account):
         module = self.folder / "own_prompt.so"
         subprocess.run(["c++", "-x", "c", "-shared", "-fPIC", "-o", module, "-", "-l:libpam.so.0"],
                        input=OWN_PROMPT, text=True, check=True)
-        return self.pam(f"auth required {module}")
+        return self.pam(account, f"auth required {module}")
 
     @contextlib.contextmanager
     def ageing(self, account):
@@ -63,8 +63,8 @@ class SetUps(DesktopTest):
             "visiblepw": self.defaults(account, "visiblepw"),
             "no ticket": self.defaults(account, "timestamp_timeout=0"),
             "override": self.defaults(account, "passprompt_override"),
-            "own prompt": self.own_prompt(),
-            "message": self.pam("auth optional pam_echo.so Sessions are recorded."),
+            "own prompt": self.own_prompt(account),
+            "message": self.pam(account, "auth optional pam_echo.so Sessions are recorded."),
             "ageing": self.ageing(account)}
         for kind, set_up in set_ups.items():
             with self.subTest(kind), set_up, self.running(account) as utility:
