@@ -46,7 +46,7 @@ String FailureReason(const String& text, Int32 status, PriorCheck prior, const S
     if (Contains(bytes, part)) return reason;
   }
   if (Contains(bytes, "incorrect password attempt") ||
-      Contains(bytes, "incorrect authentication attempt")) {
+      Contains(bytes, "Authentication failed, try again")) {
     return prior == PriorCheck::None ? notAccepted
                                      : "sudo asks for the password of another account (rootpw or "
                                        "targetpw).";

@@ -4,7 +4,8 @@
 
 using namespace zelto;
 
-// The texts are those of util-linux 2.38 and 2.41, sudo 1.9.13 and 1.9.16 and sudo-rs 0.2.5.
+// The texts are those of util-linux 2.38 to 2.42, sudo 1.9.13 to 1.9.17 and sudo-rs 0.2.5 and
+// 0.2.15.
 TEST(FailureReason, TellsApartWhatAPersonCanRemedy) {
   const std::string notAccepted = "The name or the password was not accepted.";
   const std::string noRight = "This account may not use sudo.";
@@ -28,6 +29,8 @@ TEST(FailureReason, TellsApartWhatAPersonCanRemedy) {
       {wrongRs, notAccepted, 1, PriorCheck::None},
       {wrong, otherPassword},
       {wrongRs, otherPassword},
+      {"sudo: Authentication failed, try again.\nsudo: Authentication required but not attempted\n",
+       otherPassword},
       {"zt is not in the sudoers file.\n", noRight},
       {"Sorry, user zt is not allowed to execute '/usr/bin/true' as root on vm.\n", noRight},
       {"sudo-rs: I'm sorry zt. I'm afraid I can't do that\n", noRight},
