@@ -1,10 +1,18 @@
 #include "platform/Control.h"
 
-#include "platform/PropertyLists.h"
 #include "platform/Window.h"
-#include "platform/runtime/Plugins.h"
 
 namespace zelto {
+
+namespace {
+
+// A plug-in's entry for a property.
+template <class T, T BevelButtonList::*Property>
+void Write(BevelButton& button, const T& value) {
+  button.Set(Property, value);
+}
+
+}  // namespace
 
 const Class& Control::ClassTable() {
   static const Class table(
@@ -35,9 +43,16 @@ void RectControl::CallOpenEvent() {
 
 void RectControl::Refresh(bool) { PaneOf().Refresh(); }
 
+void RectControl::UpdatePane() {
+  if (mPane) mPane->Update();
+}
+
 Pane& RectControl::PaneOf() {
   auto& window = Window()->Imp();
-  if (!mPane) mPane = NewPane(window);
+  if (!mPane) {
+    mPane = MakePane(window);
+    mPane->SetLabel(mLabel);
+  }
   return *mPane;
 }
 
@@ -91,37 +106,31 @@ void EditField::Text(const String& text) {
   if (HasPane()) {
     PaneOf().SetText(text);
   } else {
-    mState.Text = text;
+    mProperties.Text = text;
   }
   Raise("TextChange");
 }
 
-struct BevelButtonPlugin {
-  static void SetCaption(BevelButton& button, const String& caption) {
-    button.Set(button.mState.Caption, caption);
-  }
-  static void SetTextFont(BevelButton& button, const String& family) {
-    button.Set(button.mState.TextFont, family);
-  }
-  // Of no effect on this toolkit.
-  template <class T>
-  static void Ignore(BevelButton&, T) {}
-};
-
 void PublishBevelButton() {
+  using List = BevelButtonList;
   RuntimePublishPluginEntrypoints({
       {"_", +[] {}},  // the plug-ins' controls need no set-up
-      {"BevelButton.Caption.Set", BevelButtonPlugin::SetCaption},
-      {"BevelButton.CaptionAlign.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.CaptionPlacement.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.CaptionDelta.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.IconAlign.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.IconDX.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.IconDY.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.Value.Set", BevelButtonPlugin::Ignore<bool>},
-      {"BevelButton.MenuValue.Set", BevelButtonPlugin::Ignore<Int32>},
-      {"BevelButton.TextFont.Set", BevelButtonPlugin::SetTextFont},
+      {"BevelButton.Caption.Set", Write<String, &List::Caption>},
+      {"BevelButton.CaptionAlign.Set", Write<Int32, &List::CaptionAlign>},
+      {"BevelButton.CaptionPlacement.Set", Write<Int32, &List::CaptionPlacement>},
+      {"BevelButton.CaptionDelta.Set", Write<Int32, &List::CaptionDelta>},
+      {"BevelButton.IconAlign.Set", Write<Int32, &List::IconAlign>},
+      {"BevelButton.IconDX.Set", Write<Int32, &List::IconDX>},
+      {"BevelButton.IconDY.Set", Write<Int32, &List::IconDY>},
+      {"BevelButton.Value.Set", Write<bool, &List::Value>},
+      {"BevelButton.MenuValue.Set", Write<Int32, &List::MenuValue>},
+      {"BevelButton.TextFont.Set", Write<String, &List::TextFont>},
   });
+}
+
+void Canvas::Backdrop(const Ref<Picture>& picture) {
+  mBackdrop = picture;
+  UpdatePane();
 }
 
 void Timer::Period(Int32 milliseconds) {

@@ -27,13 +27,22 @@ using PropertyValue = std::variant<Int32, bool, Color, String>;
 struct Property {
   std::string_view Name;
   std::size_t Type = 0;  // the alternative of PropertyValue
-  // Calls the setter; empty for a property without effect on this toolkit.
+  // Empty for a property without effect on this toolkit.
   std::function<void(EventSource& object, const PropertyValue& value)> Set;
 };
 
+// The property that the object of class C keeps in the member of its list.
+template <class C, class List, class T>
+Property StoredProperty(std::string_view name, T List::*member) {
+  return {name, PropertyValue(T()).index(),
+          [member](EventSource& object, const PropertyValue& value) {
+            static_cast<C&>(object).Set(member, std::get<T>(value));
+          }};
+}
+
 // The property that the setter writes; its type is the setter's argument.
 template <class C, class T>
-Property PropertyOf(std::string_view name, void (C::*setter)(T)) {
+Property CalledProperty(std::string_view name, void (C::*setter)(T)) {
   using Value = std::remove_cvref_t<T>;
   return {name, PropertyValue(Value()).index(),
           [setter](EventSource& object, const PropertyValue& value) {

@@ -3,151 +3,156 @@
 #include <limits>
 
 #include "platform/PropertyList.h"
+#include "platform/runtime/Plugins.h"
 
-// The properties of the classes that lists describe: the type, the key and the class's default, in
-// the one order in which every list of the class has them. A KEY is set by the operation of the
-// class that has its name; an IDLE one has no effect on this toolkit.
+// The properties of the classes that lists describe: the type, the key, the class's default, and
+// how a list sets it, in the one order in which every list of the class has them. A STORED key
+// becomes the object's own value; CALLED calls the class's operation of the key's name, PLUGIN the
+// plug-in's entry for it; an IDLE one has no effect on this toolkit.
 // clang-format off
 
-#define ZELTO_WINDOW_KEYS(KEY, IDLE) \
-  IDLE(Int32, Placement, 0)          \
-  KEY(Int32, Width, 0)               \
-  KEY(Int32, Height, 0)              \
-  KEY(Int32, MinWidth, 64)           \
-  KEY(Int32, MinHeight, 64)          \
-  KEY(Int32, MaxWidth, 32000)        \
-  KEY(Int32, MaxHeight, 32000)       \
-  KEY(Int32, Frame, 0)               \
-  IDLE(bool, Composite, false)       \
-  IDLE(bool, HasBackColor, false)    \
-  IDLE(Color, BackColor, White)      \
-  KEY(String, Title, {})             \
-  KEY(bool, Visible, true)           \
-  IDLE(bool, FullScreen, false)      \
-  IDLE(bool, MenuBarVisible, true)   \
-  KEY(bool, CloseButton, true)       \
-  KEY(bool, Resizeable, false)       \
-  IDLE(bool, LiveResize, false)      \
-  KEY(bool, MaximizeButton, false)   \
-  KEY(bool, MinimizeButton, true)    \
-  IDLE(Int32, MacProcID, 0)
+#define ZELTO_WINDOW_KEYS(KEY)             \
+  KEY(Int32, Placement, 0, IDLE)           \
+  KEY(Int32, Width, 0, STORED)             \
+  KEY(Int32, Height, 0, STORED)            \
+  KEY(Int32, MinWidth, 64, STORED)         \
+  KEY(Int32, MinHeight, 64, STORED)        \
+  KEY(Int32, MaxWidth, 32000, STORED)      \
+  KEY(Int32, MaxHeight, 32000, STORED)     \
+  KEY(Int32, Frame, 0, STORED)             \
+  KEY(bool, Composite, false, IDLE)        \
+  KEY(bool, HasBackColor, false, IDLE)     \
+  KEY(Color, BackColor, White, IDLE)       \
+  KEY(String, Title, {}, STORED)           \
+  KEY(bool, Visible, true, CALLED)         \
+  KEY(bool, FullScreen, false, IDLE)       \
+  KEY(bool, MenuBarVisible, true, IDLE)    \
+  KEY(bool, CloseButton, true, STORED)     \
+  KEY(bool, Resizeable, false, STORED)     \
+  KEY(bool, LiveResize, false, IDLE)       \
+  KEY(bool, MaximizeButton, false, STORED) \
+  KEY(bool, MinimizeButton, true, STORED)  \
+  KEY(Int32, MacProcID, 0, IDLE)
 
-#define ZELTO_PLACE_KEYS(KEY, IDLE)  \
-  KEY(String, Name, {})              \
-  IDLE(Int32, Index, NoControlArray) \
-  KEY(Int32, Left, 0)                \
-  KEY(Int32, Top, 0)                 \
-  KEY(Int32, Width, 0)               \
-  KEY(Int32, Height, 0)              \
-  IDLE(bool, LockLeft, false)        \
-  IDLE(bool, LockTop, false)         \
-  IDLE(bool, LockRight, false)       \
-  IDLE(bool, LockBottom, false)      \
-  IDLE(Int32, TabPanelIndex, 0)      \
-  KEY(Int32, TabIndex, 0)
+#define ZELTO_PLACE_KEYS(KEY)             \
+  KEY(String, Name, {}, STORED)           \
+  KEY(Int32, Index, NoControlArray, IDLE) \
+  KEY(Int32, Left, 0, STORED)             \
+  KEY(Int32, Top, 0, STORED)              \
+  KEY(Int32, Width, 0, STORED)            \
+  KEY(Int32, Height, 0, STORED)           \
+  KEY(bool, LockLeft, false, IDLE)        \
+  KEY(bool, LockTop, false, IDLE)         \
+  KEY(bool, LockRight, false, IDLE)       \
+  KEY(bool, LockBottom, false, IDLE)      \
+  KEY(Int32, TabPanelIndex, 0, IDLE)      \
+  KEY(Int32, TabIndex, 0, STORED)
 
-#define ZELTO_FONT_KEYS(KEY, IDLE) \
-  KEY(String, TextFont, "System")  \
-  KEY(Int32, TextSize, 0)          \
-  KEY(bool, Bold, false)           \
-  KEY(bool, Italic, false)         \
-  KEY(bool, Underline, false)
+#define ZELTO_STYLE_KEYS(KEY)      \
+  KEY(Int32, TextSize, 0, STORED)  \
+  KEY(bool, Bold, false, STORED)   \
+  KEY(bool, Italic, false, STORED) \
+  KEY(bool, Underline, false, STORED)
 
-#define ZELTO_EDITFIELD_KEYS(KEY, IDLE) \
-  ZELTO_PLACE_KEYS(KEY, IDLE)           \
-  KEY(bool, TabStop, true)              \
-  KEY(bool, Border, true)               \
-  KEY(bool, Multiline, false)           \
-  KEY(bool, ScrollbarHorizontal, false) \
-  KEY(bool, ScrollbarVertical, true)    \
-  IDLE(bool, Styled, false)             \
-  KEY(bool, Password, false)            \
-  KEY(bool, UseFocusRing, true)         \
-  KEY(Color, TextColor, Black)          \
-  IDLE(Color, BackColor, White)         \
-  KEY(bool, Enabled, true)              \
-  IDLE(String, Format, {})              \
-  KEY(bool, Visible, true)              \
-  KEY(String, HelpTag, {})              \
-  IDLE(bool, AutoDeactivate, true)      \
-  ZELTO_FONT_KEYS(KEY, IDLE)            \
-  KEY(String, Text, {})                 \
-  IDLE(String, Mask, {})                \
-  KEY(bool, ReadOnly, false)            \
-  KEY(Int32, LimitText, 0)              \
-  KEY(bool, AcceptTabs, false)          \
-  KEY(Int32, Alignment, 0)              \
-  IDLE(String, DataSource, {})          \
-  IDLE(String, DataField, {})           \
-  IDLE(String, InitialParent, {})
+#define ZELTO_EDITFIELD_KEYS(KEY)               \
+  ZELTO_PLACE_KEYS(KEY)                         \
+  KEY(bool, TabStop, true, STORED)              \
+  KEY(bool, Border, true, STORED)               \
+  KEY(bool, Multiline, false, STORED)           \
+  KEY(bool, ScrollbarHorizontal, false, STORED) \
+  KEY(bool, ScrollbarVertical, true, STORED)    \
+  KEY(bool, Styled, false, IDLE)                \
+  KEY(bool, Password, false, STORED)            \
+  KEY(bool, UseFocusRing, true, STORED)         \
+  KEY(Color, TextColor, Black, STORED)          \
+  KEY(Color, BackColor, White, IDLE)            \
+  KEY(bool, Enabled, true, STORED)              \
+  KEY(String, Format, {}, IDLE)                 \
+  KEY(bool, Visible, true, STORED)              \
+  KEY(String, HelpTag, {}, STORED)              \
+  KEY(bool, AutoDeactivate, true, IDLE)         \
+  KEY(String, TextFont, "System", STORED)       \
+  ZELTO_STYLE_KEYS(KEY)                         \
+  KEY(String, Text, {}, CALLED)                 \
+  KEY(String, Mask, {}, IDLE)                   \
+  KEY(bool, ReadOnly, false, STORED)            \
+  KEY(Int32, LimitText, 0, STORED)              \
+  KEY(bool, AcceptTabs, false, STORED)          \
+  KEY(Int32, Alignment, 0, STORED)              \
+  KEY(String, DataSource, {}, IDLE)             \
+  KEY(String, DataField, {}, IDLE)              \
+  KEY(String, InitialParent, {}, IDLE)
 
-#define ZELTO_BEVELBUTTON_KEYS(KEY, IDLE) \
-  ZELTO_PLACE_KEYS(KEY, IDLE)             \
-  KEY(bool, TabStop, true)                \
-  IDLE(String, InitialParent, {})         \
-  KEY(bool, Visible, true)                \
-  KEY(String, HelpTag, {})                \
-  IDLE(bool, AutoDeactivate, true)        \
-  KEY(bool, Enabled, true)                \
-  KEY(String, Caption, {})                \
-  KEY(Int32, CaptionAlign, 3)             \
-  KEY(Int32, CaptionPlacement, 1)         \
-  KEY(Int32, CaptionDelta, 0)             \
-  KEY(Int32, IconAlign, 0)                \
-  KEY(Int32, IconDX, 0)                   \
-  KEY(Int32, IconDY, 0)                   \
-  IDLE(Int32, Bevel, 0)                   \
-  IDLE(Int32, HasMenu, 0)                 \
-  KEY(bool, Value, false)                 \
-  KEY(Int32, MenuValue, 0)                \
-  IDLE(Int32, ButtonType, 0)              \
-  KEY(bool, AcceptFocus, false)           \
-  ZELTO_FONT_KEYS(KEY, IDLE)
+#define ZELTO_BEVELBUTTON_KEYS(KEY)       \
+  ZELTO_PLACE_KEYS(KEY)                   \
+  KEY(bool, TabStop, true, STORED)        \
+  KEY(String, InitialParent, {}, IDLE)    \
+  KEY(bool, Visible, true, STORED)        \
+  KEY(String, HelpTag, {}, STORED)        \
+  KEY(bool, AutoDeactivate, true, IDLE)   \
+  KEY(bool, Enabled, true, STORED)        \
+  KEY(String, Caption, {}, PLUGIN)        \
+  KEY(Int32, CaptionAlign, 3, PLUGIN)     \
+  KEY(Int32, CaptionPlacement, 1, PLUGIN) \
+  KEY(Int32, CaptionDelta, 0, PLUGIN)     \
+  KEY(Int32, IconAlign, 0, PLUGIN)        \
+  KEY(Int32, IconDX, 0, PLUGIN)           \
+  KEY(Int32, IconDY, 0, PLUGIN)           \
+  KEY(Int32, Bevel, 0, IDLE)              \
+  KEY(Int32, HasMenu, 0, IDLE)            \
+  KEY(bool, Value, false, PLUGIN)         \
+  KEY(Int32, MenuValue, 0, PLUGIN)        \
+  KEY(Int32, ButtonType, 0, IDLE)         \
+  KEY(bool, AcceptFocus, false, STORED)   \
+  KEY(String, TextFont, "System", PLUGIN) \
+  ZELTO_STYLE_KEYS(KEY)
 
-#define ZELTO_PUSHBUTTON_KEYS(KEY, IDLE) \
-  ZELTO_PLACE_KEYS(KEY, IDLE)            \
-  KEY(bool, TabStop, true)               \
-  KEY(String, Caption, {})               \
-  KEY(bool, Default, false)              \
-  KEY(bool, Cancel, false)               \
-  KEY(bool, Enabled, true)               \
-  KEY(bool, Visible, true)               \
-  KEY(String, HelpTag, {})               \
-  IDLE(bool, AutoDeactivate, true)       \
-  ZELTO_FONT_KEYS(KEY, IDLE)             \
-  IDLE(String, InitialParent, {})
+#define ZELTO_PUSHBUTTON_KEYS(KEY)        \
+  ZELTO_PLACE_KEYS(KEY)                   \
+  KEY(bool, TabStop, true, STORED)        \
+  KEY(String, Caption, {}, STORED)        \
+  KEY(bool, Default, false, STORED)       \
+  KEY(bool, Cancel, false, STORED)        \
+  KEY(bool, Enabled, true, STORED)        \
+  KEY(bool, Visible, true, STORED)        \
+  KEY(String, HelpTag, {}, STORED)        \
+  KEY(bool, AutoDeactivate, true, IDLE)   \
+  KEY(String, TextFont, "System", STORED) \
+  ZELTO_STYLE_KEYS(KEY)                   \
+  KEY(String, InitialParent, {}, IDLE)
 
-#define ZELTO_STATICTEXT_KEYS(KEY, IDLE) \
-  ZELTO_PLACE_KEYS(KEY, IDLE)            \
-  KEY(String, Text, {})                  \
-  KEY(Int32, TextAlign, 0)               \
-  KEY(Color, TextColor, Black)           \
-  KEY(bool, Multiline, false)            \
-  KEY(bool, Enabled, true)               \
-  KEY(bool, Visible, true)               \
-  KEY(String, HelpTag, {})               \
-  IDLE(bool, AutoDeactivate, true)       \
-  ZELTO_FONT_KEYS(KEY, IDLE)             \
-  IDLE(String, DataSource, {})           \
-  IDLE(String, DataField, {})            \
-  IDLE(String, InitialParent, {})
+#define ZELTO_STATICTEXT_KEYS(KEY)        \
+  ZELTO_PLACE_KEYS(KEY)                   \
+  KEY(String, Text, {}, STORED)           \
+  KEY(Int32, TextAlign, 0, STORED)        \
+  KEY(Color, TextColor, Black, STORED)    \
+  KEY(bool, Multiline, false, STORED)     \
+  KEY(bool, Enabled, true, STORED)        \
+  KEY(bool, Visible, true, STORED)        \
+  KEY(String, HelpTag, {}, STORED)        \
+  KEY(bool, AutoDeactivate, true, IDLE)   \
+  KEY(String, TextFont, "System", STORED) \
+  ZELTO_STYLE_KEYS(KEY)                   \
+  KEY(String, DataSource, {}, IDLE)       \
+  KEY(String, DataField, {}, IDLE)        \
+  KEY(String, InitialParent, {}, IDLE)
 
-#define ZELTO_CANVAS_KEYS(KEY, IDLE) \
-  ZELTO_PLACE_KEYS(KEY, IDLE)        \
-  KEY(bool, TabStop, true)           \
-  KEY(bool, Visible, true)           \
-  KEY(String, HelpTag, {})           \
-  IDLE(bool, AutoDeactivate, true)   \
-  KEY(bool, Enabled, true)           \
-  KEY(bool, UseFocusRing, true)      \
-  KEY(bool, AcceptFocus, false)      \
-  IDLE(bool, AcceptTabs, false)      \
-  IDLE(bool, EraseBackground, true)  \
-  IDLE(String, InitialParent, {})
+#define ZELTO_CANVAS_KEYS(KEY)           \
+  ZELTO_PLACE_KEYS(KEY)                  \
+  KEY(bool, TabStop, true, STORED)       \
+  KEY(bool, Visible, true, STORED)       \
+  KEY(String, HelpTag, {}, STORED)       \
+  KEY(bool, AutoDeactivate, true, IDLE)  \
+  KEY(bool, Enabled, true, STORED)       \
+  KEY(bool, UseFocusRing, true, STORED)  \
+  KEY(bool, AcceptFocus, false, STORED)  \
+  KEY(bool, AcceptTabs, false, IDLE)     \
+  KEY(bool, EraseBackground, true, IDLE) \
+  KEY(String, InitialParent, {}, IDLE)
 
-#define ZELTO_TIMER_KEYS(KEY, IDLE) \
-  KEY(Int32, Mode, 0)               \
-  KEY(Int32, Period, 0)
+#define ZELTO_TIMER_KEYS(KEY) \
+  KEY(Int32, Mode, 0, CALLED) \
+  KEY(Int32, Period, 0, CALLED)
 
 // clang-format on
 
@@ -165,22 +170,30 @@ inline constexpr Int32 NoControlArray = std::numeric_limits<Int32>::min();
 inline constexpr Color Black{0, 0, 0};
 inline constexpr Color White{255, 255, 255};
 
-#define ZELTO_MEMBER(type, key, initial) type key = initial;
-#define ZELTO_ENTRY(type, key, initial) PropertyEntry{#key, key},
-#define ZELTO_PROPERTY(type, key, initial) PropertyOf(#key, &C::key),
-#define ZELTO_IDLE(type, key, initial) Property{#key, PropertyValue(type()).index(), {}},
+#define ZELTO_MEMBER(type, key, initial, how) type key = initial;
+#define ZELTO_ENTRY(type, key, initial, how) PropertyEntry{#key, key},
+#define ZELTO_PROPERTY(type, key, initial, how) ZELTO_##how(type, key),
+#define ZELTO_STORED(type, key) StoredProperty<C>(#key, &List::key)
+#define ZELTO_CALLED(type, key) CalledProperty<C>(#key, &C::key)
+#define ZELTO_PLUGIN(type, key) \
+  C::template PluginProperty<type>(#key, PluginSlotOf("BevelButton." #key ".Set"))
+#define ZELTO_IDLE(type, key)               \
+  Property {                                \
+#key, PropertyValue(type()).index(), {} \
+  }
 
 // A struct that is written with designated initialisers and becomes the bytes of a list, and the
-// properties of the class that the list is for.
-#define ZELTO_LIST(name, KEYS)                                                               \
-  struct name##List {                                                                        \
-    using Class = name;                                                                      \
-    KEYS(ZELTO_MEMBER, ZELTO_MEMBER)                                                         \
-    operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY, ZELTO_ENTRY)}); } \
-    template <class C = Class>                                                               \
-    static std::vector<Property> Schema() {                                                  \
-      return {KEYS(ZELTO_PROPERTY, ZELTO_IDLE)};                                             \
-    }                                                                                        \
+// properties of the class that the list is for. The class's objects keep their values in one.
+#define ZELTO_LIST(name, KEYS)                                                  \
+  struct name##List {                                                           \
+    using Class = name;                                                         \
+    using List = name##List;                                                    \
+    KEYS(ZELTO_MEMBER)                                                          \
+    operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY)}); } \
+    template <class C = Class>                                                  \
+    static std::vector<Property> Schema() {                                     \
+      return {KEYS(ZELTO_PROPERTY)};                                            \
+    }                                                                           \
   };
 
 ZELTO_LIST(Window, ZELTO_WINDOW_KEYS)
@@ -193,6 +206,9 @@ ZELTO_LIST(Timer, ZELTO_TIMER_KEYS)
 
 #undef ZELTO_LIST
 #undef ZELTO_IDLE
+#undef ZELTO_PLUGIN
+#undef ZELTO_CALLED
+#undef ZELTO_STORED
 #undef ZELTO_PROPERTY
 #undef ZELTO_ENTRY
 #undef ZELTO_MEMBER

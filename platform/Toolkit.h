@@ -22,22 +22,6 @@ class StaticText;
 class Timer;
 class Window;
 
-// The properties of a window, sizes in pixels and without the frame.
-struct WindowState {
-  Int32 Width = 0;
-  Int32 Height = 0;
-  Int32 MinWidth = 64;
-  Int32 MinHeight = 64;
-  Int32 MaxWidth = 32000;
-  Int32 MaxHeight = 32000;
-  Int32 Frame = 0;  // 1: a dialog's
-  String Title;
-  bool CloseButton = true;
-  bool Resizeable = false;
-  bool MaximizeButton = false;
-  bool MinimizeButton = true;
-};
-
 class WindowImp {
  public:
   virtual ~WindowImp() = default;
@@ -64,64 +48,14 @@ class WindowImp {
   virtual void UpdateNow() = 0;
 };
 
-// The properties of a control that has a pane, places and sizes in pixels.
-struct ControlState {
-  String Name;
-  Int32 Left = 0;
-  Int32 Top = 0;
-  Int32 Width = 0;
-  Int32 Height = 0;
-  Int32 TabIndex = 0;
-  bool TabStop = true;
-  bool AcceptFocus = false;
-  bool UseFocusRing = true;
-  bool Enabled = true;
-  bool Visible = true;
-  String HelpTag;
-  String Label;  // what assistive technology calls the control
-  String TextFont;
-  Int32 TextSize = 0;
-  bool Bold = false;
-  bool Italic = false;
-  bool Underline = false;
-  Color TextColor;
-};
-
-struct EditFieldState : ControlState {
-  String Text;  // at the pane's creation
-  bool Border = true;
-  bool Multiline = false;  // as it is at the pane's creation
-  bool ScrollbarHorizontal = false;
-  bool ScrollbarVertical = true;
-  bool Password = false;
-  bool ReadOnly = false;
-  bool AcceptTabs = false;
-  Int32 LimitText = 0;  // characters; 0: no limit
-  Int32 Alignment = 0;  // 0 left, 1 centred, 2 right
-};
-
-struct StaticTextState : ControlState {
-  String Text;
-  Int32 TextAlign = 0;  // 0 left, 1 centred, 2 right
-  bool Multiline = false;
-};
-
-struct ButtonState : ControlState {
-  String Caption;
-  bool Default = false;
-  bool Cancel = false;
-};
-
-struct CanvasState : ControlState {
-  Ref<Picture> Backdrop;
-};
-
 class Pane {
  public:
   virtual ~Pane() = default;
 
-  // Takes over the control's state after a change.
+  // Takes over the control's properties after a change.
   virtual void Update() = 0;
+  // What assistive technology calls the control.
+  virtual void SetLabel(const String& label) = 0;
   virtual void SetFocus() = 0;
   // Draws at once.
   virtual void Refresh() = 0;
@@ -151,16 +85,12 @@ class SessionInhibitor {
   virtual ~SessionInhibitor() = default;
 };
 
-// The states belong to the objects, which own the parts.
-std::unique_ptr<WindowImp> NewWindowImp(Window& window, const WindowState& state);
-std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, const EditFieldState& state,
-                                                WindowImp& window);
-std::unique_ptr<Pane> NewStaticTextPane(const StaticTextState& state, WindowImp& window);
-std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, const ButtonState& state,
-                                        WindowImp& window);
-std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, const ButtonState& state,
-                                         WindowImp& window);
-std::unique_ptr<Pane> NewCanvasPane(Canvas& canvas, const CanvasState& state, WindowImp& window);
+std::unique_ptr<WindowImp> NewWindowImp(Window& window);
+std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window);
+std::unique_ptr<Pane> NewPane(StaticText& text, WindowImp& window);
+std::unique_ptr<Pane> NewPane(PushButton& button, WindowImp& window);
+std::unique_ptr<Pane> NewPane(BevelButton& button, WindowImp& window);
+std::unique_ptr<Pane> NewPane(Canvas& canvas, WindowImp& window);
 std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
 
 // Blocks until the dialog is answered; the parent may be null.

@@ -4,7 +4,6 @@
 
 #include "platform/Application.h"
 #include "platform/Framework.h"
-#include "platform/PropertyLists.h"
 #include "platform/runtime/Plugins.h"
 #include "platform/runtime/Wait.h"
 
@@ -62,7 +61,7 @@ const Class& Window::ClassTable() {
 Window::~Window() { ReleaseControls(); }
 
 void Window::Init() {
-  mImp = NewWindowImp(*this, mState);
+  mImp = NewWindowImp(*this);
   const Ref<Window> self(this);
   State().Windows.push_back(self);
   const String& name = ClassOf().Name();
@@ -79,14 +78,14 @@ void Window::Constructor() {
     mInitialControlsCreated = true;
     mImp->Update();
     Raise("Open");
-    if (mVisible) mImp->ShowLater();
+    if (mProperties.Visible) mImp->ShowLater();
   });
 }
 
 void Window::Show() { mImp->Show(); }
 
 void Window::Visible(bool visible) {
-  mVisible = visible;
+  mProperties.Visible = visible;
   if (mInitialControlsCreated) visible ? mImp->Show() : mImp->Hide();
 }
 

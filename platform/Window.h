@@ -31,21 +31,16 @@ class Window : public EventSource {
   Int32 Top() const;
   void Top(Int32 pixels);
   Int32 Width() const;
-  void Width(Int32 pixels) { Set(mState.Width, pixels); }
   Int32 Height() const;
-  void Height(Int32 pixels) { Set(mState.Height, pixels); }
-  void MinWidth(Int32 pixels) { Set(mState.MinWidth, pixels); }
-  void MinHeight(Int32 pixels) { Set(mState.MinHeight, pixels); }
-  void MaxWidth(Int32 pixels) { Set(mState.MaxWidth, pixels); }
-  void MaxHeight(Int32 pixels) { Set(mState.MaxHeight, pixels); }
-  void Frame(Int32 code) { Set(mState.Frame, code); }
-  void Title(const String& title) { Set(mState.Title, title); }
-  void CloseButton(bool hasButton) { Set(mState.CloseButton, hasButton); }
-  void Resizeable(bool isResizeable) { Set(mState.Resizeable, isResizeable); }
-  void MaximizeButton(bool hasButton) { Set(mState.MaximizeButton, hasButton); }
-  void MinimizeButton(bool hasButton) { Set(mState.MinimizeButton, hasButton); }
   // A new window that is visible shows itself once its Open event is over.
   void Visible(bool visible);
+
+  const WindowList& Properties() const { return mProperties; }
+  template <class T>
+  void Set(T WindowList::*property, const std::type_identity_t<T>& value) {
+    mProperties.*property = value;
+    if (mInitialControlsCreated) mImp->Update();
+  }
 
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<class MenuBar>& bar);
@@ -81,14 +76,7 @@ class Window : public EventSource {
   static void SetOwner(Object& object, Window* owner);
   void ReleaseControls();
 
-  template <class T>
-  void Set(T& property, const T& value) {
-    property = value;
-    if (mInitialControlsCreated) mImp->Update();
-  }
-
-  WindowState mState;
-  bool mVisible = false;
+  WindowList mProperties{.Visible = false};
   bool mInitialControlsCreated = false;
   bool mIsClosed = false;
   std::unique_ptr<WindowImp> mImp;

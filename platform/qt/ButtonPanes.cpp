@@ -7,41 +7,11 @@
 #include "platform/Application.h"
 #include "platform/Control.h"
 #include "platform/qt/FittedText.h"
-#include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
 
 namespace zelto {
 
 namespace {
-
-// What the two kinds of button share. A click leaves the focus in the field that the user is in.
-template <class Model>
-class ButtonPane : public WidgetPane<Pane> {
- public:
-  ButtonPane(Model& model, const ButtonState& state, TopLevel& top, QAbstractButton* button)
-      : WidgetPane(button, state), mState(state), mTop(top), mButton(*button) {
-    QObject::connect(button, &QAbstractButton::clicked, button, [control = &model] {
-      if (HandlerWaits()) return;
-      const Ref<Model> alive(control);
-      InvokeHandler([&] { alive->Raise("Action"); });
-    });
-    mTop.AddToTabOrder(*button, state.TabIndex);
-    ButtonPane::Update();
-  }
-
-  void Update() override {
-    WidgetPane::Update();
-    mButton.setText(ToDisplayText(mState.Caption));
-    mTop.SetDefault(mButton, mState.Default);
-    mTop.SetCancel(mButton, mState.Cancel);
-    if (auto* push = qobject_cast<QPushButton*>(&mButton)) push->setDefault(mState.Default);
-  }
-
- private:
-  const ButtonState& mState;
-  TopLevel& mTop;
-  QAbstractButton& mButton;
-};
 
 // The font in which the button's caption fits within its frame.
 QFont CaptionFont(const QAbstractButton& button) {
@@ -90,20 +60,48 @@ class FittedToolButton : public QToolButton {
   }
 };
 
+// What the two kinds of button share. A click leaves the focus in the field that the user is in.
+template <class Model, class Button>
+class ButtonPane : public WidgetPane<Model, Button> {
+ public:
+  ButtonPane(Model& model, TopLevel& top)
+      : WidgetPane<Model, Button>(model, new Button(&top.Content())), mTop(top) {
+    QObject::connect(this->mWidget, &QAbstractButton::clicked, this->mWidget, [control = &model] {
+      if (HandlerWaits()) return;
+      const Ref<Model> alive(control);
+      InvokeHandler([&] { alive->Raise("Action"); });
+    });
+    mTop.AddToTabOrder(*this->mWidget, model.Properties().TabIndex);
+    ButtonPane::Update();
+  }
+
+  void Update() override {
+    WidgetPane<Model, Button>::Update();
+    const auto& list = this->Properties();
+    auto& button = *this->mWidget;
+    button.setText(ToDisplayText(list.Caption));
+    if constexpr (requires { list.AcceptFocus; }) {
+      button.setFocusPolicy(FocusPolicyOf(list.TabStop, list.AcceptFocus));
+    } else {
+      button.setFocusPolicy(FocusPolicyOf(list.TabStop, false));
+      button.setDefault(list.Default);
+      mTop.SetDefault(button, list.Default);
+      mTop.SetCancel(button, list.Cancel);
+    }
+  }
+
+ private:
+  TopLevel& mTop;
+};
+
 }  // namespace
 
-std::unique_ptr<Pane> NewPushButtonPane(PushButton& button, const ButtonState& state,
-                                        WindowImp& window) {
-  auto& top = TopLevelOf(window);
-  return std::make_unique<ButtonPane<PushButton>>(button, state, top,
-                                                  new FittedPushButton(&top.Content()));
+std::unique_ptr<Pane> NewPane(PushButton& button, WindowImp& window) {
+  return std::make_unique<ButtonPane<PushButton, FittedPushButton>>(button, TopLevelOf(window));
 }
 
-std::unique_ptr<Pane> NewBevelButtonPane(BevelButton& button, const ButtonState& state,
-                                         WindowImp& window) {
-  auto& top = TopLevelOf(window);
-  return std::make_unique<ButtonPane<BevelButton>>(button, state, top,
-                                                   new FittedToolButton(&top.Content()));
+std::unique_ptr<Pane> NewPane(BevelButton& button, WindowImp& window) {
+  return std::make_unique<ButtonPane<BevelButton, FittedToolButton>>(button, TopLevelOf(window));
 }
 
 }  // namespace zelto

@@ -14,8 +14,7 @@ namespace {
 
 class CanvasWidget : public QWidget {
  public:
-  CanvasWidget(Canvas& canvas, const CanvasState& state, QWidget* parent)
-      : QWidget(parent), mCanvas(canvas), mState(state) {}
+  CanvasWidget(Canvas& canvas, QWidget* parent) : QWidget(parent), mCanvas(canvas) {}
 
   void Show(const QImage& backdrop) {
     mBackdrop = backdrop;
@@ -27,7 +26,8 @@ class CanvasWidget : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (!mBackdrop.isNull()) painter.drawImage(QPoint(), mBackdrop);
-    if (hasFocus() && mState.UseFocusRing) qDrawPlainRect(&painter, rect(), FocusColor());
+    if (hasFocus() && mCanvas.Properties().UseFocusRing)
+      qDrawPlainRect(&painter, rect(), FocusColor());
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -50,36 +50,31 @@ class CanvasWidget : public QWidget {
   QColor FocusColor() const { return palette().color(QPalette::Highlight); }
 
   Canvas& mCanvas;
-  const CanvasState& mState;
   QImage mBackdrop;
 };
 
-class CanvasPane : public WidgetPane<Pane> {
+class CanvasPane : public WidgetPane<Canvas, CanvasWidget> {
  public:
-  CanvasPane(const CanvasState& state, CanvasWidget* widget)
-      : WidgetPane(widget, state), mState(state), mWidget(*widget) {
+  CanvasPane(Canvas& canvas, CanvasWidget* widget) : WidgetPane(canvas, widget) {
     CanvasPane::Update();
   }
 
   void Update() override {
     WidgetPane::Update();
     // Without AcceptFocus a canvas takes no focus, also by Tab.
-    if (!mState.AcceptFocus) mWidget.setFocusPolicy(Qt::NoFocus);
-    mWidget.Show(mState.Backdrop ? MaskedImage(*mState.Backdrop) : QImage());
+    const bool takesFocus = Properties().AcceptFocus;
+    mWidget->setFocusPolicy(FocusPolicyOf(takesFocus && Properties().TabStop, takesFocus));
+    mWidget->Show(mModel.Backdrop() ? MaskedImage(*mModel.Backdrop()) : QImage());
   }
-
- private:
-  const CanvasState& mState;
-  CanvasWidget& mWidget;
 };
 
 }  // namespace
 
-std::unique_ptr<Pane> NewCanvasPane(Canvas& canvas, const CanvasState& state, WindowImp& window) {
+std::unique_ptr<Pane> NewPane(Canvas& canvas, WindowImp& window) {
   auto& top = TopLevelOf(window);
-  auto* widget = new CanvasWidget(canvas, state, &top.Content());
-  top.AddToTabOrder(*widget, state.TabIndex);
-  return std::make_unique<CanvasPane>(state, widget);
+  auto* widget = new CanvasWidget(canvas, &top.Content());
+  top.AddToTabOrder(*widget, canvas.Properties().TabIndex);
+  return std::make_unique<CanvasPane>(canvas, widget);
 }
 
 }  // namespace zelto

@@ -12,7 +12,6 @@
 #include "platform/Files.h"
 #include "platform/qt/Balloon.h"
 #include "platform/qt/FittedText.h"
-#include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
 #include "platform/runtime/Secrecy.h"
 
@@ -72,16 +71,16 @@ class FileDrops : public QObject {
 template <class Widget>
 class FramedEdit : public Widget {
  public:
-  FramedEdit(const EditFieldState& state, QWidget* parent) : Widget(parent), mState(state) {}
+  FramedEdit(const EditFieldList& list, QWidget* parent) : Widget(parent), mList(list) {}
 
  protected:
   void initStyleOption(QStyleOptionFrame* option) const override {
     Widget::initStyleOption(option);
-    if (!mState.UseFocusRing) option->state &= ~QStyle::State_HasFocus;
+    if (!mList.UseFocusRing) option->state &= ~QStyle::State_HasFocus;
   }
 
  private:
-  const EditFieldState& mState;
+  const EditFieldList& mList;
 };
 
 // Takes newlines from the end of what a user pastes or types.
@@ -101,25 +100,17 @@ class NewlineStrip : public QValidator {
 };
 
 // Either a line of text or an area of several lines.
-class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
+class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
  public:
-  EditFieldPaneImp(EditField& field, const EditFieldState& state, TopLevel& top, QLineEdit* line,
-                   QPlainTextEdit* area)
-      : WidgetPane(line ? static_cast<QWidget*>(line) : area, state),
-        mField(field),
-        mState(state),
-        mLine(line),
-        mArea(area) {
-    if (line) {
-      line->setValidator(new NewlineStrip(line));
-      QObject::connect(line, &QLineEdit::textChanged, line, [this] { Changed(); });
-      top.AddToTabOrder(*line, state.TabIndex);
-    } else {
-      QObject::connect(area, &QPlainTextEdit::textChanged, area, [this] { Changed(); });
-      top.AddToTabOrder(*area, state.TabIndex);
-    }
+  EditFieldPaneImp(EditField& field, TopLevel& top, QLineEdit* line, QPlainTextEdit* area)
+      : WidgetPane(field, line ? static_cast<QWidget*>(line) : area), mLine(line), mArea(area) {
+    if (line) line->setValidator(new NewlineStrip(line));
+    const auto changed = [this] { Changed(); };
+    if (line) QObject::connect(line, &QLineEdit::textChanged, line, changed);
+    if (area) QObject::connect(area, &QPlainTextEdit::textChanged, area, changed);
+    top.AddToTabOrder(*mWidget, Properties().TabIndex);
     EditFieldPaneImp::Update();
-    EditFieldPaneImp::SetText(state.Text);
+    EditFieldPaneImp::SetText(Properties().Text);
   }
   EditFieldPaneImp(const EditFieldPaneImp&) = delete;
   EditFieldPaneImp& operator=(const EditFieldPaneImp&) = delete;
@@ -131,6 +122,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   void Update() override {
     WidgetPane::Update();
+    mWidget->setFocusPolicy(FocusPolicyOf(Properties().TabStop, true));
     mLine ? UpdateLine() : UpdateArea();
   }
 
@@ -149,34 +141,36 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   void ShowBalloon(const String& text) override {
     delete mBalloon;
-    mBalloon = new Balloon(mArea ? static_cast<QWidget&>(*mArea) : *mLine, ToDisplayText(text));
+    mBalloon = new Balloon(*mWidget, ToDisplayText(text));
   }
 
   void AcceptFileDrop(const String& type) override {
-    new FileDrops(mField, mArea ? mArea->viewport() : mLine, type);
+    new FileDrops(mModel, mArea ? mArea->viewport() : mWidget.data(), type);
   }
 
  private:
   void UpdateLine() {
+    const auto& list = Properties();
     constexpr int frame = 6;
     constexpr int toolkitsLimit = 32'767;  // characters
     // A line of text as high as the field is, at the most.
-    mLine->setFont(FittedFont(mLine->font(), "Áy", {mState.Width, mState.Height - frame}, 0));
-    mLine->setFrame(mState.Border);
-    mLine->setEchoMode(mState.Password ? QLineEdit::Password : QLineEdit::Normal);
-    mLine->setReadOnly(mState.ReadOnly);
-    mLine->setMaxLength(mState.LimitText > 0 ? mState.LimitText : toolkitsLimit);
-    mLine->setAlignment(HorizontalAlignment(mState.Alignment) | Qt::AlignVCenter);
+    mLine->setFont(FittedFont(mLine->font(), "Áy", {list.Width, list.Height - frame}, 0));
+    mLine->setFrame(list.Border);
+    mLine->setEchoMode(list.Password ? QLineEdit::Password : QLineEdit::Normal);
+    mLine->setReadOnly(list.ReadOnly);
+    mLine->setMaxLength(list.LimitText > 0 ? list.LimitText : toolkitsLimit);
+    mLine->setAlignment(HorizontalAlignment(list.Alignment) | Qt::AlignVCenter);
   }
 
   void UpdateArea() {
-    mArea->setFrameShape(mState.Border ? QFrame::StyledPanel : QFrame::NoFrame);
-    mArea->setVerticalScrollBarPolicy(PolicyOf(mState.ScrollbarVertical));
-    mArea->setHorizontalScrollBarPolicy(PolicyOf(mState.ScrollbarHorizontal));
-    mArea->setReadOnly(mState.ReadOnly);
-    mArea->setTabChangesFocus(!mState.AcceptTabs);
+    const auto& list = Properties();
+    mArea->setFrameShape(list.Border ? QFrame::StyledPanel : QFrame::NoFrame);
+    mArea->setVerticalScrollBarPolicy(PolicyOf(list.ScrollbarVertical));
+    mArea->setHorizontalScrollBarPolicy(PolicyOf(list.ScrollbarHorizontal));
+    mArea->setReadOnly(list.ReadOnly);
+    mArea->setTabChangesFocus(!list.AcceptTabs);
     QTextOption option = mArea->document()->defaultTextOption();
-    option.setAlignment(HorizontalAlignment(mState.Alignment));
+    option.setAlignment(HorizontalAlignment(list.Alignment));
     mArea->document()->setDefaultTextOption(option);
   }
 
@@ -186,7 +180,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   QString ShownText() const { return mLine ? mLine->text() : mArea->toPlainText(); }
 
-  bool IsPassword() const { return mLine && mState.Password; }
+  bool IsPassword() const { return mLine && Properties().Password; }
 
   // Every copy that shares the text's memory, so the line edit's own as well.
   static void Overwrite(const QString& text) {
@@ -210,7 +204,7 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
   // The limit of a line is the toolkit's to keep.
   bool IsTooLong() const {
-    return mArea && mState.LimitText > 0 && ShownText().size() > mState.LimitText;
+    return mArea && Properties().LimitText > 0 && ShownText().size() > Properties().LimitText;
   }
 
   // By the user's hand or by assistive technology.
@@ -219,11 +213,9 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
     if (HandlerWaits() || IsTooLong()) return Show(mBefore);
     if (IsPassword()) ForgetHistory();
     mBefore = ShownText();
-    InvokeHandler([alive = Ref<EditField>(&mField)] { alive->Raise("TextChange"); });
+    InvokeHandler([alive = Ref<EditField>(&mModel)] { alive->Raise("TextChange"); });
   }
 
-  EditField& mField;
-  const EditFieldState& mState;
   QPointer<QLineEdit> mLine;
   QPointer<QPlainTextEdit> mArea;
   QPointer<Balloon> mBalloon;
@@ -235,17 +227,17 @@ class EditFieldPaneImp : public WidgetPane<EditFieldPane> {
 
 }  // namespace
 
-std::unique_ptr<EditFieldPane> NewEditFieldPane(EditField& field, const EditFieldState& state,
-                                                WindowImp& window) {
+std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window) {
   auto& top = TopLevelOf(window);
+  const auto& list = field.Properties();
   QLineEdit* line = nullptr;
   QPlainTextEdit* area = nullptr;
-  if (state.Multiline) {
-    area = new FramedEdit<QPlainTextEdit>(state, &top.Content());
+  if (list.Multiline) {
+    area = new FramedEdit<QPlainTextEdit>(list, &top.Content());
   } else {
-    line = new FramedEdit<QLineEdit>(state, &top.Content());
+    line = new FramedEdit<QLineEdit>(list, &top.Content());
   }
-  return std::make_unique<EditFieldPaneImp>(field, state, top, line, area);
+  return std::make_unique<EditFieldPaneImp>(field, top, line, area);
 }
 
 }  // namespace zelto

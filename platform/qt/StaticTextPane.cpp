@@ -1,6 +1,7 @@
 #include <QLabel>
 #include <QPainter>
 
+#include "platform/Control.h"
 #include "platform/qt/FittedText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
@@ -40,31 +41,27 @@ class Label : public QLabel {
   QString mHelpTag;
 };
 
-class StaticTextPane : public WidgetPane<Pane> {
+class StaticTextPane : public WidgetPane<StaticText, Label> {
  public:
-  StaticTextPane(const StaticTextState& state, Label* label)
-      : WidgetPane(label, state), mState(state), mLabel(*label) {
+  StaticTextPane(StaticText& model, Label* label) : WidgetPane(model, label) {
     StaticTextPane::Update();
   }
 
   void Update() override {
     WidgetPane::Update();
-    mLabel.SetHelpTag(ToDisplayText(mState.HelpTag));
-    mLabel.setWordWrap(mState.Multiline);
-    mLabel.setAlignment(HorizontalAlignment(mState.TextAlign) |
-                        (mState.Multiline ? Qt::AlignTop : Qt::AlignVCenter));
-    mLabel.setText(ToDisplayText(mState.Text));
+    const auto& list = Properties();
+    mWidget->SetHelpTag(ToDisplayText(list.HelpTag));
+    mWidget->setWordWrap(list.Multiline);
+    mWidget->setAlignment(HorizontalAlignment(list.TextAlign) |
+                          (list.Multiline ? Qt::AlignTop : Qt::AlignVCenter));
+    mWidget->setText(ToDisplayText(list.Text));
   }
-
- private:
-  const StaticTextState& mState;
-  Label& mLabel;
 };
 
 }  // namespace
 
-std::unique_ptr<Pane> NewStaticTextPane(const StaticTextState& state, WindowImp& window) {
-  return std::make_unique<StaticTextPane>(state, new Label(&TopLevelOf(window).Content()));
+std::unique_ptr<Pane> NewPane(StaticText& text, WindowImp& window) {
+  return std::make_unique<StaticTextPane>(text, new Label(&TopLevelOf(window).Content()));
 }
 
 }  // namespace zelto

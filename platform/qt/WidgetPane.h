@@ -3,23 +3,37 @@
 #include <QPointer>
 
 #include "platform/Toolkit.h"
+#include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
 
 namespace zelto {
 
 TopLevel& TopLevelOf(WindowImp& window);
 
-// Gives the widget the properties that all controls have.
-void UpdateWidget(QWidget& widget, const ControlState& state);
-
+QPalette PaletteOf(const QWidget& widget, Color text);
+Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus);
 // 0 left, 1 centred, 2 right.
 Qt::Alignment HorizontalAlignment(Int32 code);
 
+// Only what differs from the desktop's own font.
+template <class List>
+QFont FontOf(const List& list) {
+  QFont font;
+  if (!list.TextFont.IsNil() && !(list.TextFont == "System")) {
+    font.setFamily(ToDisplayText(list.TextFont));
+  }
+  if (list.TextSize > 0) font.setPixelSize(list.TextSize);
+  if (list.Bold) font.setBold(true);
+  if (list.Italic) font.setItalic(true);
+  if (list.Underline) font.setUnderline(true);
+  return font;
+}
+
 // The part of a pane that is the same for all of them. The widget belongs to its window.
-template <class Interface>
+template <class Model, class Widget, class Interface = Pane>
 class WidgetPane : public Interface {
  public:
-  WidgetPane(QWidget* widget, const ControlState& state) : mWidget(widget), mState(state) {}
+  WidgetPane(Model& model, Widget* widget) : mModel(model), mWidget(widget) {}
   WidgetPane(const WidgetPane&) = delete;
   WidgetPane& operator=(const WidgetPane&) = delete;
   // Later, since the control may be closed by a handler of its own event.
@@ -29,14 +43,27 @@ class WidgetPane : public Interface {
     mWidget->deleteLater();
   }
 
-  void Update() override { UpdateWidget(*mWidget, mState); }
+  void Update() override {
+    const auto& list = Properties();
+    mWidget->setObjectName(ToDisplayText(list.Name));
+    mWidget->setGeometry(list.Left, list.Top, list.Width, list.Height);
+    if constexpr (requires { list.TextFont; }) mWidget->setFont(FontOf(list));
+    if constexpr (requires { list.TextColor; })
+      mWidget->setPalette(PaletteOf(*mWidget, list.TextColor));
+    mWidget->setToolTip(ToolTip(ToDisplayText(list.HelpTag)));
+    mWidget->setEnabled(list.Enabled);
+    mWidget->setVisible(list.Visible);
+  }
+  void SetLabel(const String& label) override { mWidget->setAccessibleName(ToDisplayText(label)); }
   void SetFocus() override { mWidget->setFocus(); }
   void Refresh() override { mWidget->repaint(); }
   void AcceptFileDrop(const String&) override {}
 
- private:
-  QPointer<QWidget> mWidget;
-  const ControlState& mState;
+ protected:
+  const auto& Properties() const { return mModel.Properties(); }
+
+  Model& mModel;
+  QPointer<Widget> mWidget;
 };
 
 }  // namespace zelto

@@ -19,8 +19,7 @@ namespace {
 
 class QtWindowImp : public WindowImp {
  public:
-  QtWindowImp(Window& window, const WindowState& state)
-      : mWindow(window), mState(state), mTop(new TopLevel(window)) {}
+  explicit QtWindowImp(Window& window) : mWindow(window), mTop(new TopLevel(window)) {}
   QtWindowImp(const QtWindowImp&) = delete;
   QtWindowImp& operator=(const QtWindowImp&) = delete;
   ~QtWindowImp() override { mTop->Detach(); }
@@ -37,13 +36,14 @@ class QtWindowImp : public WindowImp {
   void SetMenuBar(const Ref<MenuBar>& bar) override { mMenuBar = bar; }
 
   void Update() override {
-    const Qt::WindowFlags flags = Flags();
-    mTop->setWindowTitle(ToDisplayText(mState.Title));
+    const auto& list = mWindow.Properties();
+    const Qt::WindowFlags flags = Flags(list);
+    mTop->setWindowTitle(ToDisplayText(list.Title));
     if (mTop->windowFlags() != flags) mTop->setWindowFlags(flags);
-    const QSize size(mState.Width, mState.Height);
-    const bool isFixed = !mState.Resizeable;
-    mTop->Content().setMinimumSize(isFixed ? size : QSize(mState.MinWidth, mState.MinHeight));
-    mTop->Content().setMaximumSize(isFixed ? size : QSize(mState.MaxWidth, mState.MaxHeight));
+    const QSize size(list.Width, list.Height);
+    const bool isFixed = !list.Resizeable;
+    mTop->Content().setMinimumSize(isFixed ? size : QSize(list.MinWidth, list.MinHeight));
+    mTop->Content().setMaximumSize(isFixed ? size : QSize(list.MaxWidth, list.MaxHeight));
     mTop->layout()->setSizeConstraint(isFixed ? QLayout::SetFixedSize : QLayout::SetMinAndMaxSize);
     mTop->resize(size + QSize(0, mMenuBarHeight));
     mTop->layout()->activate();
@@ -87,13 +87,12 @@ class QtWindowImp : public WindowImp {
     return screen ? screen->geometry().topLeft() : QPoint();
   }
 
-  Qt::WindowFlags Flags() const {
-    Qt::WindowFlags flags = (mState.Frame == 1 ? Qt::Dialog : Qt::Window) |
-                            Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                            Qt::WindowSystemMenuHint;
-    flags.setFlag(Qt::WindowCloseButtonHint, mState.CloseButton);
-    flags.setFlag(Qt::WindowMinimizeButtonHint, mState.MinimizeButton);
-    flags.setFlag(Qt::WindowMaximizeButtonHint, mState.MaximizeButton);
+  static Qt::WindowFlags Flags(const WindowList& list) {
+    Qt::WindowFlags flags = (list.Frame == 1 ? Qt::Dialog : Qt::Window) | Qt::CustomizeWindowHint |
+                            Qt::WindowTitleHint | Qt::WindowSystemMenuHint;
+    flags.setFlag(Qt::WindowCloseButtonHint, list.CloseButton);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, list.MinimizeButton);
+    flags.setFlag(Qt::WindowMaximizeButtonHint, list.MaximizeButton);
     return flags;
   }
 
@@ -108,7 +107,6 @@ class QtWindowImp : public WindowImp {
   }
 
   Window& mWindow;
-  const WindowState& mState;
   QObject mContext;  // what must not outlive the window is connected through it
   TopLevel* mTop;
   Ref<MenuBar> mMenuBar;
@@ -118,8 +116,8 @@ class QtWindowImp : public WindowImp {
 
 }  // namespace
 
-std::unique_ptr<WindowImp> NewWindowImp(Window& window, const WindowState& state) {
-  return std::make_unique<QtWindowImp>(window, state);
+std::unique_ptr<WindowImp> NewWindowImp(Window& window) {
+  return std::make_unique<QtWindowImp>(window);
 }
 
 TopLevel& TopLevelOf(WindowImp& window) { return static_cast<QtWindowImp&>(window).Widget(); }

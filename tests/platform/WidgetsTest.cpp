@@ -163,30 +163,30 @@ TEST_F(WidgetsTest, TakeNoInputWhileAHandlerWaits) {
 TEST_F(WidgetsTest, PropertiesTakeEffect) {
   auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
   const auto field = mWindow->EditField1();
-  field->LimitText(3);
+  field->Set(&EditFieldList::LimitText, 3);
   QTest::keyClicks(&line, "abcd");
   EXPECT_EQ(line.text(), "abc");
-  field->Alignment(2);
+  field->Set(&EditFieldList::Alignment, 2);
   EXPECT_TRUE(line.alignment() & Qt::AlignRight);
-  field->Password(true);
+  field->Set(&EditFieldList::Password, true);
   EXPECT_EQ(line.displayText().count(QChar('a')), 0);
-  field->Password(false);
+  field->Set(&EditFieldList::Password, false);
   EXPECT_EQ(line.displayText(), "abc");
   line.setFocus();
   const QImage withRing = line.grab().toImage();
-  field->UseFocusRing(false);
+  field->Set(&EditFieldList::UseFocusRing, false);
   EXPECT_FALSE(line.grab().toImage() == withRing);
-  field->Border(false);
+  field->Set(&EditFieldList::Border, false);
   EXPECT_FALSE(line.hasFrame());
 
   auto& area = dynamic_cast<QPlainTextEdit&>(ControlWidget(*mTop, "EditField2"));
-  mWindow->EditField2()->ReadOnly(false);
-  mWindow->EditField2()->LimitText(2);
+  mWindow->EditField2()->Set(&EditFieldList::ReadOnly, false);
+  mWindow->EditField2()->Set(&EditFieldList::LimitText, 2);
   QTest::keyClicks(&area, "abc");
   EXPECT_EQ(area.toPlainText(), "ab");
 
-  mWindow->MaxWidth(600);
-  mWindow->Resizeable(true);
+  mWindow->Set(&WindowList::MaxWidth, 600);
+  mWindow->Set(&WindowList::Resizeable, true);
   mTop->resize(900, 400);
   Until([this] { return mTop->width() == 600; });
   mWindow->Visible(false);
