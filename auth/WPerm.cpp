@@ -19,7 +19,7 @@ constexpr Int32 shakeSteps = 7;    // a third of a second
 
 String Explanation(Shell& shell, const String& passwd, Int32 failures) {
   const auto prior = getuid() == 0 ? PriorCheck::None : PriorCheck::Su;
-  const auto reason = FailureReason(shell.ReadAll(), shell.ErrorCode(), prior, passwd);
+  auto reason = FailureReason(shell.ReadAll(), shell.ErrorCode(), prior, passwd);
   if (failures < allowedAttempts) return reason;
   return reason + EndOfLine() +
          "No further attempt counts. Press Cancel and start the utility again.";

@@ -39,8 +39,8 @@ class Shell : public Object {
 
   // Where the output of a command that was started begins, and what is known of it.
   struct Run {
-    std::size_t Output;
-    std::size_t Errors;
+    std::size_t Output = 0;
+    std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
     // A command that succeeds and writes nothing leaves only what `su` and `sudo` write around it.

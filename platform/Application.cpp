@@ -41,7 +41,9 @@ void End(Int32 status) {
 bool IsQuitAllowed() {
   if (State().IsQuitting) return true;
   if (State().App && State().App->Raise("CancelClose")) return false;
-  const auto windows = WindowSupport::Windows();
+  // A copy, since a handler may close a window.
+  const auto& listed = WindowSupport::Windows();
+  const std::vector windows(listed.begin(), listed.end());
   return std::none_of(windows.begin(), windows.end(),
                       [](const auto& window) { return window->Raise("CancelClose", {true}); });
 }

@@ -11,7 +11,7 @@ class Application;
 // A call of the toolkit into the program. Handlers nest, where one waits in a loop that serves
 // events.
 struct HandlerFrame {
-  HandlerFrame* Outer;
+  HandlerFrame* Outer = nullptr;
   Waiting Waits = Waiting::Not;
   bool ShowsDialog = false;  // which takes input, whatever waits outside
   int Refusals = 0;

@@ -125,7 +125,7 @@ struct ControlExtras {
 // A control as data: what a window makes it from.
 struct ControlRow {
   String Name;
-  Ref<EventSource> (*Create)(Window& window);
+  Ref<EventSource> (*Create)(Window& window) = nullptr;
   String List;
   ControlExtras Extras;
 };
