@@ -9,7 +9,7 @@
 namespace zelto {
 
 Balloon::Balloon(QWidget& anchor, const QString& text)
-    : QLabel(text, anchor.window(), Qt::ToolTip), mAnchor(anchor) {
+    : QLabel(text, anchor.window(), Qt::ToolTip), mAnchor(&anchor) {
   constexpr int lineLength = 40;  // characters
   constexpr int padding = 6;      // pixels
   setTextFormat(Qt::PlainText);
@@ -21,13 +21,14 @@ Balloon::Balloon(QWidget& anchor, const QString& text)
   adjustSize();
   Place();
   show();
-  mAnchor.setAccessibleDescription(text);
+  mAnchor->setAccessibleDescription(text);
   qApp->installEventFilter(this);
 }
 
 bool Balloon::eventFilter(QObject* object, QEvent* event) {
+  if (!mAnchor) return false;  // its window is about to go, and this balloon with it
   if (event->type() == QEvent::KeyPress) Dismiss();
-  if (object != mAnchor.window()) return false;
+  if (object != mAnchor->window()) return false;
   switch (event->type()) {
     case QEvent::Move:
       Place();
@@ -50,15 +51,15 @@ bool Balloon::eventFilter(QObject* object, QEvent* event) {
 // To the right of the widget, as far as the screen goes.
 void Balloon::Place() {
   constexpr int gap = 4;  // pixels
-  const auto* screen = mAnchor.screen();
-  const QPoint right = mAnchor.mapToGlobal(QPoint(mAnchor.width() + gap, 0));
+  const auto* screen = mAnchor->screen();
+  const QPoint right = mAnchor->mapToGlobal(QPoint(mAnchor->width() + gap, 0));
   move(std::min(right.x(), screen->availableGeometry().right() + 1 - width()), right.y());
 }
 
 void Balloon::Dismiss() {
   qApp->removeEventFilter(this);
   hide();
-  mAnchor.setAccessibleDescription({});
+  mAnchor->setAccessibleDescription({});
   deleteLater();
 }
 

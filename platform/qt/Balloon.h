@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPointer>
 
 namespace zelto {
 
@@ -17,7 +18,7 @@ class Balloon : public QLabel {
   void Place();
   void Dismiss();
 
-  QWidget& mAnchor;
+  QPointer<QWidget> mAnchor;
 };
 
 }  // namespace zelto

@@ -67,20 +67,21 @@ class FileDrops : public QObject {
   String mFilter;
 };
 
-// A widget of the toolkit whose frame shows the focus only if the field is to.
+// A widget of the toolkit whose frame shows the focus only if the field is to. It can outlive the
+// field.
 template <class Widget>
 class FramedEdit : public Widget {
  public:
-  FramedEdit(const EditFieldList& list, QWidget* parent) : Widget(parent), mList(list) {}
+  FramedEdit(bool usesFocusRing, QWidget* parent) : Widget(parent), mUsesFocusRing(usesFocusRing) {}
 
  protected:
   void initStyleOption(QStyleOptionFrame* option) const override {
     Widget::initStyleOption(option);
-    if (!mList.UseFocusRing) option->state &= ~QStyle::State_HasFocus;
+    if (!mUsesFocusRing) option->state &= ~QStyle::State_HasFocus;
   }
 
  private:
-  const EditFieldList& mList;
+  bool mUsesFocusRing;
 };
 
 // Takes newlines from the end of what a user pastes or types.
@@ -233,9 +234,9 @@ std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window) {
   QLineEdit* line = nullptr;
   QPlainTextEdit* area = nullptr;
   if (list.Multiline) {
-    area = new FramedEdit<QPlainTextEdit>(list, &top.Content());
+    area = new FramedEdit<QPlainTextEdit>(list.UseFocusRing, &top.Content());
   } else {
-    line = new FramedEdit<QLineEdit>(list, &top.Content());
+    line = new FramedEdit<QLineEdit>(list.UseFocusRing, &top.Content());
   }
   return std::make_unique<EditFieldPaneImp>(field, top, line, area);
 }

@@ -44,8 +44,8 @@ Int32 RuntimeStringCompare(std::string_view left, std::string_view right) {
   const auto order = std::lexicographical_compare_three_way(
       left.begin(), left.end(), right.begin(), right.end(),
       [](char a, char b) { return LowerCase(a) <=> LowerCase(b); });
-  if (order == 0) return 0;
-  return order < 0 ? -1 : 1;
+  if (std::is_eq(order)) return 0;
+  return std::is_lt(order) ? -1 : 1;
 }
 
 Int32 LenB(const String& text) { return static_cast<Int32>(text.Bytes().size()); }
