@@ -72,7 +72,9 @@ class FileDrops : public QObject {
 template <class Widget>
 class FramedEdit : public Widget {
  public:
-  FramedEdit(bool usesFocusRing, QWidget* parent) : Widget(parent), mUsesFocusRing(usesFocusRing) {}
+  using Widget::Widget;
+
+  void UseFocusRing(bool uses) { mUsesFocusRing = uses; }
 
  protected:
   void initStyleOption(QStyleOptionFrame* option) const override {
@@ -81,8 +83,11 @@ class FramedEdit : public Widget {
   }
 
  private:
-  bool mUsesFocusRing;
+  bool mUsesFocusRing = true;
 };
+
+using LineEdit = FramedEdit<QLineEdit>;
+using AreaEdit = FramedEdit<QPlainTextEdit>;
 
 // Takes newlines from the end of what a user pastes or types.
 class NewlineStrip : public QValidator {
@@ -103,7 +108,7 @@ class NewlineStrip : public QValidator {
 // Either a line of text or an area of several lines.
 class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
  public:
-  EditFieldPaneImp(EditField& field, TopLevel& top, QLineEdit* line, QPlainTextEdit* area)
+  EditFieldPaneImp(EditField& field, TopLevel& top, LineEdit* line, AreaEdit* area)
       : WidgetPane(field, line ? static_cast<QWidget*>(line) : area), mLine(line), mArea(area) {
     if (line) line->setValidator(new NewlineStrip(line));
     const auto changed = [this] { Changed(); };
@@ -156,6 +161,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     constexpr int toolkitsLimit = 32'767;  // characters
     // A line of text as high as the field is, at the most.
     mLine->setFont(FittedFont(mLine->font(), "Áy", {list.Width, list.Height - frame}, 0));
+    mLine->UseFocusRing(list.UseFocusRing);
     mLine->setFrame(list.Border);
     mLine->setEchoMode(list.Password ? QLineEdit::Password : QLineEdit::Normal);
     mLine->setReadOnly(list.ReadOnly);
@@ -165,6 +171,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 
   void UpdateArea() {
     const auto& list = Properties();
+    mArea->UseFocusRing(list.UseFocusRing);
     mArea->setFrameShape(list.Border ? QFrame::StyledPanel : QFrame::NoFrame);
     mArea->setVerticalScrollBarPolicy(PolicyOf(list.ScrollbarVertical));
     mArea->setHorizontalScrollBarPolicy(PolicyOf(list.ScrollbarHorizontal));
@@ -217,8 +224,8 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     InvokeHandler([alive = Ref<EditField>(&mModel)] { alive->Raise("TextChange"); });
   }
 
-  QPointer<QLineEdit> mLine;
-  QPointer<QPlainTextEdit> mArea;
+  QPointer<LineEdit> mLine;
+  QPointer<AreaEdit> mArea;
   QPointer<Balloon> mBalloon;
   String mWritten;  // what the program wrote last
   QString mShown;   // how that is shown
@@ -231,12 +238,12 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window) {
   auto& top = TopLevelOf(window);
   const auto& list = field.Properties();
-  QLineEdit* line = nullptr;
-  QPlainTextEdit* area = nullptr;
+  LineEdit* line = nullptr;
+  AreaEdit* area = nullptr;
   if (list.Multiline) {
-    area = new FramedEdit<QPlainTextEdit>(list.UseFocusRing, &top.Content());
+    area = new AreaEdit(&top.Content());
   } else {
-    line = new FramedEdit<QLineEdit>(list.UseFocusRing, &top.Content());
+    line = new LineEdit(&top.Content());
   }
   return std::make_unique<EditFieldPaneImp>(field, top, line, area);
 }
