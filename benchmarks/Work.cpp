@@ -156,7 +156,7 @@ void RunLines(const std::vector<CommandLine>& lines) {
   std::FILE* output = std::tmpfile();
   const double start = Now();
   const pid_t process =
-      StartInterpreter({script, lines.back().Passphrase}, fileno(output), fileno(output));
+      StartInterpreter({script, lines.back().Passphrase}, "mark", fileno(output), fileno(output));
   int status = 0;
   waitpid(process, &status, 0);
   Answer({{"ms", Now() - start}, {"status", WEXITSTATUS(status)}});
