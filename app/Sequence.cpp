@@ -24,7 +24,7 @@ void NewAppInstance() {
   RuntimeRegisterAppObject(app);
 }
 
-// The application has none.
+// The application has no menu handlers.
 void ApplicationAddMenuHandlers() {}
 
 void MakeDefaultView() { Window1(); }

@@ -12,7 +12,7 @@ struct Phrase {
   const char* Reason;
 };
 
-// What `su` and `sudo` write without a translation. The first match counts.
+// Messages of `su` and `sudo` in the C locale. The first match counts.
 constexpr Phrase phrases[] = {
     {"account has expired", "This account has expired."},
     {"required to change your password",

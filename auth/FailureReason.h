@@ -4,11 +4,11 @@
 
 namespace zelto {
 
-// Who verified the password before `sudo` did: nobody when root starts the utility.
+// Whether `su` has verified the password before `sudo`. `su` asks root for none.
 enum class PriorCheck : std::uint8_t { None, Su };
 
-// Why CredentialCheck failed, as a sentence for the person, from the text and the exit status that
-// it left. It never contains the password.
+// The reason why CredentialCheck failed, as a sentence for the user. `text` is its output, `status`
+// its exit status. The result never contains the password.
 String FailureReason(const String& text, Int32 status, PriorCheck prior, const String& passwd);
 
 }  // namespace zelto

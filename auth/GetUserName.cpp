@@ -9,7 +9,7 @@ String GetUserName(bool shortName) {
   const passwd* account = getpwuid(getuid());
   if (!account) return {};
   if (shortName) return account->pw_name;
-  // The full name is the first of the fields that share this entry.
+  // The full name is the first comma-separated field.
   return account->pw_gecos ? NthField(account->pw_gecos, ",", 1) : String();
 }
 

@@ -4,7 +4,7 @@
 
 namespace zelto::Globals {
 
-// The account's short or full name of the user who runs the program; nil when it has none.
+// The short or the full name of the account that runs the program. Nil if it has none.
 String GetUserName(bool shortName);
 
 }  // namespace zelto::Globals

@@ -4,7 +4,7 @@
 
 namespace zelto::FileTypes1 {
 
-// What an update file is to open dialogs and drop targets. Nil before Initialize.
+// The type of update files in open dialogs and drop targets. Nil before Initialize.
 const Ref<FileType>& gzipTarFile();
 void Initialize();
 void Finalize();

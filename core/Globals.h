@@ -2,10 +2,10 @@
 
 #include "platform/runtime/String.h"
 
-// What outlives a window.
+// State shared by the windows.
 namespace zelto::Globals {
 
-// The pair that `su` and `sudo` accepted; nil before.
+// The credentials that `su` and `sudo` have accepted. Nil before that.
 extern String User;
 extern String Passwd;
 extern String thePatchName;  // the path of the last dropped file

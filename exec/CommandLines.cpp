@@ -10,7 +10,7 @@ bool Holds(std::string_view text, char c) { return text.find(c) != std::string_v
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// Characters that no interpreter reads as anything but themselves, wherever they stand in a word.
+// True for a character without a special meaning anywhere in a shell word.
 bool IsOrdinary(char c) {
   const auto isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
   return isLetter || (c >= '0' && c <= '9') || Holds("_./:,@%+-", c);
@@ -26,7 +26,7 @@ bool StartsWithDash(const String& value) { return value.Bytes().starts_with('-')
 
 String SingleQuoted(const String& text) {
   std::string quoted = "'";
-  quoted.reserve(4 * text.Bytes().size() + 2);  // one buffer, so that none stays behind unwiped
+  quoted.reserve(4 * text.Bytes().size() + 2);  // growing would leave an unwiped copy behind
   for (const char c : text.Bytes()) {
     if (c == '\'') {
       quoted += R"('\'')";
@@ -48,14 +48,14 @@ String DoubleQuoted(const String& text) {
   return {std::move(quoted)};
 }
 
-// `echo` eats backslashes in some shells and options in all, so it gets ordinary words only.
+// `echo` interprets options, and in some shells backslashes. Other passwords need `printf`.
 String Echo(const String& passwd) {
   if (passwd.IsNil() || (IsOrdinary(passwd) && !StartsWithDash(passwd))) return "echo " + passwd;
   return "printf '%s\\n' " + Quoted(passwd);
 }
 
-// A name that begins with a dash would be an option. Behind "--" `su` still takes one "-" for
-// itself, so the name comes after that.
+// `su` reads a name with a leading dash as an option. It also reads a "-" after "--" as an option,
+// so the name follows both.
 String Su(const String& user, const String& command) {
   const String argument = SingleQuoted(command);
   if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);
@@ -67,8 +67,7 @@ CommandLine Privileged(const String& passwd, const String& user, const String& c
   return {Echo(passwd) + " | " + Su(user, command), passwd, outputSize};
 }
 
-// The same file, named so that `tar` takes it for one: not for an option, standard input or a
-// file on a host.
+// The path in a form that `tar` reads neither as an option, as standard input nor as a remote file.
 String Local(const String& path) {
   const auto bytes = path.Bytes();
   const bool isRelative = !bytes.starts_with('/');

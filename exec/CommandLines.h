@@ -6,35 +6,33 @@
 
 namespace zelto {
 
-// Where the control member of an update file is extracted to.
+// The path of the control member of an update file, once extracted.
 inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
 
-// One line for the command interpreter.
+// A command line for `sh`.
 struct CommandLine {
   CommandLine(String text, String passphrase = {}, std::optional<std::size_t> outputSize = {})
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // What `sudo` gets when the line makes it ask without a pipe to read from; nil for such a line
-  // only.
+  // The password for a `sudo` that has no pipe to read it from. Nil if no such `sudo` runs.
   String Passphrase;
-  // The bytes that the command itself writes to standard output when it succeeds, if that is known.
-  // What else the output has, `su` and `sudo` wrote.
+  // The number of bytes that the command writes to standard output if it succeeds, where known. All
+  // other output is from `su` and `sudo`.
   std::optional<std::size_t> OutputSize;
 };
 
-// The six lines of the program. A value that an interpreter or a program would read as anything
-// but itself is quoted, so that it stays one word with its own meaning; all others stand bare.
+// The six command lines of the program. Each value is one word and is quoted only if necessary.
 CommandLine ForgetCredentials();
 CommandLine CredentialCheck(const String& passwd, const String& user);
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path);
-// The size is that of the extracted member, in bytes.
+// `size` is the size of the extracted member in bytes.
 CommandLine MemberRead(const String& passwd, const String& user, std::size_t size);
 CommandLine FullExtract(const String& passwd, const String& user, const String& path);
-// The path is not held together here: at a blank it falls into several words.
+// A path with blanks becomes several words.
 CommandLine ListingTest(const String& path);
 
-// The value as one word of an interpreter's line.
+// The value as one word of a command line.
 String Quoted(const String& value);
 
 }  // namespace zelto

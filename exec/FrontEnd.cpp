@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The folder of the running program; empty when the system does not tell.
+// The folder of the running program, or empty if it is unknown.
 fs::path ProgramFolder() {
   std::error_code error;
 #ifdef __APPLE__
@@ -44,7 +44,7 @@ bool IsSafeFile(const fs::path& path) {
          Permits(file, 0555) && (mount.f_flag & ST_NOEXEC) == 0;
 }
 
-// In a sticky folder nobody but the owner of an entry can replace it.
+// In a sticky folder only the owner of an entry can replace it.
 bool IsSafeFolder(const fs::path& path) {
   struct stat folder {};
   return lstat(path.c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) && HasSafeOwner(folder) &&
@@ -61,7 +61,7 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// Beside the program's folder in the build, elsewhere when installed.
+// In the build the folder is next to the program's; ZELTO_LIBEXEC is the installed one.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {

@@ -4,12 +4,12 @@
 
 namespace zelto {
 
-// The folder of the `sudo` front end that comes with the program, for the start of the commands'
-// PATH; empty when IsSafeForAll rejects it.
+// The folder of the `sudo` front end, the first entry of the commands' PATH. Empty if the front end
+// is missing or IsSafeForAll rejects it.
 std::filesystem::path FrontEndFolder();
 
-// True when every account can execute the regular file, and nobody but root and this process's user
-// can change or replace it. The path is absolute and has no symbolic link in it.
+// True if every account can execute the regular file and only root and the effective user can
+// change or replace it. The path must be absolute and free of symbolic links.
 bool IsSafeForAll(const std::filesystem::path& file);
 
 }  // namespace zelto

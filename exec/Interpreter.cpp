@@ -26,10 +26,10 @@ std::string SearchPath() {
   return (frontEnd.empty() ? "" : frontEnd + ":") + (path ? path : _PATH_DEFPATH);
 }
 
-// `su -c` makes a session of its own, in which `sudo` finds neither a terminal nor the ticket of an
-// earlier line. The front end answers it. Where the commands do not find that one, `sudo` asks the
-// program in SUDO_ASKPASS, with its prompt as the argument: printenv then answers with the variable
-// of that name. DISPLAY only has to be there.
+// `su -c` starts a new session, in which `sudo` has neither a terminal nor the cached credentials
+// of an earlier command. The front end passes the password to `sudo`. If PATH does not lead to the
+// front end, `sudo` runs SUDO_ASKPASS with the prompt as its argument. printenv then prints the
+// variable of that name. `sudo` requires that DISPLAY is set.
 Environment CommandEnvironment(const std::string& mark) {
   Environment environment{
       "PATH=" + SearchPath(),
@@ -52,15 +52,15 @@ std::vector<char*> Pointers(Environment& environment) {
   return pointers;
 }
 
-// The variable is exported by the line itself and not given to `sh`, whose environment is there
-// to be read for as long as the command runs.
+// The script exports the variable. The initial environment of `sh` would stay readable in /proc
+// while the command runs.
 String Script(const CommandLine& command) {
   String line = command.Text + "\n";
   if (command.Passphrase.IsNil()) return line;
   return String("export ") + SudoPrompt + "=" + Quoted(command.Passphrase) + "\n" + line;
 }
 
-// The reader may go before it has read all; then the rest is of no use to anybody.
+// Stops without an error if the reader closes the pipe.
 void WriteAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const auto written = write(descriptor, bytes.data(), bytes.size());
@@ -92,7 +92,7 @@ class SpawnSettings {
     posix_spawnattr_destroy(&mAttributes);
   }
 
-  // The process, or 0 with the reason in errno.
+  // Returns the process id, or 0 and sets errno.
   pid_t Spawn(const char* program, Environment environment) {
     std::string name = program;
     std::array<char*, 2> arguments{name.data(), nullptr};
@@ -112,7 +112,7 @@ class SpawnSettings {
 pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int output,
                        int errors) {
   std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take the exit status away
+  std::signal(SIGCHLD, SIG_DFL);  // if it is ignored, waitpid loses the exit status
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);

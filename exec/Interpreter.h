@@ -6,13 +6,13 @@
 
 namespace zelto {
 
-// Starts `sh` in a session of its own, with the two descriptors as its standard output and error,
-// and of this process's environment no more than the path and who the user is. The line is its
-// standard input, so that no list of processes shows it. The front end writes the mark before and
-// after the output of a command that `sudo` runs. Gives the process, or 0 with the reason in errno.
+// Starts `sh` in a new session and does not wait for it. `output` and `errors` become its standard
+// output and error. The command line is written to its standard input, because `ps` shows
+// arguments. The front end writes `mark` before and after the output of each `sudo` command.
+// Returns the process id, or 0 and sets errno.
 pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int output, int errors);
 
-// What `sudo` is told to write when it asks for a password.
+// The password prompt of `sudo`.
 inline constexpr const char* SudoPrompt = "ZELTO_PASSPHRASE";
 
 }  // namespace zelto

@@ -26,7 +26,7 @@ int NewFileInMemory() {
 #endif
 }
 
-// Null when no file can be made.
+// Returns null if no file can be created.
 std::FILE* NewFile() {
   if (auto* file = std::tmpfile()) return file;
   int descriptor = NewFileIn(std::getenv("TMPDIR"));

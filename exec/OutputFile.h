@@ -6,11 +6,11 @@
 
 namespace zelto {
 
-// An unnamed file that takes the output of commands. Every writer appends. It outlives this process
-// as long as a command holds it.
+// An unnamed file for the output of commands. All writers append. A running command keeps the file
+// alive after this process has ended.
 class OutputFile {
  public:
-  // Below /tmp or the folder that TMPDIR names, or in memory when neither can be written.
+  // Creates the file in /tmp, else in TMPDIR, else in memory.
   OutputFile();
 
   bool IsOpen() const { return mFile != nullptr; }

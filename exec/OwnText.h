@@ -3,18 +3,18 @@
 #include <string>
 #include <string_view>
 
-// The parts of a command line's output that are the command's own. Each function edits what the
-// text holds from `start` on.
+// Functions that remove the output of `su` and `sudo` from that of the command they run. Each edits
+// the text from `start` to its end.
 namespace zelto {
 
-// Keeps what lies between the first and the last mark; all of it when there is no mark.
+// Keeps the text between the first and the last mark, or all text if there is no mark.
 void KeepMarked(std::string& text, std::size_t start, std::string_view mark);
 
-// Removes the words if the text starts with them, or else as much of them as is common to both, up
-// to a blank or a newline.
+// Removes the longest common prefix of the text and `words`. A partial match ends after a blank or
+// a newline.
 void RemoveLeading(std::string& text, std::size_t start, std::string_view words);
 
-// Keeps the last bytes.
+// Keeps the last `size` bytes.
 void KeepLast(std::string& text, std::size_t start, std::size_t size);
 
 void EraseAll(std::string& text, std::size_t start, std::string_view part);

@@ -32,7 +32,7 @@ std::string NewMark() {
   return mark;
 }
 
-// A descriptor that becomes readable when the process ends, or -1.
+// Returns a pidfd, which becomes readable when the process ends, or -1.
 int EndDescriptor([[maybe_unused]] pid_t process) {
 #ifdef SYS_pidfd_open
   return static_cast<int>(syscall(SYS_pidfd_open, process, 0));
@@ -115,7 +115,7 @@ void Shell::Refuse(const char* reason) {
   mRefusals += std::string("The command could not be started: ") + reason + "\n";
 }
 
-// Also true when none has been started.
+// Returns true if no command runs any more.
 bool Shell::ReapChild() {
   if (mProcess == 0) return true;
   int status = 0;
@@ -127,7 +127,7 @@ bool Shell::ReapChild() {
   return true;
 }
 
-// The process, which has ended or goes on by itself.
+// Forgets the process and does not end it.
 void Shell::ReleaseProcess() {
   mProcess = 0;
   if (mEnd < 0) return;
@@ -135,12 +135,11 @@ void Shell::ReleaseProcess() {
   close(std::exchange(mEnd, -1));
 }
 
-// In one buffer of the right size, since the text may be large.
+// Reserves one buffer, because the text may be large.
 String Shell::Gathered() const {
-  constexpr std::size_t slack = 8192;  // for the words that are put in front of the text
   std::string text;
   if (mOutput.IsOpen() && mErrors.IsOpen()) {
-    text.reserve(mOutput.Size() + mErrors.Size() + mRefusals.size() + 2 + slack);
+    text.reserve(mOutput.Size() + mErrors.Size() + mRefusals.size() + 2);
     std::string around;
     for (std::size_t run = 0; run < mRuns.size(); ++run) AppendOutput(text, run, around);
     EndLine(text);
@@ -162,8 +161,8 @@ void Shell::AppendOutput(std::string& text, std::size_t run, std::string& around
   RemoveLeading(text, start, around);
 }
 
-// A prompt ends without a newline, so it stands in front of what is written next. That of `su` is
-// known when PAM uses its own, that of `sudo` has our words, and any other was seen in the check.
+// A prompt has no newline and precedes the next message on its line. The prompt of `sudo` is
+// SudoPrompt. That of `su` is the output of the check, or PAM's default if there was no check.
 void Shell::AppendErrors(std::string& text, std::size_t run, std::string& around) const {
   constexpr std::string_view suPrompt = "Password: ";
   const auto start = text.size();

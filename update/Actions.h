@@ -5,10 +5,10 @@
 
 namespace zelto {
 
-// Serves the windows until the shell's commands have ended.
+// Runs the event loop until the shell's commands have ended.
 void AwaitCommands(Shell& shell);
 
-// Sets the texts of a dialog on an action that failed for the file at the path.
+// Sets the dialog's texts after an action has failed for the file at `path`.
 void DescribeFailure(MessageDialog& dialog, const String& path, Shell& shell);
 
 }  // namespace zelto

@@ -21,7 +21,7 @@ String InvalidFileExplanation() {
          "If you want to try to install this file anyway, click the Keep button";
 }
 
-// The record in the file; nothing when it cannot be extracted.
+// Returns the record in the update file, or nothing if it cannot be extracted.
 std::optional<ContentRecord> ExtractRecord(Shell& shell, const String& path) {
   const ContentLock lock;
   shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));

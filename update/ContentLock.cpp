@@ -10,12 +10,12 @@
 
 namespace zelto {
 
-// On the folder of the extracted member, so that no file has to be made for it.
+// Locks the folder of the extracted member, because a lock file would have to be created.
 ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int pause = 20;   // milliseconds
   constexpr int tries = 250;  // five seconds
   for (int i = 0; mFolder >= 0 && i < tries && flock(mFolder, LOCK_EX | LOCK_NB) != 0; ++i) {
-    if (errno != EWOULDBLOCK && errno != EINTR) return;  // this file system has no locks
+    if (errno != EWOULDBLOCK && errno != EINTR) return;  // no locks on this file system
     RuntimeAwait(-1, pause);
   }
 }

@@ -2,9 +2,9 @@
 
 namespace zelto {
 
-// Keeps apart what several running utilities do with the content record, since all extract it to
-// one path. Blocks until the others are done, at most some seconds: then it goes on without the
-// lock, since anybody can hold it. It also goes on where the file system has no locks.
+// Serialises the use of the content record between running utilities, which all extract it to one
+// path. The constructor blocks for at most five seconds and then continues without the lock,
+// because every account can hold it. It also continues if the file system does not support locks.
 class ContentLock {
  public:
   ContentLock();

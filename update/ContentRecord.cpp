@@ -16,7 +16,7 @@ String WithoutCarriageReturn(const String& line) {
 }  // namespace
 
 std::optional<std::size_t> ContentRecordSize() {
-  constexpr off_t largest = 65'536;  // bytes; the front end lets the check write no more
+  constexpr off_t largest = 65'536;  // bytes, the limit of the front end
   struct stat record {};
   if (lstat(ContentRecordPath, &record) != 0 || !S_ISREG(record.st_mode) || record.st_nlink != 1 ||
       record.st_size > largest) {

@@ -13,14 +13,13 @@ struct ContentRecord {
   String Description;
 };
 
-// The size in bytes of the record that lies in the file system; nothing unless it is a regular file
-// with no other name and of a size worth showing. A member of the path may just as well be a link
-// to a file that is not the update's to show.
+// The size of the extracted record in bytes. Empty unless it is a regular file with one link and at
+// most 64 KiB: an update can also contain a link at this path, and the check reads it as root.
 std::optional<std::size_t> ContentRecordSize();
 
-// Reads the record from the text that the commands of a check give: line 0 is the member that was
-// extracted, lines 1 to 3 are the record's. A value stands between the first and the second "=" of
-// its line; a line that is not there or has none gives nil.
+// Reads the record from the output of a check: line 0 is the path of the extracted member, lines 1
+// to 3 are the record. A value is the text between the first and the second "=" of its line. It is
+// nil if the line is missing or has no "=".
 ContentRecord ReadContentRecord(const String& text);
 
 }  // namespace zelto

@@ -8,7 +8,7 @@ namespace zelto {
 
 namespace {
 
-// Returns when all is written or has failed.
+// Returns when the extraction has ended or failed.
 void Extract(Shell& shell, const String& path) {
   const ContentLock lock;
   const auto inhibitor = InhibitSessionEnd("Installing an update");
@@ -32,7 +32,7 @@ void Window1::pbUpdate_Action() {
     dialog->ShowModalWithin(Ref<Window>(this));
     return;
   }
-  dialog->Message("Update Completed Successfullly");
+  dialog->Message("Update Completed Successfullly");  // spelled as the vendor spells it
   dialog->Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
                       "Would you like to apply another patch file or quit?");
   stStatus()->Text("Update completed successfully");
