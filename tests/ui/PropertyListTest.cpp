@@ -36,7 +36,7 @@ bool IsRefused(const std::string& list, const Class& of) {
 
 }  // namespace
 
-TEST(PropertyLists, HaveTheirSizes) {
+TEST(PropertyLists, HaveTheExpectedSizes) {
   // The legal notice of the About window is the one text that is free; its bytes come on top.
   const int notice = LenB("© 2026 ZELTO Group. All rights reserved.");
   std::vector<int> sizes;
