@@ -4,6 +4,7 @@ import sys
 from pathlib import Path
 
 import gi
+gi.require_version("Gdk", "3.0")
 gi.require_version("Gtk", "3.0")
 from gi.repository import Gdk, Gtk
 
