@@ -23,7 +23,7 @@ Int32 RunProgram() {
 
 }  // namespace
 
-TEST(Sequence, AnyOtherFailureEndsTheProgramWithAMessage) {
+TEST(Sequence, ForeignExceptionEndsTheProgramWithAMessage) {
   RuntimeInit();
   std::string labels;
   WhenModal([&](QWidget&) {
@@ -35,7 +35,7 @@ TEST(Sequence, AnyOtherFailureEndsTheProgramWithAMessage) {
   EXPECT_EQ(labels, "The utility has to end.|std::exception: std::bad_alloc|");
 }
 
-TEST(Sequence, ARefusedUserNeverSeesTheMainWindow) {
+TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
   using Refusal = void (*)(QWidget&);
   const Refusal refusals[] = {
       [](QWidget& dialog) {
@@ -57,7 +57,7 @@ TEST(Sequence, ARefusedUserNeverSeesTheMainWindow) {
   }
 }
 
-TEST(Sequence, AnAcceptedUserGetsTheMainWindowInItsPlace) {
+TEST(Sequence, AcceptedUserSeesTheMainWindowCentred) {
   const StubPrograms programs;
   RuntimeInit();
   WhenModal([](QWidget& dialog) {

@@ -28,14 +28,14 @@ class WPermTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(WPermTest, OffersTheUsersNameInAPlaceOfItsOwn) {
+TEST_F(WPermTest, OpensCentredWithTheUsersName) {
   EXPECT_EQ(Bytes(mDialog->authuser()->Text()), getpwuid(getuid())->pw_name);
   EXPECT_EQ(Bytes(Globals::GetUserName(true)), getpwuid(getuid())->pw_name);
   EXPECT_EQ(mDialog->Top(), (zelto::Screen(0)->Height() - 213) / 3 + 22);
   EXPECT_EQ(mDialog->Left(), (zelto::Screen(0)->Width() - 416) / 2);
 }
 
-TEST_F(WPermTest, ARightPairIsKeptAndClosesTheDialog) {
+TEST_F(WPermTest, ValidCredentialsAreStoredAndCloseTheDialog) {
   Press("zt", "secret");
   EXPECT_TRUE(Globals::Authenticated);
   EXPECT_EQ(Bytes(Globals::User), "zt");
@@ -44,14 +44,14 @@ TEST_F(WPermTest, ARightPairIsKeptAndClosesTheDialog) {
   EXPECT_EQ(mStubs.Calls("sudo").front(), std::vector<std::string>{"-K"});
 }
 
-TEST_F(WPermTest, TwoFailuresLeaveAThirdAttempt) {
+TEST_F(WPermTest, ThirdAttemptIsAllowed) {
   Press("zt", "wrong");
   Press("zt", "");
   Press("zt", "secret");
   EXPECT_TRUE(Globals::Authenticated);
 }
 
-TEST_F(WPermTest, AfterThreeFailuresTheRightPairHasNoEffect) {
+TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
   for (int i = 0; i < 3; ++i) Press("zt", "wrong");
   const auto calls = mStubs.Calls("su").size();
   Press("zt", "secret");
@@ -61,7 +61,7 @@ TEST_F(WPermTest, AfterThreeFailuresTheRightPairHasNoEffect) {
   EXPECT_TRUE(GetImplicitWindow("WPerm.WPerm") == mDialog);
 }
 
-TEST_F(WPermTest, AFailureSaysWhyUntilTheNextKey) {
+TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   mDialog->Show();
   Until([] { return QApplication::activeWindow(); });
   auto& field = ControlWidget(*QApplication::activeWindow(), "passwd");
@@ -88,7 +88,7 @@ TEST_F(WPermTest, AFailureSaysWhyUntilTheNextKey) {
   EXPECT_EQ(balloon(), "");
 }
 
-TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
+TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
   const Int32 left = mDialog->Left();
   Press("zt", "wrong");
   bool hasMoved = false;
@@ -99,7 +99,7 @@ TEST_F(WPermTest, AFailureShakesTheDialogAndPutsItBack) {
   });
 }
 
-TEST_F(WPermTest, AskedTwiceToCloseDuringACheckTheProgramEnds) {
+TEST_F(WPermTest, SecondCloseDuringACheckEndsTheProgram) {
   mStubs.Script("su", mStubs.Blocker());
   mDialog->Show();
   CloseTwiceOnce([&] { return !mStubs.Calls("su").empty(); });

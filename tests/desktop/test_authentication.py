@@ -7,7 +7,7 @@ from place import PROGRAM, DesktopTest
 
 
 class RightPassword(DesktopTest):
-    def test_opens_the_main_window_at_its_place_whoever_starts_the_program(self):
+    def test_main_window_opens_centred_for_any_user(self):
         account, other = self.account(), self.account(sudo=False)
         for who, starter in ("itself", account.name), ("another", other.name), ("root", "root"):
             with self.subTest(started_by=who), Utility(starter, PROGRAM) as utility:
@@ -26,7 +26,7 @@ class OddPasswords(DesktopTest):
                  "escape": r"a\nb", "option": "-n", "blank": "two words", "operators": "(x)&y",
                  "beyond ASCII": "pä$$", "long": secrets.token_hex(100)}
 
-    def test_pass_and_install(self):
+    def test_odd_passwords_authenticate_and_install(self):
         for number, (kind, password) in enumerate(self.PASSWORDS.items()):
             members = self.members(**{str(number): (b"new", 0o644)})
             path = self.update(f"{number}.tgz", members=members)
@@ -41,7 +41,7 @@ class OddPasswords(DesktopTest):
 
 
 class Refusals(DesktopTest):
-    def test_after_three_wrong_passwords_the_right_one_has_no_effect(self):
+    def test_valid_password_has_no_effect_after_three_failures(self):
         account = self.account()
         reached = Path("~" + account.name).expanduser() / "reached"
         utility = self.enterContext(Utility(account.name, PROGRAM))
@@ -60,7 +60,7 @@ class Refusals(DesktopTest):
         self.assertEqual((utility.exit_status(), utility.bells()), (0, 3))
         self.assertNotIn(MAIN, utility.shown())
 
-    def test_an_account_without_rights_is_refused_and_may_cancel(self):
+    def test_account_without_rights_is_refused_and_can_cancel(self):
         account = self.account(sudo=False)
         utility = self.enterContext(Utility(account.name, PROGRAM))
         utility.try_pair(account.name, account.password)
@@ -73,7 +73,7 @@ class Refusals(DesktopTest):
 class OddUserNames(DesktopTest):
     TRIPLES = ("--help", "-V", "--version"), ("x; true #", "$(true)", "a b"), ("-", "")
 
-    def test_never_pass(self):
+    def test_odd_user_names_are_refused(self):
         account = self.account()
         for starter, names in [(who, names) for who in (account.name, "root") for names in self.TRIPLES]:
             with self.subTest(names, as_root=starter == "root"), Utility(starter, PROGRAM) as utility:

@@ -14,7 +14,7 @@ from place import LONG, PROGRAM, DesktopTest
 
 
 class NeverCutOff(DesktopTest):
-    def test_an_installation_is_finished_however_the_utility_ends(self):
+    def test_installation_finishes_however_the_utility_ends(self):
         count, cases = (100_000, 50) if LONG else (5_000, 3)
         members = self.members(**{str(number): (b"%d" % number, 0o644) for number in range(count)})
         path, account = self.update("many.gz", members=members), self.account()
@@ -61,7 +61,7 @@ class Memory(DesktopTest):
 
 
 class Secret(DesktopTest):
-    def test_no_core_no_process_no_clipboard_and_no_assistive_technology_gets_it(self):
+    def test_core_process_clipboard_and_assistive_technology_do_not_get_it(self):
         account, field = self.account(), "Password or Phrase:"
         home = Path("~" + account.name).expanduser()  # where the program runs and would leave a core
         self.addCleanup(resource.setrlimit, resource.RLIMIT_CORE, resource.getrlimit(resource.RLIMIT_CORE))
@@ -88,7 +88,7 @@ class Secret(DesktopTest):
 
 
 class TwoAtOnce(DesktopTest):
-    def test_each_shows_its_own(self):
+    def test_each_shows_its_own_record(self):
         updates = [(product, self.update(f"{product}.gz", product)) for product in ("First", "Second")]
         utilities = [self.authenticated(self.account()) for _ in updates]
 

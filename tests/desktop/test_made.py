@@ -19,7 +19,7 @@ def listing(folder):
 
 
 class Updates(DesktopTest):
-    def test_what_the_tool_makes_is_installed_as_it_was(self):
+    def test_made_update_installs_the_same_tree(self):
         target = Path("/opt", "zelto-" + secrets.token_hex(4))
         self.addCleanup(shutil.rmtree, target, ignore_errors=True)
         tree, update = self.folder / "tree", self.folder / "made.tgz"

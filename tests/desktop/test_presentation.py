@@ -3,7 +3,7 @@ from place import PROGRAM, DesktopTest
 
 
 class Keyboard(DesktopTest):
-    def test_is_enough_for_the_whole_road(self):
+    def test_keyboard_alone_completes_an_update(self):
         account, utility = self.account(), self.enterContext(Utility("root", PROGRAM))
         utility.key("shift+Tab", "ctrl+a")
         utility.type(f"{account.name}\t{account.password}")
@@ -29,7 +29,7 @@ class Keyboard(DesktopTest):
 
 
 class Attention(DesktopTest):
-    def test_is_asked_for_by_speech_and_by_a_dialog_behind_another_window(self):
+    def test_screen_reader_names_controls_and_hidden_dialog_alerts(self):
         path = self.update("a.gz", members=self.members(**{str(number): (b"", 0o644) for number in range(20_000)}))
         utility = self.authenticated(self.account())
         utility.listen("object:property-change:accessible-name")
@@ -44,7 +44,7 @@ class Attention(DesktopTest):
 
 
 class Bare(DesktopTest):
-    def test_keyboard_is_enough_without_pictures_and_assistive_technology(self):
+    def test_keyboard_works_without_pictures_and_assistive_technology(self):
         account, bare = self.account(), {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None}
         members = self.members(file=(b"new", 0o644))
 

@@ -57,7 +57,7 @@ class SetUps(DesktopTest):
         run(["chage", "-M", "10", "-W", "7", "-d", str(changed), account.name])
         yield
 
-    def test_the_whole_job_is_done_and_no_text_but_that_of_tar_shown(self):
+    def test_update_installs_and_only_the_text_of_tar_is_shown(self):
         account = self.account()
         set_ups = {
             "visiblepw": self.defaults(account, "visiblepw"),
@@ -83,7 +83,7 @@ class SetUps(DesktopTest):
                 self.assertRegex("\n".join(utility.dialog("OK")),
                                  r"\ABad update file\nErrors .*\n\n(\n|(gzip|tar): .*\n)+\Z")
 
-    def test_what_cannot_work_is_refused_with_its_reason(self):
+    def test_unsupported_setup_is_refused_with_its_reason(self):
         reasons = {"requiretty": "sudo accepts this account only on a terminal (requiretty).",
                    "rootpw": "sudo asks for the password of another account (rootpw or targetpw)."}
         for setting, reason in reasons.items():
@@ -103,7 +103,7 @@ class SetUps(DesktopTest):
 
 
 class Checks(DesktopTest):
-    def test_write_nothing_but_the_record(self):
+    def test_check_writes_only_the_record(self):
         target = self.folder / "target"
         target.mkdir()
         record = tarfile.TarInfo(str(RECORD))

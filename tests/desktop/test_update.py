@@ -17,7 +17,7 @@ If you want to try to install this file anyway, click the Keep button"""]
 
 
 class Install(DesktopTest):
-    def test_files_that_are_typed_dropped_and_chosen(self):
+    def test_typed_dropped_and_chosen_files_install(self):
         account, markers, touch = self.account(), self.folder / "markers", f"touch {self.folder}/markers/"
         markers.mkdir()
         markers.chmod(0o777)
@@ -61,7 +61,7 @@ class Install(DesktopTest):
 
 
 class BadFiles(DesktopTest):
-    def test_may_be_kept_and_tell_why_they_fail(self):
+    def test_bad_file_can_be_kept_and_reports_its_failure(self):
         cut = self.update("cut.gz", members=self.members(file=(os.urandom(100_000), 0o644)))
         os.truncate(cut, 50_000)
         account = self.account()

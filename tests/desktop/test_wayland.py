@@ -4,7 +4,7 @@ from place import PROGRAM, DesktopTest
 
 
 class Wayland(DesktopTest):
-    def test_the_whole_job_is_done_by_keyboard(self):
+    def test_keyboard_completes_an_update(self):
         if missing := wayland.missing():
             self.skipTest(f"not installed: {', '.join(missing)}")
         account, members = self.account(), self.members(file=(b"new", 0o644))

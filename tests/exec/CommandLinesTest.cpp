@@ -4,7 +4,7 @@
 
 using namespace zelto;
 
-TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
+TEST(CommandLines, HaveTheExactTextForOrdinaryValues) {
   EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");
   EXPECT_EQ(Bytes(CredentialCheck("pw1", "ann").Text),
             "echo pw1 | su ann -c 'echo pw1 | sudo -S /usr/bin/true'");
@@ -21,7 +21,7 @@ TEST(CommandLines, StandCharacterByCharacterForOrdinaryValues) {
   EXPECT_EQ(Bytes(ListingTest("/a b/c.tar.gz").Text), "tar -tzf /a b/c.tar.gz /tmp/.KVX.Content");
 }
 
-TEST(CommandLines, ListingTestSplitsAtBlanksAndNowhereElse) {
+TEST(CommandLines, ListingTestSplitsOnlyAtBlanks) {
   const StubPrograms programs;
   programs.Script("tar", "exit 0");
   const std::pair<const char*, std::vector<std::string>> cases[] = {

@@ -7,7 +7,7 @@
 
 using namespace zelto;
 
-TEST(FrontEnd, IsUsedOnlyWhereAllCanExecuteItAndNobodyElseCanChangeIt) {
+TEST(FrontEnd, IsUsedOnlyIfAllCanExecuteAndNoOtherUserCanChangeIt) {
   const StubPrograms folder;
   const std::string front = folder.Path("front");
   const std::string file = front + "/sudo";

@@ -41,7 +41,7 @@ TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   EXPECT_EQ(Bytes(mShell->ReadAll()), "one\ntwo\nthree\n");
 }
 
-TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutThePrompts) {
+TEST_F(ShellTest, ReturnsOutputBeforeErrorsWithoutPrompts) {
   mShell->Execute({"printf out; echo bad >&2"});
   mShell->Execute(CredentialCheck("wrong", "zt"));
   mShell->Execute(CredentialCheck("secret", "zt"));
@@ -50,7 +50,7 @@ TEST_F(ShellTest, GathersOutputBeforeErrorsWithoutThePrompts) {
             "outout\nbad\nsu: Authentication failure\nthe Password: is asked\nlast\n");
 }
 
-TEST_F(ShellTest, HandsBackTheRecordAtItsLinesWhateverSuPrints) {
+TEST_F(ShellTest, RecordKeepsItsLineNumbersWhateverSuPrints) {
   const std::string update = mStubs.Update("u.gz", GoodRecord);
   const std::string oneLine = "echo Your password expires soon.";
   const std::string differentLine = "echo Call $(wc -c <" + mStubs.Path("su.calls") + ").";
@@ -85,7 +85,7 @@ TEST_F(ShellTest, HandsBackTheRecordAtItsLinesWhateverSuPrints) {
   std::filesystem::remove("/tmp/.KVX.Content");
 }
 
-TEST_F(ShellTest, LeavesOutPromptsInAnyWordsAndKeepsFailures) {
+TEST_F(ShellTest, RemovesAnyPromptAndKeepsErrorMessages) {
   for (const std::string prompt :
        {"ZELTO_PASSPHRASE", "[sudo: ZELTO_PASSPHRASE] Password: \n",
         "Token of sudo: ", "sudo: unable to resolve host\nZELTO_PASSPHRASE"}) {
@@ -104,12 +104,12 @@ TEST_F(ShellTest, LeavesOutPromptsInAnyWordsAndKeepsFailures) {
   }
 }
 
-TEST_F(ShellTest, NeverBlocksOnAChildThatKeepsTheOutput) {
+TEST_F(ShellTest, DoesNotWaitForAChildThatKeepsTheOutputOpen) {
   mShell->Execute({"{ " + mStubs.Blocker() + "; } &"});
   EXPECT_EQ(mShell->ErrorCode(), 0);
 }
 
-TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
+TEST_F(ShellTest, PassesOnlyTheDocumentedEnvironment) {
   setenv("TAR_OPTIONS", "--help", 1);
   signal(SIGINT, SIG_IGN);
   signal(SIGCHLD, SIG_IGN);
@@ -127,7 +127,7 @@ TEST_F(ShellTest, GivesTheCommandNothingButWhatIsStated) {
 }
 
 // Neither the interpreter, nor the front end while its command runs, nor `sudo`.
-TEST_F(ShellTest, ShowsThePasswordToNobody) {
+TEST_F(ShellTest, HidesThePasswordFromOtherProcesses) {
   const std::string look =
       "tr '\\0' '\\n' </proc/$each/cmdline; tr '\\0' '\\n' </proc/$each/environ";
   mStubs.Script("su", "for each in $PPID; do " + look + "; done; sh -c \"$3\"");

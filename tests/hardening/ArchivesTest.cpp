@@ -53,7 +53,7 @@ const std::string goodShown = "P|V|D";
 
 }  // namespace
 
-TEST_F(Archives, ADeceptiveFileIsRefusedOrShownForWhatItIs) {
+TEST_F(Archives, DeceptiveArchiveIsRefusedOrShownCorrectly) {
   Tally tally("a deceptive update file is decided as written, and shows no other file");
   const std::string secret = mStubs.Path("private");
   const struct {
@@ -96,7 +96,7 @@ TEST_F(Archives, ADeceptiveFileIsRefusedOrShownForWhatItIs) {
   }
 }
 
-TEST_F(Archives, WhatOthersPlantAtTheRecordsPathNeitherFoolsNorRedirects) {
+TEST_F(Archives, EntryPlantedAtTheRecordPathNeitherShowsNorRedirects) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to act for another user";
   Tally tally("what another user plants at the record's path fools nobody and redirects no write");
   const auto good = Archive("good.gz", goodLines);

@@ -40,7 +40,7 @@ bool Says(const Ref<Shell>& shell, const char* text) {
 
 }  // namespace
 
-TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
+TEST(Hardening, MissingProgramIsReported) {
   Tally tally("a missing sh, su, sudo or tar is a failure with a text");
   const StubPrograms programs;
   const std::string update = programs.Update("u.tar.gz", GoodRecord);
@@ -63,7 +63,7 @@ TEST(Hardening, AMissingProgramIsAFailureThatSaysSo) {
   }
 }
 
-TEST(Hardening, OutputOfAnySizeCostsNoMemoryUntilItIsRead) {
+TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
   Tally tally("output grows the memory by 1 MB unread, by itself and 5 MB when read");
   const auto shell = NewShell();
   shell->Mode(2);
@@ -85,7 +85,7 @@ TEST(Hardening, OutputOfAnySizeCostsNoMemoryUntilItIsRead) {
   tally.Case(Resident() - before < size + slack, "read: " + std::to_string(Resident() - before));
 }
 
-TEST(Hardening, InterruptionsChangeNothing) {
+TEST(Hardening, SignalsDoNotAffectACommand) {
   Tally tally("signals that interrupt system calls change no result");
   struct sigaction action {};
   action.sa_handler = [](int) {};
@@ -101,7 +101,7 @@ TEST(Hardening, InterruptionsChangeNothing) {
   setitimer(ITIMER_REAL, &never, nullptr);
 }
 
-TEST(Hardening, AFullProcessTableIsAFailureThatSaysSo) {
+TEST(Hardening, FullProcessTableIsReported) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to become another user";
   Tally tally("a full process table is a failure with a text");
   tally.Case(InChild([] {
@@ -114,7 +114,7 @@ TEST(Hardening, AFullProcessTableIsAFailureThatSaysSo) {
              "");
 }
 
-TEST(Hardening, WhereNothingCanBeWrittenToTmpTheOutputGoesElsewhere) {
+TEST(Hardening, OutputFallsBackIfTmpIsNotWritable) {
   if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
   Tally tally("a command finishes when /tmp cannot be written");
   tally.Case(
@@ -137,7 +137,7 @@ TEST(Hardening, WhereNothingCanBeWrittenToTmpTheOutputGoesElsewhere) {
       "");
 }
 
-TEST(Hardening, AFullTemporaryFolderDoesNotStopACommand) {
+TEST(Hardening, FullTemporaryFolderDoesNotStopACommand) {
   if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
   Tally tally("a command finishes when the temporary folder is full");
   const StubPrograms programs;

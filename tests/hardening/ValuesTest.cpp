@@ -60,7 +60,7 @@ std::string RandomValue(std::mt19937& random) {
 
 }  // namespace
 
-TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
+TEST(Hardening, ValuesReachTheProgramsUnchanged) {
   Tally tally("a value reaches su, sudo and tar byte for byte, and nothing else runs");
   std::mt19937 random(20261124);
   for (int i = 0; i < Cases(200, 10'000); ++i) {
@@ -90,7 +90,7 @@ TEST(Hardening, ValuesReachTheProgramsAsTheyAre) {
   }
 }
 
-TEST(Hardening, ValuesThatAreNoTextAreRefusedBeforeAnythingStarts) {
+TEST(Hardening, ValuesWithNulOrNewlineStartNothing) {
   const RecordingStubs stubs;
   Tally tally("a value with NUL or a line end starts nothing");
   std::mt19937 random(7);

@@ -165,7 +165,7 @@ class DesktopServicesTest : public WindowTest<> {
 
 }  // namespace
 
-TEST_F(DesktopServicesTest, HoldShutdownSleepAndLogoutDuringAnInstallation) {
+TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
   if (!IsOnOwnBus()) return;
   const QString logind =
       "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
@@ -184,7 +184,7 @@ TEST_F(DesktopServicesTest, HoldShutdownSleepAndLogoutDuringAnInstallation) {
             QStringList({logind, "org.freedesktop.portal.Inhibit||5|Installing an update"}));
 }
 
-TEST(DesktopServices, ShowTheirOwnOpenDialog) {
+TEST(DesktopServices, DesktopOpenDialogIsUsed) {
   const QString plugins = QLibraryInfo::path(QLibraryInfo::PluginsPath);
   if (!QFile::exists(plugins + "/platformthemes/libqxdgdesktopportal.so")) {
     GTEST_SKIP() << "qt6-xdgdesktopportal-platformtheme is not installed";

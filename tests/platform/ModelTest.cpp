@@ -93,7 +93,7 @@ Ref<EditField> Field(const Ref<RecorderWindow>& window) {
 
 }  // namespace
 
-TEST_F(ModelTest, WindowsComeIntoBeingInOrderAndOnlyOnce) {
+TEST_F(ModelTest, WindowIsConstructedInOrderAndOnce) {
   const auto window = ImplicitWindow<RecorderWindow>();
   EXPECT_EQ(RecorderWindow::Log, "Layout CreateControls AddMenuHandlers field.Open Open ");
   EXPECT_TRUE(ImplicitWindow<RecorderWindow>() == window);
@@ -110,7 +110,7 @@ TEST_F(ModelTest, WindowsComeIntoBeingInOrderAndOnlyOnce) {
   EXPECT_EQ(Bytes(Field(second)->Text()), "listed");
 }
 
-TEST_F(ModelTest, CancelCloseKeepsTheWindowInEveryRoadToItsEnd) {
+TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
   const auto window = ImplicitWindow<RecorderWindow>();
   window->Show();
   RecorderWindow::Cancels = true;
@@ -138,7 +138,7 @@ TEST_F(ModelTest, CancelCloseKeepsTheWindowInEveryRoadToItsEnd) {
   EXPECT_EQ(RecorderWindow::Log.find("Close ", closed + 1), std::string::npos);
 }
 
-TEST_F(ModelTest, HandlersKnowTheObjectThatRaisedTheirEvent) {
+TEST_F(ModelTest, MeIsTheObjectThatRaisedTheEvent) {
   const auto window = ImplicitWindow<RecorderWindow>();
   const auto raised = [&](const Ref<EventSource>& object) {
     RecorderWindow::LastMe = nullptr;
@@ -152,7 +152,7 @@ TEST_F(ModelTest, HandlersKnowTheObjectThatRaisedTheirEvent) {
   EXPECT_FALSE(Me());
 }
 
-TEST_F(ModelTest, AWindowThatIsVisibleShowsItselfUnlessItWasShown) {
+TEST_F(ModelTest, VisibleWindowShowsItself) {
   const auto visible = [](const String& list) {
     const auto window = RuntimeNewObject<RecorderWindow>();
     RecorderWindow::List = list;
@@ -169,7 +169,7 @@ TEST_F(ModelTest, AWindowThatIsVisibleShowsItselfUnlessItWasShown) {
   RecorderWindow::List = {};
 }
 
-TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
+TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {
   const auto window = ImplicitWindow<RecorderWindow>();
   RecorderWindow::Log.clear();
   Field(window)->Text("x");
@@ -182,7 +182,7 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseWrongOnes) {
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongKind), TypeMismatchException);
 }
 
-TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
+TEST_F(ModelTest, DispatcherSwallowsOnlyEndExceptions) {
   const auto run = [](const std::function<void()>& function) {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
   };
@@ -202,7 +202,7 @@ TEST_F(ModelTest, TheDispatcherPassesOverTheEndAndNothingElse) {
   RuntimeInit();
 }
 
-TEST_F(ModelTest, QuitInAHandlerOfAnExceptionEndsQuietly) {
+TEST_F(ModelTest, QuitInUnhandledExceptionEndsWithoutAMessage) {
   RuntimeRegisterAppObject(RuntimeNewObject<QuittingApp>());
   testing::internal::CaptureStderr();
   InvokeHandler([] { throw UnsupportedFormatException("why"); });
@@ -212,7 +212,7 @@ TEST_F(ModelTest, QuitInAHandlerOfAnExceptionEndsQuietly) {
   RuntimeInit();
 }
 
-TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {
+TEST_F(ModelTest, WaitingHandlerRefusesTheFirstClose) {
   InvokeHandler([&] {
     EXPECT_TRUE(AllowClose());
     App()->DoEvents(1);
@@ -222,7 +222,7 @@ TEST_F(ModelTest, AHandlerThatWaitsTakesNoCloseTheFirstTime) {
   EXPECT_FALSE(HandlerWaits());
 }
 
-TEST_F(ModelTest, ANewDialogHasOneButtonThatIsAlwaysTheSame) {
+TEST_F(ModelTest, NewDialogHasOneVisibleButton) {
   const auto window = ImplicitWindow<RecorderWindow>();
   const auto dialog = window->New<MessageDialog>();
   const auto button = dialog->ActionButton();
@@ -239,7 +239,7 @@ TEST_F(ModelTest, ANewDialogHasOneButtonThatIsAlwaysTheSame) {
   EXPECT_EQ(labels, "<b>main</b>|one\n<img src=x>\xEF\xBF\xBD|");
 }
 
-TEST_F(ModelTest, ADismissedDialogAnswersForItsRefusingButton) {
+TEST_F(ModelTest, DismissedDialogReturnsItsCancelButton) {
   const auto window = ImplicitWindow<RecorderWindow>();
   const auto dialog = window->New<MessageDialog>();
   const auto dismiss = [](QWidget& shown) { shown.close(); };

@@ -49,7 +49,7 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
 
 }  // namespace
 
-TEST_F(WidgetsTest, ControlsStandWhereTheirListsSay) {
+TEST_F(WidgetsTest, ControlsHaveTheGeometryOfTheirLists) {
   EXPECT_EQ(ControlWidget(*mTop, "EditField1").geometry(), QRect(82, 74, 359, 22));
   EXPECT_EQ(ControlWidget(*mTop, "EditField2").geometry(), QRect(20, 130, 448, 127));
   mWindow->Left(-30);
@@ -58,7 +58,7 @@ TEST_F(WidgetsTest, ControlsStandWhereTheirListsSay) {
   EXPECT_EQ(mWindow->Top(), 17);
 }
 
-TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnceItIsEnabled) {
+TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnlyIfEnabled) {
   auto& field = ControlWidget(*mTop, "EditField1");
   field.setFocus();
   QTest::keyClick(&field, Qt::Key_Return);
@@ -70,7 +70,7 @@ TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnceItIsEnabled) {
   EXPECT_TRUE(field.hasFocus());
 }
 
-TEST_F(WidgetsTest, TabFollowsTheOrderOfTheLists) {
+TEST_F(WidgetsTest, TabFollowsTabIndex) {
   const auto order = [](QWidget& first) {
     first.setFocus();
     std::string names;
@@ -89,7 +89,7 @@ TEST_F(WidgetsTest, TabFollowsTheOrderOfTheLists) {
             "authuser passwd PushButton1 PushButton2 ");
 }
 
-TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {
+TEST_F(WidgetsTest, TextIsReadBackUnchanged) {
   auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
   const std::string odd = "/x\xFF\x01/<b>\xC3\xA4";
   mWindow->EditField1()->Text(odd);
@@ -102,7 +102,7 @@ TEST_F(WidgetsTest, TextIsWrittenShownAndReadBackWhole) {
   EXPECT_EQ(mWindow->Log, "TextChange TextChange ");
 }
 
-TEST_F(WidgetsTest, APastedPathLosesNewlinesAtItsEndAndAWrittenOneDoesNot) {
+TEST_F(WidgetsTest, PastedPathLosesTrailingNewlines) {
   auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
   QApplication::clipboard()->setText("/x/a\nb\r\n\n");
   line.paste();
@@ -115,7 +115,7 @@ TEST_F(WidgetsTest, APastedPathLosesNewlinesAtItsEndAndAWrittenOneDoesNot) {
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb\r\n\n");
 }
 
-TEST(DisplayText, ShowsNothingOfEscapeSequencesAndACarriageReturnAsANewline) {
+TEST(DisplayText, DropsEscapeSequencesAndConvertsCarriageReturns) {
   const std::pair<const char*, const char*> shown[] = {
       {"\x1B[1;31mred\x1B[0m \x1B[Kend", "red end"},
       {"\xC2\x9B"
@@ -134,7 +134,7 @@ TEST(DisplayText, ShowsNothingOfEscapeSequencesAndACarriageReturnAsANewline) {
   }
 }
 
-TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {
+TEST_F(WidgetsTest, OnlyRegisteredFileTypesDrop) {
   EXPECT_TRUE(Drop("file:///x/a.tar.gz"));
   EXPECT_TRUE(Drop("file:///x/%C3%A4%20b.TGZ"));
   EXPECT_FALSE(Drop("file:///x/a.gz"));
@@ -143,7 +143,7 @@ TEST_F(WidgetsTest, OnlyTheRegisteredFilesDrop) {
   EXPECT_EQ(mWindow->Log, "Drop /x/a.tar.gz Drop /x/\xC3\xA4 b.TGZ ");
 }
 
-TEST_F(WidgetsTest, TakeNoInputWhileAHandlerWaits) {
+TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
   mWindow->pbUpdate()->Enabled(true);
   auto& line = dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
   auto& button = dynamic_cast<QAbstractButton&>(ControlWidget(*mTop, "pbUpdate"));
@@ -194,7 +194,7 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
 }
 
 // With another screen to the left of the primary one and above it.
-TEST(Screen, PlacesCountFromTheCornerOfThePrimaryOne) {
+TEST(Screen, PositionsAreRelativeToThePrimaryScreen) {
   const StubPrograms folder;
   Write(folder.Folder() / "screens.json",
         R"({"screens": [{"name": "a", "x": 800, "y": 600, "width": 1024, "height": 768,

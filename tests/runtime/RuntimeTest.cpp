@@ -7,7 +7,7 @@
 
 using namespace zelto;
 
-TEST(String, NilIsTheEmptyText) {
+TEST(String, NilIsTheEmptyString) {
   EXPECT_TRUE(String("").IsNil());
   EXPECT_EQ(LenB(String()), 0);
   EXPECT_EQ(Bytes(String() + "a"), "a");
@@ -15,7 +15,7 @@ TEST(String, NilIsTheEmptyText) {
   EXPECT_EQ(Bytes("a" + EndOfLine() + EndOfLine() + "b"), "a\n\nb");
 }
 
-TEST(String, ComparesExactlyOrWithoutRegardToCase) {
+TEST(String, ComparesExactlyOrCaseInsensitively) {
   EXPECT_FALSE(String("gz") == "GZ");
   EXPECT_EQ(RuntimeStringCompare(String("gZ"), "Gz"), 0);
   EXPECT_LT(RuntimeStringCompare(String("a"), "B"), 0);
@@ -24,7 +24,7 @@ TEST(String, ComparesExactlyOrWithoutRegardToCase) {
   EXPECT_TRUE(EndOfLine() < "a");
 }
 
-TEST(String, LengthsCountCharactersAndBytes) {
+TEST(String, LenCountsCharactersAndLenBBytes) {
   const String text = "pä€😀z";
   EXPECT_EQ(LenB(text), 11);
   EXPECT_EQ(Len(text), 5);
@@ -72,7 +72,7 @@ struct Other : Object {};
 
 }  // namespace
 
-TEST(Objects, LiveAsLongAsTheirReferences) {
+TEST(Objects, AreDestroyedWithTheLastReference) {
   {
     auto first = RuntimeNewObject<Derived>();
     Ref<Counted> second = first;
@@ -84,7 +84,7 @@ TEST(Objects, LiveAsLongAsTheirReferences) {
   EXPECT_EQ(Counted::Alive, 0);
 }
 
-TEST(Objects, NilRaisesAndCastsAreChecked) {
+TEST(Objects, NilAccessAndWrongCastsThrow) {
   const Ref<Counted> nil;
   EXPECT_THROW(nil->Value, NilObjectException);
   EXPECT_FALSE(RuntimeCheckCast<Derived>(nil));
@@ -94,7 +94,7 @@ TEST(Objects, NilRaisesAndCastsAreChecked) {
   EXPECT_THROW(RuntimeCheckCast<Other>(object), IllegalCastException);
 }
 
-TEST(Plugins, EachSlotHoldsTheEntryOfItsOwnKey) {
+TEST(Plugins, EachSlotHasTheEntryOfItsKey) {
   static int called = 0;
   RuntimePublishPluginEntrypoints({{"Shell.WriteLine(s as String)", +[](int) { called = 1; }},
                                    {"Shell.Write(s as String)", +[](int) { called = 2; }}});

@@ -60,7 +60,7 @@ class Fleet(unittest.TestCase):
         (self.installed / "null").unlink()
         return before
 
-    def test_installs_where_the_file_is_good_and_something_differs(self):
+    def test_valid_update_installs_only_if_something_differs(self):
         failed = {"cut": (0, 1), "fake": (0, 1)}
         said, counts = self.play("--check")
         self.assertEqual(counts, {"one": (1, 0), "two": (1, 0)} | failed, said)
@@ -82,7 +82,7 @@ class Fleet(unittest.TestCase):
         self.assertEqual((content.read_bytes(), content.stat().st_mtime), before)
         self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
 
-    def test_says_what_is_missing(self):
+    def test_missing_requirements_are_reported(self):
         said, counts = self.play("-l", "one", "-e", "zelto_make_update=/nowhere")
         self.assertRegex(said, r"fatal: \[one\].*Not checked.*nowhere")
         self.assertEqual(counts, {"one": (0, 1)})

@@ -46,7 +46,7 @@ class MakeUpdate(unittest.TestCase):
                                   text=True, errors="replace", env=os.environ | {"TOOL": str(TOOL), "TMPDIR": folder})
             return done, set(os.listdir(folder)), Path(folder, "update.gz").read_bytes()
 
-    def test_refusal_and_failure_have_own_statuses_and_change_nothing(self):
+    def test_refusal_and_failure_have_distinct_statuses_and_change_nothing(self):
         for status, script, pattern in [(2, *case) for case in REFUSED] + [(1, *case) for case in NOT_DONE]:
             with self.subTest(script):
                 done, *left = self.run_in_folder(script)
@@ -56,12 +56,12 @@ class MakeUpdate(unittest.TestCase):
             'break_gzip; "$TOOL" --product P --version V --description D tree update.gz & stop')
         self.assertEqual((done.returncode, left), (1, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
 
-    def test_the_command_for_lost_modes_mends_all_of_them(self):
+    def test_suggested_command_restores_lost_modes(self):
         done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; chmod 700 tree/opt "
                                   "tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; . ./mend; make")[0]
         self.assertEqual((done.returncode, done.stderr), (0, ""))
 
-    def test_same_tree_gives_same_bytes_and_the_checksum_fits(self):
+    def test_same_tree_gives_same_bytes_and_checksum(self):
         done, _, made = self.run_in_folder(
             "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; "
             "TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 make | tail -n 1 >sums && sha256sum --strict -c sums && "
@@ -70,14 +70,14 @@ class MakeUpdate(unittest.TestCase):
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
 
-    def test_times_are_those_of_the_files_up_to_the_given_one(self):
+    def test_times_are_those_of_the_files_up_to_the_limit(self):
         done = self.run_in_folder(
             "touch -d @1000000000 tree/b; touch -d @1500000000 tree/opt/*; list() { TZ=UTC tar -tvPzf update.gz; }; "
             "make >/dev/null; list | grep -c -e 2001-09-09.*/b -e 2017-07-14; "
             "SOURCE_DATE_EPOCH=1200000000 make >/dev/null; list | grep -c -e 2001-09-09.*/b -e 2008-01-10")[0]
         self.assertEqual(done.stdout, "4\n4\n")
 
-    def test_reports_what_the_utility_shows(self):
+    def test_check_reports_what_the_utility_shows(self):
         odd = {RECORD: (b"x=1\xff=2\r\nnone\ny=3", 0)}
         empty, invalid = r"\w+: \nWarning: .*empty\n", "Invalid Update File\nz.*other.gz"
         link = f"ln -s tree/b l; tar -czPf other.gz --transform 'flags=r;s,^l$,{RECORD},' l; "
@@ -93,7 +93,7 @@ class MakeUpdate(unittest.TestCase):
             said = self.run_in_folder(prepare + '"$TOOL" --check other.gz 2>&1', **update)[0].stdout
             self.assertRegex(said, rf"\A{pattern}\Z")
 
-    def test_warns_of_each_kind_of_risk_with_its_number(self):
+    def test_each_kind_of_risk_is_warned_of_and_counted(self):
         plain = ["opt/relative", "/usr/", "/opt/../etc/x", "//./etc/shadow", '/opt/li"\nnk/x', "/opt/well/known"]
         modes = {"/opt/setuid": 0o4755, "/opt/setgid": 0o2755, "/opt/open": 0o666, RECORD + ".d": 0o6777}
         members = {name: (b"12345", 0o644) for name in plain} | {name: (b"", mode) for name, mode in modes.items()}
@@ -109,6 +109,6 @@ class MakeUpdate(unittest.TestCase):
         self.assertEqual(said.count("Warning"), len(warnings))
 
     @unittest.skipIf(os.getuid() != 0, "only root can give files away")
-    def test_warns_of_what_the_file_does_not_keep(self):
+    def test_unsupported_attributes_are_warned_of(self):
         done = self.run_in_folder("chown 12345 tree/b; chgrp 12345 tree/opt/a; setcap cap_chown+ep tree/opt/c; make")[0]
         self.assertRegex(done.stdout, r"owner .*\(2 in all\)\n.*capability .*\(1 in all\)\n")

@@ -89,7 +89,7 @@ void ExpectWhole(QWidget& window, double scale, const std::string& what) {
 
 }  // namespace
 
-TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
+TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyApply) {
   QApplication::clipboard()->clear();
   mLine->setFocus();
   EXPECT_EQ(EnabledEdits(), "------");
@@ -126,7 +126,7 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyHaveSomethingToDo) {
   EXPECT_EQ(shortcuts, "Ctrl+QCtrl+ZCtrl+XCtrl+CCtrl+VCtrl+A");
 }
 
-TEST_F(PresentationTest, AMenuHandlerOfTheApplicationRunsWhereTheWindowHasNone) {
+TEST_F(PresentationTest, ApplicationMenuHandlerRunsIfTheWindowHasNone) {
   int runs = 0;
   const Method handler{{}, [&](Object&, const Arguments&) { return ++runs > 0; }};
   App()->AddMenuHandler("EditClear", handler);
@@ -141,12 +141,12 @@ TEST_F(PresentationTest, AMenuHandlerOfTheApplicationRunsWhereTheWindowHasNone) 
   EXPECT_EQ(runs, 1);
 }
 
-TEST_F(PresentationTest, QuitEndsTheProgram) {
+TEST_F(PresentationTest, QuitItemEndsTheProgram) {
   Item("&Quit")->trigger();
   EXPECT_THROW(ThrowIfQuitting(), EndException);
 }
 
-TEST_F(PresentationTest, AboutTellsTheVersionAndClosesOnAReleaseAnywhere) {
+TEST_F(PresentationTest, AboutShowsTheVersionAndClosesOnMouseRelease) {
   for (const QPoint& place : {QPoint(1, 1), QPoint(150, 60), QPoint(150, 195)}) {
     WhenModal([&](QWidget& about) {
       EXPECT_EQ(about.windowTitle(), "About");
@@ -199,7 +199,7 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
   QApplication::setFont(before);
 }
 
-TEST_F(PresentationTest, ALongExplanationIsWholeAndFitsTheScreen) {
+TEST_F(PresentationTest, LongExplanationIsCompleteAndFitsTheScreen) {
   const auto dialog = mWindow->New<MessageDialog>();
   std::string text;
   for (int i = 0; i < 100'000; ++i) text += std::string(99, 'x') + "\n";
@@ -221,7 +221,7 @@ TEST_F(PresentationTest, ALongExplanationIsWholeAndFitsTheScreen) {
   dialog->ShowModalWithin(mWindow);
 }
 
-TEST_F(PresentationTest, KeysTypedAheadDoNotAnswerADialog) {
+TEST_F(PresentationTest, TypeAheadDoesNotAnswerADialog) {
   const auto dialog = mWindow->New<MessageDialog>();
   dialog->CancelButton()->Visible(true);
   WhenModal([](QWidget& box) {
@@ -238,7 +238,7 @@ TEST_F(PresentationTest, KeysTypedAheadDoNotAnswerADialog) {
   EXPECT_TRUE(dialog->ShowModalWithin(mWindow) == dialog->ActionButton());
 }
 
-TEST_F(PresentationTest, DialogsShowTheIconOfTheirCode) {
+TEST_F(PresentationTest, DialogShowsTheIconOfItsCode) {
   std::vector<QImage> icons;
   for (const Int32 code : {0, 1, 2, 3, 4, -1}) {
     const auto dialog = mWindow->New<MessageDialog>();
@@ -258,7 +258,7 @@ TEST_F(PresentationTest, DialogsShowTheIconOfTheirCode) {
   }
 }
 
-TEST_F(PresentationTest, OnlyTheButtonThatReturnPressesLooksLikeTheDefault) {
+TEST_F(PresentationTest, OnlyTheDefaultButtonLooksLikeTheDefault) {
   WPerm()->Show();
   Until([] { return QApplication::activeWindow()->windowTitle() == "Authenticate"; });
   auto& dialog = *QApplication::activeWindow();
@@ -273,7 +273,7 @@ TEST_F(PresentationTest, OnlyTheButtonThatReturnPressesLooksLikeTheDefault) {
 }
 
 // In a copy of this program, since the pictures lie beside the folder of the executable.
-TEST(Pictures, AreLoadedOnceTheyCanBeAndKept) {
+TEST(Pictures, LoadOnFirstUseAndAreCached) {
   if (!getenv("ZELTO_ALONE")) {
     const StubPrograms folder;
     std::filesystem::copy("/proc/self/exe", folder.Folder() / "bin/alone");

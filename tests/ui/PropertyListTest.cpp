@@ -50,7 +50,7 @@ TEST(PropertyLists, HaveTheExpectedSizes) {
                               272, 266, 364, 345, 338 + notice, 266}));                  // WAbout
 }
 
-TEST(PropertyLists, AreTheBytesOfTheFormat) {
+TEST(PropertyLists, AreEncodedInTheBinaryFormat) {
   EXPECT_EQ(Hex(Bytes(TimerList{.Mode = 2, .Period = 1000})),
             "4D6F64652000000002506572696F6420000003E8");
   const std::string button = Hex(Bytes(Window1::Controls()[2].List));
@@ -61,7 +61,7 @@ TEST(PropertyLists, AreTheBytesOfTheFormat) {
   EXPECT_NE(Hex(Bytes(Window1::List())).find("4261636B436F6C6F7220FFFFFF"), std::string::npos);
 }
 
-TEST(PropertyLists, ThatAreNoneAreRefused) {
+TEST(PropertyLists, MalformedListsAreRefused) {
   const Class& window = Window::ClassTable();
   const std::string list = Bytes(Window1::List());
   // A cut between two entries leaves a list; every other one does not.
@@ -84,7 +84,7 @@ TEST(PropertyLists, ThatAreNoneAreRefused) {
   EXPECT_TRUE(IsRefused(" \0\0\0\1"s, field));
 }
 
-TEST(PropertyLists, MatchKeysWithoutRegardToCase) {
+TEST(PropertyLists, MatchKeysCaseInsensitively) {
   using namespace std::string_literals;
   const auto entries =
       DecodePropertyList("MULTILINE \1tEXT \0\0\0\2a "s, EditField::ClassTable().Properties());

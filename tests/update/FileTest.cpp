@@ -29,7 +29,7 @@ extern "C" int flock(int descriptor, int operation) {
   return -1;
 }
 
-TEST(ContentLock, IsTriedAgainOnlyWhenSomebodyHoldsIt) {
+TEST(ContentLock, RetriesOnlyWhileAnotherProcessHoldsIt) {
   const auto isHeld = [] { return system("flock -n /tmp true") != 0; };
   {
     lockErrors = {EWOULDBLOCK, EINTR};
@@ -43,7 +43,7 @@ TEST(ContentLock, IsTriedAgainOnlyWhenSomebodyHoldsIt) {
   }
 }
 
-TEST(FileType, IsKnownWhileItIsRegistered) {
+TEST(FileType, FilterContainsOnlyRegisteredTypes) {
   const ApplicationFixture application;
   const auto& type = FileTypes1::gzipTarFile();
   EXPECT_EQ(Bytes(*type), "gzip compressed tar file");
@@ -61,7 +61,7 @@ TEST(FileType, IsKnownWhileItIsRegistered) {
   EXPECT_FALSE(MatchesFilter("a.tgz", "gzip compressed tar file"));
 }
 
-TEST(POSIXPath, IsTheAbsolutePathOfWhatIsThereAndWhatIsNot) {
+TEST(POSIXPath, IsAbsoluteForExistingAndMissingItems) {
   const StubPrograms folder;
   const ApplicationFixture application;
   EXPECT_TRUE(File::POSIXPath(nullptr).IsNil());
@@ -72,7 +72,7 @@ TEST(POSIXPath, IsTheAbsolutePathOfWhatIsThereAndWhatIsNot) {
   EXPECT_FALSE(FolderItem::At("/")->Parent());
 }
 
-TEST(ContentRecord, IsReadByPlace) {
+TEST(ContentRecord, IsReadByLineNumber) {
   const struct {
     const char* Text;
     const char* Product;

@@ -31,7 +31,7 @@ class UpdateTest : public WindowTest<> {
 const std::string GoodLine = "|Zelto Core|4.2.1|Fixes the frobnicator.|";
 }  // namespace
 
-TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
+TEST_F(UpdateTest, ValidFileShowsItsMetadataAndEnablesTheButtons) {
   Choose(mStubs.Path("not yet.tar.g"));
   EXPECT_EQ(mStubs.Calls("su").size(), 0U);
   Choose(mGood);
@@ -43,7 +43,7 @@ TEST_F(UpdateTest, AGoodFileShowsWhatItSaysAndEnablesTheButtons) {
   EXPECT_EQ(Read("/tmp/.KVX.Content"), GoodRecord);
 }
 
-TEST_F(UpdateTest, ARecordIsShownAsItIs) {
+TEST_F(UpdateTest, RecordIsShownUnchanged) {
   Choose(mStubs.Update("odd.gz", "a=caf\xE9\nb=<img>\nc=<i>No</i> &amp; \xC3\xA4\xC3\n"));
   const auto label = [&](const char* name) {
     return dynamic_cast<QLabel&>(ControlWidget(*mTop, name)).text().toStdString();
@@ -53,7 +53,7 @@ TEST_F(UpdateTest, ARecordIsShownAsItIs) {
             "<i>No</i> &amp; \xC3\xA4\xEF\xBF\xBD");
 }
 
-TEST_F(UpdateTest, ABadFileAsksAndObeys) {
+TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
   Write(mStubs.Path("no archive.gz"), "none");
   Write(mStubs.Path("cut.gz"), Read(mGood).substr(0, 100));
   std::filesystem::create_directory(mStubs.Path("folder.gz"));
@@ -76,13 +76,13 @@ TEST_F(UpdateTest, ABadFileAsksAndObeys) {
   EXPECT_EQ(Shown(), bad[0] + GoodLine + "Ready|on|on");
 }
 
-TEST_F(UpdateTest, AFailedCredentialCheckAloneDoesNotDecide) {
+TEST_F(UpdateTest, OnlyTheLastCommandDecidesACheck) {
   mStubs.Script("sudo", "shift; [ $1 = /usr/bin/true ] && exit 1; exec \"$@\"");
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
 }
 
-TEST_F(UpdateTest, InstallsTellsAndClears) {
+TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
   Choose(mGood);
   std::string labels;
   std::string during;
@@ -113,7 +113,7 @@ TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
   EXPECT_EQ(Shown(), mGood + GoodLine + "Update completed successfully|on|on");
 }
 
-TEST_F(UpdateTest, TheRecordIsLockedDuringACheckAndAnInstallation) {
+TEST_F(UpdateTest, CheckAndInstallLockTheRecord) {
   const std::string log = "flock -n /tmp true || echo locked >>" + mStubs.Path("locks");
   mStubs.Script("tar", log + "; exec /bin/tar \"$@\"");
   mStubs.Script("cat", "[ $# = 0 ] || " + log + "; exec /bin/cat \"$@\"");
@@ -124,7 +124,7 @@ TEST_F(UpdateTest, TheRecordIsLockedDuringACheckAndAnInstallation) {
   EXPECT_EQ(system("flock -n /tmp true"), 0);
 }
 
-TEST_F(UpdateTest, AFailedInstallShowsTheTextAndMayBeTriedAgain) {
+TEST_F(UpdateTest, FailedInstallShowsTheOutputAndCanBeRepeated) {
   Choose(mGood);
   mStubs.Script("tar", "echo /a/member; echo 'tar: no room' >&2; exit 2");
   std::string labels;
@@ -139,7 +139,7 @@ TEST_F(UpdateTest, AFailedInstallShowsTheTextAndMayBeTriedAgain) {
   EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
 }
 
-TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
+TEST_F(UpdateTest, SecondCloseEndsTheProgramAndTheCommandFinishes) {
   Choose(mGood);
   mStubs.Script("tar", mStubs.Blocker() + "; touch " + mStubs.Path("finished"));
   CloseTwiceOnce([&] { return !mStubs.Calls("tar").empty(); });
@@ -152,7 +152,7 @@ TEST_F(UpdateTest, AskedTwiceToCloseItEndsAndTheCommandFinishes) {
   Until([&] { return std::filesystem::exists(mStubs.Path("finished")); });
 }
 
-TEST_F(UpdateTest, TheTestActionReadsWithoutTheRightsOfOthers) {
+TEST_F(UpdateTest, TestActionRunsTarWithoutSudo) {
   const std::string plain = mStubs.Update("plain.gz", GoodRecord);
   Choose(plain);
   const auto before = mStubs.Calls("su").size();
@@ -171,7 +171,7 @@ TEST_F(UpdateTest, TheTestActionReadsWithoutTheRightsOfOthers) {
   }
 }
 
-TEST_F(UpdateTest, TheOpenDialogOffersUpdatesInEitherCaseAndTheChosenOneIsChecked) {
+TEST_F(UpdateTest, OpenDialogMatchesEitherCaseAndChecksTheChosenFile) {
   const std::string path = mStubs.Path("Good.Tar.GZ");
   std::filesystem::rename(mGood, path);
   Write(mStubs.Path("other.gz"), "");
@@ -194,7 +194,7 @@ TEST_F(UpdateTest, TheOpenDialogOffersUpdatesInEitherCaseAndTheChosenOneIsChecke
   EXPECT_TRUE(Globals::thePatchName.IsNil());
 }
 
-TEST_F(UpdateTest, ACancelledOpenDialogSaysSoAndEmptiesTheFields) {
+TEST_F(UpdateTest, CancelledOpenDialogShowsAnErrorAndClearsTheFields) {
   Choose(mGood);
   std::string labels;
   WhenModal([&](QWidget& dialog) {
