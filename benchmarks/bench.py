@@ -143,7 +143,7 @@ def measure_start(table, desktop):
         for name in sorted(results, reverse=turn % 2):
             results[name].append(stopwatch.time(name))
     smallest, ours = results.values()
-    table.add("start to a dialog that takes keys / smallest program", "ratio",
+    table.add("start to a dialog that accepts keys / smallest program", "ratio",
               [mine[0] / other[0] for mine, other in zip(ours, smallest)], 1.10)
     table.add("peak memory at that moment / smallest program", "ratio",
               [mine[1] / other[1] for mine, other in zip(ours, smallest)], 1.15)
@@ -155,7 +155,7 @@ def measure_authentication(table, desktop, account):
         with Clockwork(desktop, account) as clockwork:
             time.sleep(0.5)  # nobody types a password faster
             return clockwork.ask(request)["ms"]
-    table.ratio("right password to main window / two lines in sh", 1.15,
+    table.ratio("right password to main window / two commands in sh", 1.15,
                 lambda: timed("authenticate"), lambda: timed("authenticate lines"))
 
 
@@ -167,10 +167,10 @@ def measure_commands(table, clockwork, updates):
     def compare(work, target, request, path):
         table.ratio(work, target, lambda: timed(request, path), lambda: timed(f"{request} lines", path))
 
-    compare("check of a small file / three lines in sh", 1.05, "check", updates.small)
-    compare("check of 400 MB / three lines in sh", 1.01, "check", updates.large)
-    compare("installation of 30,000 small files / three lines in sh", 1.03, "install", updates.many)
-    compare("installation of 400 MB in 4 files / three lines in sh", 1.02, "install", updates.large)
+    compare("check of a small file / three commands in sh", 1.05, "check", updates.small)
+    compare("check of 400 MB / three commands in sh", 1.01, "check", updates.large)
+    compare("installation of 30,000 small files / three commands in sh", 1.03, "install", updates.many)
+    compare("installation of 400 MB in 4 files / three commands in sh", 1.02, "install", updates.large)
     package = updates.package()
     table.ratio("installation of 30,000 small files / dpkg -i", 0.4,
                 lambda: timed("install", updates.many), lambda: dpkg(updates, package))
@@ -195,7 +195,7 @@ def measure_liveliness(table, clockwork, updates):
     watched = [install() for _ in range(ROUNDS)]
     table.add("end of the command to the outcome on the screen", "ms", [each["outcome"] for each in watched], 15)
     table.add("longest gap of the event loop, 200,000 members", "ms", [each["gap"] for each in watched], 20)
-    table.add("failure dialog with 10 MB of text, made to shown", "ms",
+    table.add("failure dialog with 10 MB of text, creation to display", "ms",
               [clockwork.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
 
 
@@ -223,7 +223,7 @@ def measure_millions(table, desktop, account, updates, smallest):
             return peak(clockwork.pid)
     table.add("peak memory after 100,000 members / smallest program", "ratio",
               [peak_after(100_000) / smallest for _ in range(3)], 1.20)
-    table.add("peak memory after 1,000,000 members, beyond that after 1,000", "KiB",
+    table.add("peak memory after 1,000,000 members, in excess of 1,000 members", "KiB",
               [peak_after(1_000_000) - peak_after(1_000) for _ in range(3)], 1024)
     with Clockwork(desktop, account) as clockwork:
         clockwork.ask("authenticate")
@@ -231,7 +231,7 @@ def measure_millions(table, desktop, account, updates, smallest):
         def timed(request):
             updates.clear()
             return clockwork.ask(request, updates.empty(1_000_000))["ms"]
-        table.ratio("installation of 1,000,000 empty members / three lines in sh", 1.03,
+        table.ratio("installation of 1,000,000 empty members / three commands in sh", 1.03,
                     lambda: timed("install"), lambda: timed("install lines"))
 
 
