@@ -1,5 +1,5 @@
-"""Plays the main job with the package that is installed in the folder ROOT, with which this process
-shares its /tmp: play.py ROOT PICTURES_DIR (as root)."""
+"""Installs an update with the package in the root directory ROOT, which shares /tmp with this
+process: play.py ROOT PICTURES_DIR (as root)."""
 import contextlib
 import secrets
 import shlex
@@ -26,13 +26,13 @@ def main(root, pictures):
 
 
 def command(root):
-    """What the desktop entry starts."""
+    """The command of the desktop entry."""
     line, = (line for line in Path(root, ENTRY).read_text().splitlines() if line.startswith("Exec="))
     return line.removeprefix("Exec=")
 
 
 def let_into_the_root(folder):
-    """Only root may change the root folder, but it is the account that starts the program."""
+    """The account starts the program and may not call chroot itself."""
     run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
 
 
