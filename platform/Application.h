@@ -18,20 +18,19 @@ class Application : public EventSource {
   void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
   String ShortVersion() const;
 
-  // Serves events for at most the time, in milliseconds, less when a command ends. The calling
-  // handler waits: what the user does to the windows meanwhile has no effect. Unwinds the handler
-  // when the application ends.
+  // Runs the event loop for at most the time, or until a command ends. The calling handler counts as
+  // waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
-  // The name is the menu item's.
+  // `name` is the name of the menu item.
   void AddMenuHandler(const String& name, const Method& handler) {
     mMenuHandlers.Add(name, handler);
   }
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
-  // False: the item has no handler, or the handler did nothing.
+  // Returns False if the item has no handler or the handler returns False.
   bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
 
-  // The dispatcher's wrapper around each call of the framework into the program.
+  // Calls a handler. Swallows EndException and reports any other RuntimeException.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
@@ -43,16 +42,16 @@ void RuntimeRegisterAppObject(const Ref<Application>& app);
 Ref<Application> GetAppObject();
 
 void RuntimeInit();
-// Serves events until Quit; returns at once when that has been called already.
+// Runs the event loop until Quit. Returns at once if Quit has already been called. Rethrows an
+// exception that InvokeHandler has stored.
 void RuntimeRun();
-// Ends the framework and gives the exit status.
+// Ends the framework and returns the exit status.
 Int32 RuntimeExit();
 
-// Ends the application with the exit status, unless a CancelClose of the application or of a window
-// answers True. Unwinds the calling handler by EndException, and at the end every other one that
-// waits.
+// Ends the application with the exit status, unless CancelClose of the application or of a window
+// returns True. Always throws EndException. If the application ends, waiting handlers unwind as well.
 [[noreturn]] void Quit(Int32 status);
-// Tells the user and ends the application with exit status 1.
+// Reports the exception (null if unknown) and ends the application with exit status 1.
 void RuntimeUnhandledException(const RuntimeException* exception);
 
 void Beep();
@@ -69,24 +68,24 @@ class Screen : public Object {
   Int32 mHeight = 0;
 };
 
-// The screen of the index, or nil. 0 is the primary screen; no other is known.
+// Screen 0 is the primary screen. Returns nil for any other index and without a screen.
 Ref<class Screen> Screen(Int32 index);
 
-// Calls the program for the toolkit. No exception comes out: one that the program does not handle
-// ends the loops and comes out of RuntimeRun.
+// Calls the program from the toolkit. Throws nothing: an exception that is no RuntimeException ends the
+// loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
 
-// True while the handler that runs waits for a command, so that input is to be refused.
+// True while the running handler waits for a command. Input must then be refused.
 bool HandlerWaits();
-// Whether a request to close or quit is to be obeyed. While a handler waits, the first is not: the
-// user hears a beep instead.
+// Returns whether to obey a request to close or quit. While a handler waits, beeps at the first request
+// and returns false.
 bool AllowClose();
 
-// The running handler waits from here on, until it ends or a dialog takes input.
+// BeginWaiting marks the running handler as waiting, until it returns or AllowInput is called.
 void BeginWaiting(Waiting waiting);
 void AllowInput();
 
-// Unwinds the calling handler when the application ends. Follows each loop in which one waited.
+// Throws EndException if the application ends. Call it after each nested event loop.
 void ThrowIfQuitting();
 
 }  // namespace zelto

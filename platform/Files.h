@@ -7,10 +7,10 @@
 
 namespace zelto {
 
-// A file or a folder, there or not.
+// The path of a file or a folder, which can be missing.
 class FolderItem : public Object {
  public:
-  // The item at the path; a relative path is taken from the current folder.
+  // The item at the path. A relative path starts at the current folder.
   static Ref<FolderItem> At(const String& path);
 
   String Name() const;
@@ -18,7 +18,7 @@ class FolderItem : public Object {
   Ref<FolderItem> Child(const String& name) const;
   bool Exists() const;
   bool IsReadable() const;
-  // The picture in the file; nil when it cannot be read as one.
+  // Returns nil if the file cannot be read as a picture.
   Ref<Picture> OpenAsPicture() const;
   // Absolute, in the bytes of the file system.
   const String& NativePath() const { return mPath; }
@@ -31,7 +31,7 @@ void PublishFolderItemFunctions();
 // The item's path.
 String UnixpathMBS(const Ref<FolderItem>& item);
 
-// What a drag brings.
+// The data of a drop.
 class DragItem : public Object {
  public:
   static constexpr std::string_view TypeName = "DragItem";
@@ -44,8 +44,8 @@ class DragItem : public Object {
   Ref<class FolderItem> mItem;
 };
 
-// A kind of file, known to dialogs and drop targets by its name while it is registered. Setting a
-// property takes the registration back; conversion to a String renews it.
+// A type of files. Dialogs and drop targets refer to it by name while it is registered. Conversion to a
+// String registers it. Setting a property or destroying it deregisters it.
 class FileType : public Object {
  public:
   ~FileType() override { Deregister(); }
@@ -56,7 +56,7 @@ class FileType : public Object {
   void MacCreator(const String& creator) { Set(mMacCreator, creator); }
   const String& MacType() const { return mMacType; }
   void MacType(const String& type) { Set(mMacType, type); }
-  // Separated by ";", without a leading dot.
+  // Separated by ";", without leading dots.
   const String& Extensions() const { return mExtension; }
   void Extensions(const String& extensions) { Set(mExtension, extensions); }
 
@@ -75,7 +75,7 @@ class FileType : public Object {
   bool mRegistered = false;
 };
 
-// Several types in one filter.
+// A filter of several types.
 String operator+(const Ref<FileType>& left, const Ref<FileType>& right);
 String operator+(const Ref<FileType>& left, const String& right);
 String operator+(const String& left, const Ref<FileType>& right);
@@ -86,7 +86,7 @@ void RuntimeDeregisterFileType(const String& name);
 
 // The extensions of the registered types of a filter, "name;name".
 std::vector<String> FilterExtensions(const String& filter);
-// Whether the name of a file is of a type of the filter; the case of letters does not count.
+// Returns whether a file name has an extension of the filter. Ignores the case of ASCII letters.
 bool MatchesFilter(const String& fileName, const String& filter);
 
 }  // namespace zelto

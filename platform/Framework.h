@@ -8,12 +8,11 @@ namespace zelto {
 
 class Application;
 
-// A call of the toolkit into the program. Handlers nest, where one waits in a loop that serves
-// events.
+// A call of the toolkit into the program. Handlers nest if one runs an event loop.
 struct HandlerFrame {
   HandlerFrame* Outer = nullptr;
   Waiting Waits = Waiting::Not;
-  bool ShowsDialog = false;  // which takes input, whatever waits outside
+  bool ShowsDialog = false;  // the dialog accepts input even if an outer handler waits
   int Refusals = 0;
 };
 
@@ -22,15 +21,15 @@ struct RegisteredType {
   String Extensions;
 };
 
-// All state of the framework. RuntimeInit makes it and RuntimeExit ends it. The process can end by
-// exit, which the toolkit calls when the display goes; then nothing in it is destroyed.
+// All state of the framework. RuntimeInit creates it and RuntimeExit destroys it. If the display breaks,
+// Qt calls exit, which does not destroy it.
 struct Framework {
   Ref<Application> App;
   HandlerFrame* InnermostFrame = nullptr;
   EventSource* Me = nullptr;  // the object whose event is handled
   bool IsQuitting = false;
   Int32 ExitStatus = 0;
-  std::exception_ptr Failure;  // what is no RuntimeException, on its way to RuntimeRun
+  std::exception_ptr Failure;  // a foreign exception that RuntimeRun rethrows
 
   std::vector<Ref<Window>> Windows;
   std::vector<std::pair<String, Ref<Window>>> ImplicitWindows;  // by class name
@@ -38,7 +37,7 @@ struct Framework {
   std::vector<RegisteredType> FileTypes;
 };
 
-// The framework between RuntimeInit and RuntimeExit.
+// The framework. Valid between RuntimeInit and RuntimeExit.
 Framework& State();
 
 }  // namespace zelto

@@ -6,7 +6,7 @@
 
 namespace zelto {
 
-// An entry of a menu bar, or a menu with entries of its own.
+// A menu item, or a menu with items.
 class MenuItem : public Object {
  public:
   virtual void Constructor() {}
@@ -15,10 +15,10 @@ class MenuItem : public Object {
   void Name(const String& name) { mName = name; }
   bool AutoEnable() const { return mAutoEnable; }
   void AutoEnable(bool autoEnable) { mAutoEnable = autoEnable; }
-  // "&" stands before the access letter; "-" is a separator.
+  // "&" precedes the access key. "-" is a separator.
   const String& Text() const { return mText; }
   void Text(const String& text) { mText = text; }
-  // "Cmd+" and a capital letter, or nil.
+  // "Cmd+" and a capital letter, or nil. "Cmd" is Qt's Ctrl.
   const String& KeyboardShortcut() const { return mKeyboardShortcut; }
   void KeyboardShortcut(const String& shortcut) { mKeyboardShortcut = shortcut; }
 
@@ -28,12 +28,12 @@ class MenuItem : public Object {
 
   void Append(const Ref<MenuItem>& item) { mItems.push_back(item); }
   const std::vector<Ref<MenuItem>>& Items() const { return mItems; }
-  // The item of the name among this one's own; nil when there is none.
+  // Returns the direct child with the name, or nil.
   Ref<MenuItem> Child(const String& name) const;
-  // The same, at any depth.
+  // Returns the descendant with the name, or nil.
   Ref<MenuItem> Lookup(const String& name) const;
 
-  // What the item does by its class. False: nothing.
+  // The action of the item's class. Returns False if the class has none.
   virtual bool Event_Action() { return false; }
 
  private:
@@ -45,10 +45,10 @@ class MenuItem : public Object {
   std::vector<Ref<MenuItem>> mItems;
 };
 
-// Goes to the place of the application's About item, where the desktop has one.
+// The About item of the application. Some desktops move it to a menu of their own.
 class AppleMenuItem : public MenuItem {};
 
-// Quits the application; goes to the place of its Quit item.
+// The Quit item of the application. Some desktops move it to a menu of their own.
 class QuitMenuItem : public MenuItem {
  public:
   bool Event_Action() override;
@@ -62,9 +62,9 @@ class MenuHandlers {
   void Add(const String& itemName, const Method& handler) {
     mHandlers.emplace_back(itemName, handler);
   }
-  // Enables each item that has a handler.
+  // Enables the items that have a handler.
   void Enable(const std::vector<Ref<MenuItem>>& items) const;
-  // Calls the item's handler; False when there is none.
+  // Calls the item's handler. Returns False if there is none or the handler returns False.
   bool Call(Object& self, const String& itemName) const;
 
  private:

@@ -8,20 +8,20 @@ class Picture;
 
 class Graphics : public Object {
  public:
-  // In one of the four sizes: the picture's own width or height.
+  // As one of the four sizes: the width or height of the picture.
   static constexpr Int32 OwnSize = -10000;
 
-  // Draws a part of the picture, in pixels. Nil draws nothing.
+  // Draws a part of the picture. All numbers are pixels. Nil draws nothing.
   virtual void DrawPicture(const Ref<Picture>& picture, Int32 x, Int32 y, Int32 width, Int32 height,
                            Int32 sourceX, Int32 sourceY, Int32 sourceWidth, Int32 sourceHeight) = 0;
 };
 
 class Picture : public Object {
  public:
-  // The picture whose black shows this one and whose white hides it; nil when there is none and
-  // none is to be made. A new one shows all.
+  // The mask of this picture: black shows it, white hides it. Nil if there is none and `create` is
+  // false. A new mask is black.
   virtual Ref<Picture> Mask(bool create) = 0;
-  // Draws on this picture.
+  // A Graphics that draws on this picture.
   virtual Ref<class Graphics> Graphics() = 0;
 };
 

@@ -6,8 +6,8 @@
 #include "platform/Picture.h"
 #include "platform/PropertyList.h"
 
-// All that a toolkit has to supply. The model's objects each own the part that stands for them on
-// the screen; that part knows its object and raises its events through InvokeHandler.
+// The interface that a toolkit implements. Each object of the model owns its counterpart on the screen.
+// The counterpart refers to its object and raises its events through InvokeHandler.
 namespace zelto {
 
 class BevelButton;
@@ -26,8 +26,7 @@ class WindowImp {
  public:
   virtual ~WindowImp() = default;
 
-  // In pixels, from the corner of the primary screen; a write to a window that is not on the screen
-  // counts as well.
+  // In pixels, relative to the primary screen. A hidden window can be moved as well.
   virtual Int32 Left() const = 0;
   virtual Int32 Top() const = 0;
   virtual Int32 Width() const = 0;
@@ -35,15 +34,15 @@ class WindowImp {
   virtual void MoveTo(Int32 left, Int32 top) = 0;
 
   virtual void SetMenuBar(const Ref<MenuBar>& bar) = 0;
-  // Comes once the controls exist, before the window is shown, and after each change.
+  // Applies the window's properties. Called after the controls are created and after each change.
   virtual void Update() = 0;
   virtual void Show() = 0;
-  // Shows the window when the running handler has ended, unless it has been shown by then.
+  // Shows the window after the running handler, unless the handler shows or hides it.
   virtual void ShowLater() = 0;
   virtual void Hide() = 0;
-  // Blocks until Close; the parent may be null.
+  // Blocks until Close. `parent` can be null.
   virtual void ShowModal(WindowImp* parent) = 0;
-  // Takes the window off the screen and ends ShowModal.
+  // Hides the window and ends ShowModal.
   virtual void Close() = 0;
   virtual void UpdateNow() = 0;
 };
@@ -52,13 +51,14 @@ class Pane {
  public:
   virtual ~Pane() = default;
 
-  // Takes over the control's properties after a change.
+  // Applies the control's properties. Called after each change.
   virtual void Update() = 0;
-  // What assistive technology calls the control.
+  // Sets the accessible name.
   virtual void SetLabel(const String& label) = 0;
   virtual void SetFocus() = 0;
-  // Draws at once.
+  // Repaints before it returns.
   virtual void Refresh() = 0;
+  // Accepts drops of local files of the registered type.
   virtual void AcceptFileDrop(const String& type) = 0;
 };
 
@@ -67,7 +67,7 @@ class EditFieldPane : public Pane {
   virtual String Text() const = 0;
   virtual void SetText(const String& text) = 0;
   virtual void SelectAll() = 0;
-  // Shows the text beside the field until the next key.
+  // Shows the text next to the field until the next key press.
   virtual void ShowBalloon(const String& text) = 0;
 };
 
@@ -75,7 +75,7 @@ class TimerImp {
  public:
   virtual ~TimerImp() = default;
 
-  // Fires after each period, once only unless repeated.
+  // Calls Timer::Fire after the period, and after each further one if `repeated`.
   virtual void Start(Int32 milliseconds, bool repeated) = 0;
   virtual void Stop() = 0;
 };
@@ -93,31 +93,31 @@ std::unique_ptr<Pane> NewPane(BevelButton& button, WindowImp& window);
 std::unique_ptr<Pane> NewPane(Canvas& canvas, WindowImp& window);
 std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
 
-// Blocks until the dialog is answered; the parent may be null.
+// Blocks until the dialog is closed and returns the pressed button. `parent` can be null.
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent);
-// Nil when the file cannot be read as a picture.
+// Returns nil if the file cannot be read as a picture.
 Ref<Picture> LoadPicture(const String& path);
-// Blocks until a file of the types is chosen; nil when none was.
+// Shows the open dialog for the types and blocks until it is closed. Returns nil if it is cancelled.
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
-// While the result lives, the desktop does not sleep, log out or shut down, as far as it can be
-// asked not to; it shows the reason. Does not block.
+// Asks the desktop to inhibit sleep, logout and shutdown until the result is destroyed. The desktop
+// can show the reason. Does not block and does not fail.
 std::unique_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
 
-// The toolkit lives from StartToolkit to EndToolkit; windows live in between.
+// Windows exist only between StartToolkit and EndToolkit.
 void StartToolkit();
 void EndToolkit();
-// Serves events until EndLoops.
+// Runs the event loop until EndLoops.
 void RunLoop();
-// Serves events for at most the time, in milliseconds, or until a descriptor wakes it.
+// Runs the event loop for at most the time, or until a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// Shows that a handler waits for a command, or no longer does.
+// Shows the cursor and the progress bar for a handler that waits in Mode 2 (Busy) or 0 (Blocked).
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
-// Ends RunLoop and every modal loop inside it. Until AllowLoops, later ones may return at once.
+// Ends RunLoop and all nested loops. New loops can return at once until AllowLoops is called.
 void EndLoops();
 void AllowLoops();
 void RuntimeBeep();
-// Width and height of the primary screen; nothing without one.
+// Width and height of the primary screen in pixels, if there is one.
 std::optional<std::pair<Int32, Int32>> PrimaryScreenSize();
 String ApplicationVersion();
 Ref<FolderItem> AppFolderItemGetter();

@@ -15,11 +15,11 @@ class Window : public EventSource {
   ~Window() override;
 
   void Init() override;
-  // Builds the window and its controls and raises their Open events.
+  // Creates the controls and raises the Open events of the controls and of the window.
   virtual void Constructor();
 
   virtual void Show();
-  // Both block until the window has been closed, and unwind their caller when the application ends.
+  // Both block until the window is closed. They throw EndException if the application ends.
   virtual void ShowModal();
   virtual void ShowModalWithin(const Ref<Window>& parent);
   virtual void Close();
@@ -32,7 +32,7 @@ class Window : public EventSource {
   void Top(Int32 pixels);
   Int32 Width() const;
   Int32 Height() const;
-  // A new window that is visible shows itself once its Open event is over.
+  // A new visible window is shown after its Open event.
   void Visible(bool visible);
 
   const WindowList& Properties() const { return mProperties; }
@@ -45,7 +45,7 @@ class Window : public EventSource {
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<class MenuBar>& bar);
 
-  // A new object with this window as its owner.
+  // Creates an object that is owned by this window.
   template <class T>
   Ref<T> New() {
     auto object = RuntimeNewObject<T>();
@@ -53,15 +53,15 @@ class Window : public EventSource {
     return object;
   }
   void AddControl(const String& name, const Ref<Object>& control);
-  // The name is the menu item's.
+  // `name` is the name of the menu item.
   void AddMenuHandler(const String& name, const Method& handler) {
     mMenuHandlers.Add(name, handler);
   }
 
-  // Forgets the window and its controls, unless CancelClose answers True; then the result is False.
+  // Releases the window and its controls. Returns False and does nothing if CancelClose returns True.
   bool UnifiedClose(bool quitting);
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
-  // False: the item has no handler, or the handler did nothing.
+  // Returns False if the item has no handler or the handler returns False.
   bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
   void CallActivated();
   void CallDeactivated();
@@ -72,7 +72,7 @@ class Window : public EventSource {
  private:
   friend Ref<Object> RuntimeWindowControlByName(Window& window, const String& name);
 
-  // Makes this window, or nil, the object's owner.
+  // Sets the object's owner, or none for null.
   static void SetOwner(Object& object, Window* owner);
   void ReleaseControls();
 
@@ -86,7 +86,7 @@ class Window : public EventSource {
   Ref<class MenuBar> mMenuBar;
 };
 
-// The control of the name, or nil.
+// Returns the control with the name, or nil.
 Ref<Object> RuntimeWindowControlByName(Window& window, const String& name);
 
 template <class T>
@@ -94,10 +94,10 @@ Ref<T> ControlNamed(Window& window, const String& name) {
   return RuntimeCheckCast<T>(RuntimeWindowControlByName(window, name));
 }
 
-// The one open window of the class, or nil.
+// Returns the open window of the class, or nil.
 Ref<Window> GetImplicitWindow(const String& className);
 
-// The one open window of the class, made when there is none. Never nil.
+// Returns the open window of the class, and creates it if there is none. Never nil.
 template <class W>
 Ref<W> ImplicitWindow() {
   auto window = GetImplicitWindow(W::ClassTable().Name());
@@ -115,14 +115,14 @@ Ref<EventSource> CreateControl(Window& window) {
   return control;
 }
 
-// What a control has besides its property list.
+// The part of a control's description that is not in its property list.
 struct ControlExtras {
   std::vector<Binding> Events;
   String Label;
   Ref<Picture> (*Backdrop)() = nullptr;
 };
 
-// A control as data: what a window makes it from.
+// The description of one control of a window.
 struct ControlRow {
   String Name;
   Ref<EventSource> (*Create)(Window& window) = nullptr;
@@ -130,18 +130,18 @@ struct ControlRow {
   ControlExtras Extras;
 };
 
-// The row of a control of class T, whose name is that in its list.
+// The row of a control of class T. The name is that of the list.
 template <class List, class T = typename List::Class>
 ControlRow Row(const List& list, ControlExtras extras = {}) {
   return {list.Name, CreateControl<T>, list, std::move(extras)};
 }
 
-// Makes the controls of the rows in their order, each from its creation to its event handlers.
+// Creates the controls in the order of the rows, with their properties and event handlers.
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows);
 
 namespace WindowSupport {
 
-// Releases the lists of windows, and with them the windows.
+// Releases all windows.
 void Finalize();
 const std::vector<Ref<Window>>& Windows();
 void AddDirtyWindow(const Ref<Window>& window);
@@ -151,7 +151,7 @@ void UpdateDirtyWindows();
 }  // namespace WindowSupport
 
 void PublishWindowFunctions();
-// Carries out the window's pending drawing before it returns.
+// Repaints the window before it returns.
 void UpdateNowMBS(const Ref<Window>& window);
 
 }  // namespace zelto

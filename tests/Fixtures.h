@@ -21,31 +21,31 @@ class ApplicationFixture {
   ApplicationFixture& operator=(const ApplicationFixture&) = delete;
 };
 
-// Serves events until the condition holds; a failed test if it does not within 20 seconds.
+// Runs the event loop until the condition is true. Fails the test after 20 seconds.
 void Until(const std::function<bool()>& condition);
 
-// Acts when the condition holds for the first time. The result waits for it; delete it to wait no
-// longer.
+// Calls the action once, when the condition becomes true. Delete the result to cancel.
 QPointer<QObject> Once(const std::function<bool()>& condition, const std::function<void()>& action);
-// Acts on the next modal window once it is on the screen.
+// Calls the action with the next modal window once it is shown.
 QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
-// Presses the button of the next modal window; the texts of its labels are noted before.
+// Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 
-// Closes the active window twice once the condition holds; the first time has to be refused.
+// Closes the active window twice when the condition becomes true. Expects that the first is
+// refused.
 void CloseTwiceOnce(const std::function<bool()>& condition);
 
 QWidget* MainWindow();
-// The widget of the control with this name. Throws when there is none.
+// The widget of the control with this name. Throws if there is none.
 QWidget& ControlWidget(QWidget& window, const char* name);
 
-// The main window, which shows itself at once.
+// The main window, shown at once.
 class OpenedWindow1 : public zelto::Window1 {
  public:
   void Event_Open() override { Show(); }
 };
 
-// With the main window of a user who has been accepted.
+// A fixture with the main window after authentication.
 template <class W = OpenedWindow1>
 class WindowTest : public testing::Test {
  protected:

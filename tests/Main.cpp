@@ -3,15 +3,15 @@
 
 #include <filesystem>
 
-// The toolkit's D-Bus module frees some of its messages at no time.
+// Qt's D-Bus module leaks some of its messages.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libQt6DBus\n"; }
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  // The toolkit makes one of its own in /tmp otherwise, and leaves it there.
+  // Otherwise Qt creates a runtime directory in /tmp and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
-  if (!getenv("ZELTO_BUS")) {  // the tester's own session is not to be inhibited
+  if (!getenv("ZELTO_BUS")) {  // do not inhibit the session of the tester
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
   }

@@ -55,7 +55,7 @@ StubPrograms::~StubPrograms() {
 
 void StubPrograms::Release() const { EXPECT_EQ(write(mGate, "\n\n\n\n", 4), 4); }
 
-// Log the words of the call, each ended by a NUL, and the call by a record separator.
+// Log the arguments of the call, each followed by NUL, and a record separator.
 void StubPrograms::Script(const std::string& name, const std::string& body) const {
   const auto file = mFolder / "bin" / name;
   Write(file, "#!/bin/sh\n{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" +
@@ -77,7 +77,7 @@ std::string StubPrograms::Update(const std::string& name, const std::string& rec
   std::filesystem::create_directory(tree);
   Write(tree + "/control", record);
   Write(tree + "/member", "the member");
-  // The names are changed as the members go in, so that nothing is written where they point.
+  // tar renames the members as it adds them, so no file is created at their absolute names.
   setenv("ARCHIVE", Path(name).c_str(), 1);
   const std::string command = "tar -C " + tree + " -czPf \"$ARCHIVE\" --transform='s,^control$," +
                               control + ",;s,^member$," + Path("installed/member") +

@@ -1,7 +1,7 @@
-"""Compares an update file with what is installed, on a machine that does not have the file.
+"""Compares the members of an update file with the installed files, on a machine without the update file.
 
-With `file`, returns what that update file installs, as the text `members`. With `members`, returns the
-paths that differ on the machine, as the list `differing`. Nothing is changed.
+With `file`, returns the members of that update file as the string `members`. With `members`, returns
+the list `differing` of the paths that differ on the machine. Changes nothing.
 """
 import base64
 import grp
@@ -15,7 +15,7 @@ import zlib
 
 from ansible.module_utils.basic import AnsibleModule
 
-RECORD = "/tmp/.KVX.Content"  # missing after each start of a machine, which empties /tmp
+RECORD = "/tmp/.KVX.Content"  # ignored: a reboot empties /tmp
 TYPES = {tarfile.SYMTYPE: stat.S_IFLNK, tarfile.DIRTYPE: stat.S_IFDIR, tarfile.CHRTYPE: stat.S_IFCHR,
          tarfile.BLKTYPE: stat.S_IFBLK, tarfile.FIFOTYPE: stat.S_IFIFO}
 
@@ -44,14 +44,14 @@ def describe(archive, member):
 
 
 def pack(file):
-    with tarfile.open(file, "r|gz") as archive:  # a later member of a name replaces an earlier one
+    with tarfile.open(file, "r|gz") as archive:  # a later member replaces an earlier one of the same name
         members = {member.name: describe(archive, member) for member in archive}
     members.pop(RECORD, None)
     return base64.b64encode(zlib.compress(json.dumps(members).encode())).decode()
 
 
 def number(look_up, name_and_number):
-    """tar goes by the name where the machine knows it."""
+    """Like tar, prefers the id of the name if the machine knows the name."""
     try:
         return look_up(name_and_number[0])[2]
     except KeyError:

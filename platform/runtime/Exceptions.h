@@ -7,8 +7,8 @@
 
 namespace zelto {
 
-// What the program raises. Nothing in it catches: Application::CallFunctionWithExceptionHandling
-// and Main do.
+// The base class of the program's exceptions. Only Application::CallFunctionWithExceptionHandling and
+// Main catch them.
 class RuntimeException {
  public:
   explicit RuntimeException(const char* className, String message = {});
@@ -21,7 +21,7 @@ class RuntimeException {
   void Message(const String& message) { mMessage = message; }
   Int32 ErrorNumber() const { return mErrorNumber; }
   void ErrorNumber(Int32 number) { mErrorNumber = number; }
-  // The calls that led here, the innermost first.
+  // The call stack of the throw, innermost call first.
   virtual std::vector<String> Stack() const;
 
  private:
@@ -37,7 +37,7 @@ class RuntimeException {
     explicit name(String message = {}) : RuntimeException(#name, std::move(message)) {} \
   };
 
-// Unwinds the handler that asked the application to end.
+// Unwinds handlers when the application ends.
 ZELTO_EXCEPTION(EndException)
 ZELTO_EXCEPTION(FunctionNotFoundException)
 ZELTO_EXCEPTION(TypeMismatchException)

@@ -9,7 +9,7 @@ namespace zelto {
 
 inline double RuntimeCvtSInt32ToReal64(Int32 value) { return value; }
 
-// Truncates toward zero; a value out of range becomes the nearest Int32, and NaN becomes 0.
+// Truncates toward zero. Saturates if the value is out of range. NaN gives 0.
 inline Int32 RuntimeCvtReal64ToSInt32(double value) {
   using Limits = std::numeric_limits<Int32>;
   if (std::isnan(value)) return 0;

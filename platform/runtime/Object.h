@@ -8,7 +8,7 @@
 
 namespace zelto {
 
-// A counted object: it goes away with its last reference. One thread only.
+// A reference-counted object, destroyed with its last reference. Not thread-safe.
 class Object {
  public:
   Object() = default;
@@ -16,7 +16,7 @@ class Object {
   Object& operator=(const Object&) = delete;
   virtual ~Object() = default;
 
-  // Runs once the whole object is made, before its creator gets it.
+  // Called by RuntimeNewObject after the C++ constructor.
   virtual void Init() {}
 
  private:
@@ -28,7 +28,7 @@ class Object {
 
 [[noreturn]] inline void RaiseNilObjectException() { throw NilObjectException(); }
 
-// A handle that may be nil. Access through nil raises NilObjectException.
+// A reference to an object, or nil. Access through nil throws NilObjectException.
 template <class T>
 class Ref {
  public:
@@ -57,7 +57,7 @@ class Ref {
   }
   T* operator->() const { return &**this; }
 
-  // The same object, not the same content.
+  // Compares identity, not content.
   template <class U>
   bool operator==(const Ref<U>& other) const {
     return static_cast<const Object*>(mObject) == static_cast<const Object*>(other.Get());
@@ -86,7 +86,7 @@ bool RuntimeObjectIsa(const Ref<U>& object) {
   return dynamic_cast<T*>(object.Get()) != nullptr;
 }
 
-// The object as a T. Nil stays nil; an object of another class raises IllegalCastException.
+// Casts the object to T. Nil stays nil. Throws IllegalCastException for an object of another class.
 template <class T, class U>
 Ref<T> RuntimeCheckCast(const Ref<U>& object) {
   if (object && !RuntimeObjectIsa<T>(object)) throw IllegalCastException();

@@ -7,7 +7,7 @@
 
 namespace zelto {
 
-// The names that the plug-ins publish their operations under, in the order of their slots.
+// The keys of the plug-ins' entry points, in the order of their slots.
 inline constexpr std::array<std::string_view, 39> PluginKeys{
     "_",
     "BevelButton.DeleteAllRows",
@@ -52,7 +52,7 @@ inline constexpr std::array<std::string_view, 39> PluginKeys{
 
 using PluginEntrypoint = void (*)();
 
-// An operation that a plug-in publishes under a key.
+// An entry point that a plug-in registers under a key.
 struct PublishedEntrypoint {
   template <class R, class... A>
   PublishedEntrypoint(std::string_view key, R (*entry)(A...))
@@ -62,30 +62,30 @@ struct PublishedEntrypoint {
   PluginEntrypoint Entry;
 };
 
-// Comes before InitPluginEntrypoints.
+// Registers entry points. Call it before InitPluginEntrypoints.
 void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> entries);
 
-// What a plug-in published under the key, or null.
+// The entry point registered under the key, or null.
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key);
 
-// Fills the table's slots from what has been published. Comes before any use of Glink.
+// Fills the slots with the registered entry points. Call it before Glink.
 void InitPluginEntrypoints();
 
-// Forgets what has been published.
+// Clears the registered entry points and the slots.
 void ReleasePluginEntrypoints();
 
-// What the slot holds; null for an operation that no plug-in publishes.
+// The entry point in the slot, or null.
 PluginEntrypoint PluginSlot(std::size_t slot);
 
-// The slot of a key; a key that is not in the table does not compile.
+// The slot of a key. An unknown key does not compile.
 consteval std::size_t PluginSlotOf(std::string_view key) {
   std::size_t slot = 0;
   while (PluginKeys.at(slot) != key) ++slot;
   return slot;
 }
 
-// Calls the entry in the slot as a function of the given type. Raises FunctionNotFoundException
-// when the slot is empty.
+// Calls the entry point in the slot as a Function. Throws FunctionNotFoundException if the slot is
+// empty.
 template <class Function, class... A>
 auto Glink(std::size_t slot, A&&... arguments) {
   const auto entry = PluginSlot(slot);

@@ -11,18 +11,17 @@ namespace zelto {
 
 void Wipe(void* memory, std::size_t bytes) {
   std::memset(memory, 0, bytes);
-  // Somebody may read it here, for all the compiler knows; else it drops stores to memory that is
-  // about to go.
+  // The assembly may read the memory, so the compiler cannot remove the stores as dead.
   asm volatile("" : : "r"(memory) : "memory");
 }
 
 void DisableCoreDumps() {
   rlimit limit{};
   getrlimit(RLIMIT_CORE, &limit);
-  limit.rlim_cur = 0;  // commands may raise theirs again
+  limit.rlim_cur = 0;  // the hard limit stays, so commands can raise theirs
   setrlimit(RLIMIT_CORE, &limit);
 #ifdef __linux__
-  prctl(PR_SET_DUMPABLE, 0);  // also where cores go to a program and not to a file
+  prctl(PR_SET_DUMPABLE, 0);  // also disables core dumps that are piped to a program
 #endif
 }
 

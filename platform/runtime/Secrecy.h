@@ -4,11 +4,10 @@
 
 namespace zelto {
 
-// Overwrites memory that held a secret, also where it is not read again.
+// Overwrites memory. The compiler cannot remove the call.
 void Wipe(void* memory, std::size_t bytes);
 
-// From here on no core file of this process is written, and other processes of the same user
-// cannot read its memory.
+// Disables core files of this process and hides its memory from other processes of the same user.
 void DisableCoreDumps();
 
 }  // namespace zelto

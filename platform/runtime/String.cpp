@@ -26,7 +26,7 @@ String::String(std::string&& bytes) {
   const std::shared_ptr<std::string> taken(new std::string, WipeAndDelete);
   taken->swap(bytes);
   mBytes = taken;
-  // A short text is stored inside the other object, where the swap leaves a copy.
+  // The swap leaves a copy of a short string in the buffer of the other object.
   bytes.resize(bytes.capacity());
   Wipe(bytes.data(), bytes.size());
 }

@@ -10,15 +10,15 @@ namespace zelto {
 
 using Int32 = std::int32_t;
 
-// An immutable sequence of bytes, UTF-8 where it is text. The empty string is nil. Copies share the
-// bytes, which are overwritten when the last of them goes, since any string may hold a password.
+// An immutable sequence of bytes, normally UTF-8. The empty string is nil. Copies share the bytes. The
+// last copy overwrites them, because any string can contain a password.
 class String {
  public:
   String() = default;
   String(const char* text) : String(std::string_view(text)) {}
   String(std::string_view bytes) : String(std::string(bytes)) {}
   String(const std::string& bytes) : String(std::string_view(bytes)) {}
-  // Leaves no copy behind in the text.
+  // Leaves no copy in `bytes`.
   String(std::string&& bytes);
 
   bool IsNil() const { return !mBytes; }
@@ -35,8 +35,7 @@ class String {
 
 String operator+(const String& left, const String& right);
 
-// 0 when the two are equal, less than 0 when the left comes first. ASCII letters match in either
-// case.
+// Compares without regard to the case of ASCII letters. 0 if equal, less than 0 if `left` is first.
 Int32 RuntimeStringCompare(std::string_view left, std::string_view right);
 inline Int32 RuntimeStringCompare(const String& left, const String& right) {
   return RuntimeStringCompare(left.Bytes(), right.Bytes());
@@ -46,11 +45,11 @@ Int32 LenB(const String& text);                  // bytes
 Int32 Len(const String& text);                   // characters
 String Right(const String& text, Int32 length);  // the last `length` characters
 
-// The pieces between the delimiters. A nil delimiter gives the whole text as one piece.
+// The pieces between the delimiters. With a nil delimiter, the whole text as one piece.
 std::vector<String> Split(const String& text, const String& delimiter);
-// The n-th piece, counted from 1; nil when there is none.
+// The n-th piece, counted from 1, or nil if there is none.
 String NthField(const String& text, const String& delimiter, Int32 n);
-// The element at the index, counted from 0; nil behind the last one.
+// The element at the index, counted from 0, or nil if there is none.
 String ElementAt(const std::vector<String>& array, Int32 index);
 
 // The platform's newline.

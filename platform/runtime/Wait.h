@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// Serves the windows while the program waits.
+// Runs the toolkit's event loop while the program waits.
 class Waiter {
  public:
   virtual ~Waiter() = default;
@@ -13,18 +13,18 @@ class Waiter {
   virtual void WakeOff(int descriptor) = 0;
 };
 
-// Null, as at the start: there is no window to serve.
+// Null (default): RuntimeAwait runs no event loop.
 void RuntimeSetWaiter(Waiter* waiter);
 
-// Blocks until the descriptor is readable or the time, in milliseconds, is over; -1 stands for no
-// descriptor and for no limit of time. Windows stay painted meanwhile and take no input.
+// Blocks until the descriptor is readable or the time is over. -1 means no descriptor or no time limit.
+// Windows repaint and accept no input.
 void RuntimeAwait(int descriptor, int milliseconds);
 
-// Lets Application::DoEvents return as soon as the descriptor is readable, until it is taken back.
+// Between On and Off, Application::DoEvents returns as soon as the descriptor is readable.
 void RuntimeWakeOn(int descriptor);
 void RuntimeWakeOff(int descriptor);
 
-// The yield of a polling or scanning loop, once in each pass.
+// Call it in each pass of a polling or scanning loop.
 inline void RuntimeBackgroundTask() { std::this_thread::yield(); }
 
 }  // namespace zelto

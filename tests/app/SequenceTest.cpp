@@ -13,7 +13,7 @@ using namespace zelto;
 
 namespace {
 
-// Runs the program from its start to its end; gives its exit status.
+// Runs the program and returns its exit status.
 Int32 RunProgram() {
   initialize();
   Main();

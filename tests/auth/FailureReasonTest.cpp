@@ -4,7 +4,7 @@
 
 using namespace zelto;
 
-// The texts are those of util-linux 2.38 to 2.42, sudo 1.9.13 to 1.9.17 and sudo-rs 0.2.5 and
+// Messages of util-linux 2.38 to 2.42, sudo 1.9.13 to 1.9.17 and sudo-rs 0.2.5 and
 // 0.2.15.
 TEST(FailureReason, NamesTheCauseThatAUserCanRemedy) {
   const std::string notAccepted = "The name or the password was not accepted.";

@@ -55,7 +55,7 @@ TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
   for (int i = 0; i < 3; ++i) Press("zt", "wrong");
   const auto calls = mStubs.Calls("su").size();
   Press("zt", "secret");
-  EXPECT_EQ(mStubs.Calls("su").size(), calls + 1);  // it is asked all the same
+  EXPECT_EQ(mStubs.Calls("su").size(), calls + 1);  // `su` still runs
   EXPECT_FALSE(Globals::Authenticated);
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_TRUE(GetImplicitWindow("WPerm.WPerm") == mDialog);

@@ -61,7 +61,7 @@ class DesktopTest(unittest.TestCase):
             self.assertEqual(Path(name).read_bytes(), content, name)
 
     @contextlib.contextmanager
-    def tally(self, promise):
+    def tally(self, guarantee):
         """Gives case(is_kept, what), counts the cases, prints them as a row, and fails with the first few."""
         kept = []
         try:
@@ -71,5 +71,5 @@ class DesktopTest(unittest.TestCase):
             raise
         finally:
             broken = [what for is_kept, what in kept if not is_kept]
-            print(f"promise | {promise} | {len(kept)} | {len(broken)}", flush=True)
-        self.assertTrue(kept and not broken, f"{promise}: {broken[:5] or 'no case'}")
+            print(f"guarantee | {guarantee} | {len(kept)} | {len(broken)}", flush=True)
+        self.assertTrue(kept and not broken, f"{guarantee}: {broken[:5] or 'no case'}")

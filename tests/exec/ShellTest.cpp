@@ -56,9 +56,9 @@ TEST_F(ShellTest, RecordKeepsItsLineNumbersWhateverSuPrints) {
   const std::string differentLine = "echo Call $(wc -c <" + mStubs.Path("su.calls") + ").";
   const std::string ownPath = "PATH=" + mStubs.Path("bin") + ":/bin; ";
   const struct {
-    std::string Before;  // the command
+    std::string Before;  // precedes the command
     std::string After;
-    bool IsFound = true;  // the front end
+    bool IsFound = true;  // whether the front end is used
   } cases[] = {{":", ":"},
                {oneLine, oneLine},
                {oneLine + "; " + oneLine, ":"},
@@ -126,7 +126,7 @@ TEST_F(ShellTest, PassesOnlyTheDocumentedEnvironment) {
   EXPECT_EQ(mShell->ErrorCode(), 128 + SIGINT);
 }
 
-// Neither the interpreter, nor the front end while its command runs, nor `sudo`.
+// Neither `sh`, nor `sudo`, nor the front end while its command runs.
 TEST_F(ShellTest, HidesThePasswordFromOtherProcesses) {
   const std::string look =
       "tr '\\0' '\\n' </proc/$each/cmdline; tr '\\0' '\\n' </proc/$each/environ";

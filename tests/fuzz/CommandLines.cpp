@@ -12,8 +12,8 @@ using namespace zelto;
 
 namespace {
 
-// An interpreter that lives through all runs, in which `su`, `sudo` and `tar` are functions that
-// tell their words. It starts no program, and so parses thousands of lines in a second.
+// One `sh` process for all runs. `su`, `sudo` and `tar` are functions that print their arguments.
+// It starts no program and therefore parses thousands of command lines per second.
 class Interpreter {
  public:
   Interpreter() {
@@ -33,11 +33,11 @@ class Interpreter {
     mOutput = fdopen(output[0], "r");
     std::fputs(
         "PATH=/nowhere\n"
-        "tell() { for word; do printf '%s\\037' \"$word\"; done; printf '\\036'; }\n"
-        "su() { IFS= read -r line; tell su \"$line\"; tell \"$@\";"
+        "print() { for word; do printf '%s\\037' \"$word\"; done; printf '\\036'; }\n"
+        "su() { IFS= read -r line; print su \"$line\"; print \"$@\";"
         " while [ \"$1\" != -c ]; do shift; done; eval \"$2\"; }\n"
-        "sudo() { tell sudo \"$@\"; }\n"
-        "tar() { tell tar \"$@\"; }\n",
+        "sudo() { print sudo \"$@\"; }\n"
+        "tar() { print tar \"$@\"; }\n",
         mInput);
   }
 
@@ -49,12 +49,12 @@ class Interpreter {
     wait(nullptr);
   }
 
-  std::string Told(const CommandLine& line) {
+  std::string Arguments(const CommandLine& line) {
     std::fprintf(mInput, "%s\nprintf '\\035'\n", std::string(line.Text.Bytes()).c_str());
     std::fflush(mInput);
-    std::string told;
-    for (int c; (c = std::fgetc(mOutput)) != '\035' && c != EOF;) told += static_cast<char>(c);
-    return told;
+    std::string arguments;
+    for (int c; (c = std::fgetc(mOutput)) != '\035' && c != EOF;) arguments += static_cast<char>(c);
+    return arguments;
   }
 
  private:
@@ -64,10 +64,10 @@ class Interpreter {
 
 }  // namespace
 
-// The line, parsed by a real interpreter, gives the values back.
+// A real `sh` must parse the command line to the original values.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  // These are refused before a line is run, or are this test's own marks.
+  // The shell refuses the first two. The others are separators of this test.
   if (bytes.find_first_of(std::string("\0\n\035\036\037", 5)) != bytes.npos) return 0;
   const auto half = bytes.substr(0, size / 2);
   const auto path = "/" + bytes.substr(size / 2);
@@ -77,11 +77,11 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
   const auto end = (isDashed ? "\037--\037-\037" + half : "") +
                    "\037\036sudo\037tar\037-zxPvf\037" + path + "\037\036";
   const auto gives = [&](Interpreter& interpreter) {
-    const auto told = interpreter.Told(line);
-    return told.starts_with(start) && told.ends_with(end);
+    const auto arguments = interpreter.Arguments(line);
+    return arguments.starts_with(start) && arguments.ends_with(end);
   };
-  // What an interpreter gets wrong once in a million lines, when no process can be made for it, a
-  // fresh one gets right; what is wrong with the line stays wrong.
+  // The interpreter fails about once in a million lines, when it cannot fork. A new one then
+  // succeeds, unless the command line is wrong.
   static auto interpreter = std::make_unique<Interpreter>();
   if (gives(*interpreter)) return 0;
   interpreter = std::make_unique<Interpreter>();

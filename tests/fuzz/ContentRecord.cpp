@@ -5,7 +5,7 @@
 
 using namespace zelto;
 
-// What is split joins to the same text again, and a value is a piece of its own line.
+// Joining the split lines gives the original text, and each value is part of its line.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const auto lines = Split(bytes, EndOfLine());

@@ -5,7 +5,7 @@
 
 using namespace zelto;
 
-// A list is refused, or it means the same once more after it has been written anew.
+// A list is refused, or encoding and decoding it again gives the same entries.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   static const std::vector<Property> classes[] = {
       WindowList::Schema(),     EditFieldList::Schema(),  BevelButtonList::Schema(),

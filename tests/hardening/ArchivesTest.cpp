@@ -1,4 +1,4 @@
-// Update files that are made to deceive, and what others leave at the record's path.
+// Deceptive update files, and entries that other users plant at the record's path.
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,8 +20,7 @@ class Archives : public WindowTest<> {
   }
   ~Archives() override { std::filesystem::remove_all(record); }
 
-  // Makes an archive of what the commands leave in a folder of their own, in the order of the
-  // names.
+  // Makes an archive of the files that the commands create in a new folder, sorted by name.
   std::string Archive(const std::string& name, const std::string& commands,
                       const std::string& members = "control member") {
     const std::string folder = mStubs.Path("tree-" + name);
@@ -33,7 +32,7 @@ class Archives : public WindowTest<> {
     return mStubs.Path(name);
   }
 
-  // What the window shows of the file, or that it was refused.
+  // The metadata that the window shows, or the text of a refusal.
   std::string Checked(const std::string& path) {
     bool isRefused = false;
     const auto waiting = WhenModal([&](QWidget& dialog) {
@@ -54,7 +53,7 @@ const std::string goodShown = "P|V|D";
 }  // namespace
 
 TEST_F(Archives, DeceptiveArchiveIsRefusedOrShownCorrectly) {
-  Tally tally("a deceptive update file is decided as written, and shows no other file");
+  Tally tally("a deceptive update file is refused or shown correctly, and shows no other file");
   const std::string secret = mStubs.Path("private");
   const struct {
     const char* Name;
@@ -98,7 +97,7 @@ TEST_F(Archives, DeceptiveArchiveIsRefusedOrShownCorrectly) {
 
 TEST_F(Archives, EntryPlantedAtTheRecordPathNeitherShowsNorRedirects) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to act for another user";
-  Tally tally("what another user plants at the record's path fools nobody and redirects no write");
+  Tally tally("an entry planted at the record path neither shows nor redirects");
   const auto good = Archive("good.gz", goodLines);
   const std::string victim = mStubs.Path("private");
   const struct {

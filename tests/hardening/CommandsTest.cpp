@@ -1,4 +1,4 @@
-// Commands that end in no ordinary way.
+// Commands that fail or end in unusual ways.
 
 #include <fcntl.h>
 #include <sched.h>
@@ -18,7 +18,7 @@ using namespace zelto;
 
 namespace {
 
-// Runs the check in a process of its own, which it may ruin; True when it gave True.
+// Runs the check in a child process, which it may damage. Returns its result.
 template <class Check>
 bool InChild(Check check) {
   const pid_t child = fork();
@@ -28,8 +28,8 @@ bool InChild(Check check) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// Gives this process mounts of its own, if it may.
-bool StandsApart() {
+// Moves this process to a new mount namespace. Returns false if that is not permitted.
+bool EnterMountNamespace() {
   return unshare(CLONE_NEWNS) == 0 &&
          mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
@@ -41,7 +41,7 @@ bool Says(const Ref<Shell>& shell, const char* text) {
 }  // namespace
 
 TEST(Hardening, MissingProgramIsReported) {
-  Tally tally("a missing sh, su, sudo or tar is a failure with a text");
+  Tally tally("a missing sh, su, sudo or tar is reported");
   const StubPrograms programs;
   const std::string update = programs.Update("u.tar.gz", GoodRecord);
   for (const std::string missing : {"sh", "su", "sudo", "tar"}) {
@@ -64,7 +64,7 @@ TEST(Hardening, MissingProgramIsReported) {
 }
 
 TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
-  Tally tally("output grows the memory by 1 MB unread, by itself and 5 MB when read");
+  Tally tally("unread output uses at most 1 MB of memory, read output its size and 5 MB");
   const auto shell = NewShell();
   shell->Mode(2);
   constexpr long megabyte = 1024 * 1024;
@@ -78,7 +78,7 @@ TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
   const String text = shell->ReadAll();
   tally.Case(LenB(text) == size + 2, std::to_string(LenB(text)));
 #ifdef __SANITIZE_ADDRESS__
-  constexpr long slack = 15 * megabyte;  // the sanitiser keeps what is freed
+  constexpr long slack = 15 * megabyte;  // a sanitizer keeps freed memory
 #else
   constexpr long slack = 5 * megabyte;
 #endif
@@ -103,7 +103,7 @@ TEST(Hardening, SignalsDoNotAffectACommand) {
 
 TEST(Hardening, FullProcessTableIsReported) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to become another user";
-  Tally tally("a full process table is a failure with a text");
+  Tally tally("a full process table is reported");
   tally.Case(InChild([] {
                const auto shell = NewShell();
                const rlimit none{0, 0};
@@ -115,11 +115,11 @@ TEST(Hardening, FullProcessTableIsReported) {
 }
 
 TEST(Hardening, OutputFallsBackIfTmpIsNotWritable) {
-  if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
-  Tally tally("a command finishes when /tmp cannot be written");
+  if (!InChild(EnterMountNamespace)) GTEST_SKIP() << "needs root and a mount namespace";
+  Tally tally("a command finishes if /tmp is not writable");
   tally.Case(
       InChild([] {
-        if (!StandsApart() || mount("none", "/tmp", "tmpfs", 0, nullptr) != 0 ||
+        if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, nullptr) != 0 ||
             mkdir("/tmp/ours", 0700) != 0 ||
             mount("/tmp/ours", "/tmp/ours", nullptr, MS_BIND, nullptr) != 0 ||
             mount(nullptr, "/tmp", nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
@@ -138,13 +138,13 @@ TEST(Hardening, OutputFallsBackIfTmpIsNotWritable) {
 }
 
 TEST(Hardening, FullTemporaryFolderDoesNotStopACommand) {
-  if (!InChild(StandsApart)) GTEST_SKIP() << "needs root and mounts of its own";
-  Tally tally("a command finishes when the temporary folder is full");
+  if (!InChild(EnterMountNamespace)) GTEST_SKIP() << "needs root and a mount namespace";
+  Tally tally("a command finishes if the temporary folder is full");
   const StubPrograms programs;
   const std::string done = programs.Path("done");
   tally.Case(InChild([&] {
                const int folder = open(programs.Folder().c_str(), O_PATH);
-               if (!StandsApart() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
+               if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
                  return false;
                }
                const auto shell = NewShell();

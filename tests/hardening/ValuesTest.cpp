@@ -1,4 +1,4 @@
-// Random values against stand-ins that tell what reached them.
+// Random values against stubs that record their arguments.
 
 #include <random>
 
@@ -9,9 +9,8 @@ using namespace zelto;
 
 namespace {
 
-// Nothing is on the path but `sh`, the front end and the stubs, which record their words and
-// what they read, and hand on what `su` is to run. So any other command shows as one that is not
-// found.
+// PATH contains only `sh`, the front end and the stubs. The stubs record their arguments and input,
+// and `su` runs its command. Any other command therefore fails as not found.
 class RecordingStubs : public StubPrograms {
  public:
   explicit RecordingStubs(const std::string& loginShell = "sh") {
@@ -45,7 +44,7 @@ std::string Reported(const std::vector<std::string>& words) {
 }
 
 std::string RandomValue(std::mt19937& random) {
-  // NUL and newline are refused before anything starts; 036 and 037 are the stubs' own marks.
+  // The shell refuses NUL and newline. 036 and 037 are separators of the stubs.
   static const std::vector<std::string> parts{
       "'",    "\"", " ", "$", "\\", "`", ";", "|",  "&",    "(",    ")",  "<",  ">",  "!",   "*",
       "?",    "[",  "]", "{", "}",  "~", "#", "\t", "\x01", "\x7F", "\r", "ä",  "€",  "😀",   "\xFF",
@@ -73,7 +72,7 @@ TEST(Hardening, ValuesReachTheProgramsUnchanged) {
       if (user[0] == '-') words = {"su", "-c", command, "--", "-", user};
       return Reported(words) + Reported({"read", passwd}) + after;
     };
-    // The argument of -c is another line; what it says shows in what it runs.
+    // The argument of -c is a command line. The commands that it runs are recorded as well.
     const auto argument = [](const std::string& told) {
       const auto start = told.find("\037-c\037") + 4;
       return told.substr(start, told.find_first_of("\036\037", start) - start);
@@ -92,7 +91,7 @@ TEST(Hardening, ValuesReachTheProgramsUnchanged) {
 
 TEST(Hardening, ValuesWithNulOrNewlineStartNothing) {
   const RecordingStubs stubs;
-  Tally tally("a value with NUL or a line end starts nothing");
+  Tally tally("a value with NUL or newline starts nothing");
   std::mt19937 random(7);
   for (int i = 0; i < Cases(50, 1000); ++i) {
     auto value = RandomValue(random);

@@ -23,7 +23,7 @@ using namespace zelto;
 
 namespace {
 
-// The services of a desktop, on the bus that the test runs on.
+// Stubs of the desktop's services on the bus of the test.
 class Services : public QDBusVirtualObject {
  public:
   explicit Services(const QStringList& names) {
@@ -36,12 +36,12 @@ class Services : public QDBusVirtualObject {
   }
 
   QStringList Calls;
-  QStringList ChosenFiles;  // empty: the user cancels
-  std::atomic<bool> HasToldVersion = false;
+  QStringList ChosenFiles;  // empty if the user cancels
+  std::atomic<bool> HasReportedVersion = false;
 
   bool HoldsLogind() const {
     pollfd end{.fd = mReading};
-    return mReading >= 0 && poll(&end, 1, 0) == 0;  // a closed descriptor is reported
+    return mReading >= 0 && poll(&end, 1, 0) == 0;  // poll reports a closed descriptor
   }
   bool HoldsSession() const {
     return !mClient.isEmpty() && mBus.interface()->isServiceRegistered(mClient);
@@ -70,7 +70,7 @@ class Services : public QDBusVirtualObject {
   }
 
   QVariant Version() {
-    HasToldVersion = true;
+    HasReportedVersion = true;
     return QVariant::fromValue(QDBusVariant(4U));
   }
 
@@ -91,7 +91,7 @@ class Services : public QDBusVirtualObject {
   QVariant OpenFile(const QDBusMessage& message) {
     const auto options = qdbus_cast<QVariantMap>(message.arguments().at(2));
     Calls << FirstPatterns(options["filters"].value<QDBusArgument>());
-    // Again and again, since the client listens only once it has the answer to its call.
+    // Repeats the signal, because the client listens only after it has the reply to its call.
     QObject::connect(mRepeat, &QTimer::timeout, this, [this] {
       auto response =
           QDBusMessage::createSignal("/request", "org.freedesktop.portal.Request", "Response");
@@ -126,9 +126,9 @@ class Services : public QDBusVirtualObject {
   QTimer* mRepeat = new QTimer(this);
 };
 
-// Whether the test runs on a bus of its own. If not, a second process has run it there: a process
-// keeps to the first bus that it meets.
-bool IsOnOwnBus(const std::string& environment = "") {
+// Whether the test has a private bus. If not, runs it in a child process with one, because a
+// process cannot change its bus.
+bool HasPrivateBus(const std::string& environment = "") {
   if (getenv("ZELTO_BUS")) return true;
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
   const std::string command =
@@ -136,9 +136,9 @@ bool IsOnOwnBus(const std::string& environment = "") {
       environment + " exec timeout 20 /proc/" + std::to_string(getpid()) +
       "/exe --gtest_filter=" + test->test_suite_name() + "." + test->name() + "' 2>&1";
   std::FILE* output = popen(command.c_str(), "r");
-  std::string said;
-  for (int c = 0; (c = std::fgetc(output)) != EOF;) said += static_cast<char>(c);
-  EXPECT_EQ(pclose(output), 0) << said;
+  std::string text;
+  for (int c = 0; (c = std::fgetc(output)) != EOF;) text += static_cast<char>(c);
+  EXPECT_EQ(pclose(output), 0) << text;
   return false;
 }
 
@@ -146,7 +146,7 @@ class DesktopServicesTest : public WindowTest<> {
  protected:
   ~DesktopServicesTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
 
-  // Lets an installation end once both services inhibit.
+  // Lets an installation end once both services are inhibited.
   void Install(Services& services, const std::string& end, const std::string& button) {
     Choose(mStubs.Update("a.gz", GoodRecord));
     mStubs.Script("tar", "until [ -e " + mStubs.Path("go") + " ]; do sleep 0.01; done; " + end);
@@ -166,7 +166,7 @@ class DesktopServicesTest : public WindowTest<> {
 }  // namespace
 
 TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
-  if (!IsOnOwnBus()) return;
+  if (!HasPrivateBus()) return;
   const QString logind =
       "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
       "Installing an update|block";
@@ -189,16 +189,17 @@ TEST(DesktopServices, DesktopOpenDialogIsUsed) {
   if (!QFile::exists(plugins + "/platformthemes/libqxdgdesktopportal.so")) {
     GTEST_SKIP() << "qt6-xdgdesktopportal-platformtheme is not installed";
   }
-  if (!IsOnOwnBus("QT_QPA_PLATFORMTHEME=xdgdesktopportal")) return;
+  if (!HasPrivateBus("QT_QPA_PLATFORMTHEME=xdgdesktopportal")) return;
   Services services({"org.freedesktop.portal.Desktop"});
-  QThread thread;  // since the toolkit waits for some of the answers
+  QThread thread;  // because Qt blocks on some of the replies
   services.moveToThread(&thread);
   QObject::connect(
       &thread, &QThread::finished, &services, [&] { services.Stop(); }, Qt::DirectConnection);
   thread.start();
   const ApplicationFixture application;
-  Until([&] { return services.HasToldVersion.load(); });
-  QDBusConnection::sessionBus().interface()->isServiceRegistered("any");  // behind the answer
+  Until([&] { return services.HasReportedVersion.load(); });
+  QDBusConnection::sessionBus().interface()->isServiceRegistered(
+      "any");  // waits until the reply has been processed
   QApplication::processEvents();
   const auto open = [] { return RuntimeGetOpenFolderItem("gzip compressed tar file"); };
   EXPECT_FALSE(open());

@@ -9,7 +9,7 @@ using namespace zelto;
 
 namespace {
 
-// A window that notes what happens to it.
+// A window that records its events.
 class RecorderWindow : public Window {
  public:
   static inline std::string Log;
@@ -62,7 +62,7 @@ class OwnedObject : public EventSource, public PaneChild {
   class Window* mWindow = nullptr;
 };
 
-// An application that ends quietly at any exception.
+// An application that ends without a message at any exception.
 class QuittingApp : public Application {
  public:
   static const Class& ClassTable() {
@@ -197,7 +197,7 @@ TEST_F(ModelTest, DispatcherSwallowsOnlyEndExceptions) {
   EXPECT_NE(labels.find("UnsupportedFormatException: why"), std::string::npos);
   EXPECT_NE(said.find("zelto-update-utility: UnsupportedFormatException: why\n"),
             std::string::npos);
-  RuntimeRun();  // returns at once
+  RuntimeRun();  // must return at once
   EXPECT_EQ(RuntimeExit(), 1);
   RuntimeInit();
 }

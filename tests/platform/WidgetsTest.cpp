@@ -19,7 +19,7 @@ using namespace zelto;
 
 namespace {
 
-// The windows with handlers that only note their names.
+// Windows whose handlers only record their names.
 class QuietWindow1 : public OpenedWindow1 {
  public:
   std::string Log;
@@ -152,7 +152,7 @@ TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
     QTest::keyClick(&line, Qt::Key_Return);
     QTest::keyClick(&line, Qt::Key_A);
     QTest::mouseClick(&button, Qt::LeftButton);
-    button.click();  // as assistive technology does
+    button.click();  // like assistive technology
     line.setText("typed");
     Drop("file:///x/a.tar.gz");
   });
@@ -193,7 +193,7 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   EXPECT_FALSE(mTop->isVisible());
 }
 
-// With another screen to the left of the primary one and above it.
+// A second screen is above and to the left of the primary screen.
 TEST(Screen, PositionsAreRelativeToThePrimaryScreen) {
   const StubPrograms folder;
   Write(folder.Folder() / "screens.json",

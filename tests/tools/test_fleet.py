@@ -1,4 +1,4 @@
-"""The playbook, with this machine in the place of three."""
+"""The playbook, with this machine as each of its hosts."""
 import hashlib
 import os
 import re
@@ -36,7 +36,7 @@ class Fleet(unittest.TestCase):
             "[all:vars]\nansible_connection=local\nupdate_file=good.gz\nansible_become=false\n")
 
     def play(self, *words):
-        """What is said, and of each machine (changed, failed)."""
+        """Returns the output, and (changed, failed) for each host."""
         here = {"HOME": str(self.folder), "TMPDIR": str(self.folder), "PWD": str(self.folder),
                 "ANSIBLE_REMOTE_TMP": str(self.folder / ".ansible/tmp"), "ANSIBLE_NOCOLOR": "1",
                 "PATH": f"{TOP}/tools:{os.environ['PATH']}"}
@@ -46,7 +46,7 @@ class Fleet(unittest.TestCase):
         return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
 
     def spoil(self):
-        """Each member in its own way; what was there before."""
+        """Changes each installed member in a different way. Returns the original content and time."""
         mode, owner, time, content, odd, well = (self.installed / name for name in NAMES)
         before = content.read_bytes(), content.stat().st_mtime
         mode.chmod(0o600)

@@ -1,4 +1,4 @@
-"""What the vendor's tool refuses and reports, as any user; desktop.test_made installs what it makes."""
+"""Refusals and reports of zelto-make-update, as any user. desktop.test_made installs its updates."""
 import hashlib
 import os
 import subprocess
@@ -27,7 +27,7 @@ REFUSED = [
     ("ln -s usr/sbin tree/bin; make", "link at the top.*tree/bin'"),
     ("mkdir -p tree/usr/lib tree/var/lock; ln -s x tree/usr/sbin; touch tree/usr/lib/arm-linux-gnueabihf; make",
      "replace.*remove: (?=.*/usr/sbin')(?=.*/var/lock')(?=.*gnueabihf')"),
-    ("rm -r tree/*; make", "tree.*put into it"), ('"$TOOL" --check update.gz', "update.gz.*not in gzip")]
+    ("rm -r tree/*; make", "tree.*add the files"), ('"$TOOL" --check update.gz', "update.gz.*not in gzip")]
 NOT_DONE = [
     ("SOURCE_DATE_EPOCH=May make", "May.*seconds"), ("file=no/gz make", "no/gz: not made: .*No such"),
     ("break_gzip; make", "update.gz: not made: broken"),
@@ -39,7 +39,7 @@ NOT_DONE = [
 
 class MakeUpdate(unittest.TestCase):
     def run_in_folder(self, script, **update):
-        """What a script did, with the names and the update that were there afterwards."""
+        """Returns the completed script, the names in its folder and the update file after it."""
         with tempfile.TemporaryDirectory() as folder:
             make_update(Path(folder, "other.gz"), **update)
             done = subprocess.run(["sh", "-c", PREPARE + script], cwd=folder, timeout=60, capture_output=True,
@@ -82,7 +82,7 @@ class MakeUpdate(unittest.TestCase):
         empty, invalid = r"\w+: \nWarning: .*empty\n", "Invalid Update File\nz.*other.gz"
         link = f"ln -s tree/b l; tar -czPf other.gz --transform 'flags=r;s,^l$,{RECORD},' l; "
         for prepare, update, pattern in [
-                # Neither a full disk nor a full folder of temporary files matters.
+                # A check works with a full disk and a full folder of temporary files.
                 ("disk_with 0; ", {"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
                  f"Product: P\nVersion: V\n{empty}Content: 1 members, 37 bytes .*\n"),
                 ("", {"members": odd},
@@ -101,8 +101,8 @@ class MakeUpdate(unittest.TestCase):
         said = self.run_in_folder('"$TOOL" --check other.gz', members=dict(sorted(members.items())))[0].stdout
         self.assertIn("Content: 13 members, ", said)
         warnings = [f"{name} ({count} in all): {text}" for name, count, text in [
-            ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'), (r'/opt/li\"\nnk/x', 1, "installed where"),
-            ("/usr", 1, "one that exists"), ("/usr", 1, "takes"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
+            ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'), (r'/opt/li\"\nnk/x', 1, "installed through"),
+            ("/usr", 1, "an existing"), ("/usr", 1, "replaces"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
             ("/opt/setuid", 2, "setuid"), ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
         for warning in warnings:
             self.assertIn("Warning: " + warning, said)

@@ -1,4 +1,4 @@
-"""The commands of the page for vendors, in order, with an /opt that nobody else has."""
+"""Runs the commands of docs/vendor.md in order, with a private /opt."""
 import os
 import shutil
 import subprocess
@@ -9,7 +9,7 @@ from pathlib import Path
 TOP = Path(__file__).resolve().parents[2]
 RECORD = Path("/tmp/.KVX.Content")
 PAGE = TOP / "docs/vendor.md"
-# Between the parts of the page: what the commands left, and an older file that the update replaces.
+# Checks and preparations before the sections of the page.
 AFTER = {
     "## On the target": "mkdir -p /opt/sample; echo old >/opt/sample/greeting",
     "## What an update cannot": "test \"$(cat /opt/sample/greeting)\" = 'Good day.'; test -s public/sample.tar.gz.asc",

@@ -37,7 +37,7 @@ class PresentationTest : public WindowTest<> {
     throw std::runtime_error("no such item");
   }
 
-  // Which of Undo, Cut, Copy, Paste, Delete and Select All can be chosen.
+  // Whether Undo, Cut, Copy, Paste, Delete and Select All are enabled, in this order.
   std::string EnabledEdits() {
     std::string enabled;
     for (const char* const text : {"&Undo", "Cu&t", "&Copy", "&Paste", "&Delete", "Select &All"}) {
@@ -49,7 +49,7 @@ class PresentationTest : public WindowTest<> {
   QLineEdit* mLine = &dynamic_cast<QLineEdit&>(ControlWidget(*mTop, "EditField1"));
 };
 
-// The widget's pixels at the scale.
+// Renders the widget at the scale.
 QImage Rendered(QWidget& widget, double scale) {
   QImage image((QSizeF(widget.size()) * scale).toSize(), QImage::Format_RGB32);
   image.setDevicePixelRatio(scale);
@@ -58,7 +58,7 @@ QImage Rendered(QWidget& widget, double scale) {
   return image;
 }
 
-// Where the text of a label or a button leaves its trace.
+// The bounding rectangle of the text pixels of a label or a button.
 template <class W>
 QRect Ink(W& widget, double scale) {
   const QString text = widget.text();
@@ -76,7 +76,7 @@ QRect Ink(W& widget, double scale) {
 }
 
 template <class W>
-void ExpectWhole(QWidget& window, double scale, const std::string& what) {
+void ExpectUnclipped(QWidget& window, double scale, const std::string& what) {
   for (auto* widget : window.findChildren<W*>()) {
     if (!widget->isVisible() || widget->text().isEmpty()) continue;
     const QRect ink = Ink(*widget, scale);
@@ -100,7 +100,7 @@ TEST_F(PresentationTest, EditItemsAreEnabledWhenTheyApply) {
   Item("&Copy")->trigger();
   EXPECT_EQ(EnabledEdits(), "dtpsl-");
   mLine->setEchoMode(QLineEdit::Password);
-  mLine->setSelection(0, 2);  // Qt reports no change of the mode
+  mLine->setSelection(0, 2);  // Qt does not signal a change of the echo mode
   EXPECT_EQ(EnabledEdits(), "d--sll");
   QTest::keyClick(mLine, Qt::Key_C, Qt::ControlModifier);
   mLine->setEchoMode(QLineEdit::Normal);
@@ -187,8 +187,8 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
         for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
           const auto what = std::to_string(points) + " points, " + std::to_string(stretch) +
                             " %, " + std::to_string(scale) + " times: ";
-          ExpectWhole<QLabel>(*top, scale, what);
-          ExpectWhole<QAbstractButton>(*top, scale, what);
+          ExpectUnclipped<QLabel>(*top, scale, what);
+          ExpectUnclipped<QAbstractButton>(*top, scale, what);
         }
       }
       WPerm()->Close();
@@ -251,7 +251,7 @@ TEST_F(PresentationTest, DialogShowsTheIconOfItsCode) {
     });
     dialog->ShowModalWithin(mWindow);
   }
-  ASSERT_EQ(icons.size(), 5U);  // the last one has none
+  ASSERT_EQ(icons.size(), 5U);  // -1 has no icon
   EXPECT_EQ(icons[0], mTop->windowIcon().pixmap(icons[0].size()).toImage());
   for (std::size_t i = 0; i < icons.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) EXPECT_NE(icons[i], icons[j]) << i << " and " << j;
@@ -272,7 +272,7 @@ TEST_F(PresentationTest, OnlyTheDefaultButtonLooksLikeTheDefault) {
   EXPECT_EQ(beside, looks());
 }
 
-// In a copy of this program, since the pictures lie beside the folder of the executable.
+// Runs in a copy of this executable, because the pictures are next to its folder.
 TEST(Pictures, LoadOnFirstUseAndAreCached) {
   if (!getenv("ZELTO_ALONE")) {
     const StubPrograms folder;
@@ -294,7 +294,7 @@ TEST(Pictures, LoadOnFirstUseAndAreCached) {
   std::filesystem::create_directory(folder / "Resources");
   Write(folder / "Resources/MacBGrayscale48x48.png", "no picture");
   EXPECT_FALSE(get());
-  EXPECT_TRUE(WPerm());  // a whole window all the same
+  EXPECT_TRUE(WPerm());  // the window is complete without pictures
   std::filesystem::remove_all(folder / "Resources");
   std::filesystem::rename(folder / "Pictures", folder / "Resources");
   const auto picture = get();

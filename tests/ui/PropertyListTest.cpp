@@ -37,7 +37,7 @@ bool IsRefused(const std::string& list, const Class& of) {
 }  // namespace
 
 TEST(PropertyLists, HaveTheExpectedSizes) {
-  // The legal notice of the About window is the one text that is free; its bytes come on top.
+  // Only the legal notice of the About window can change. Its size is added.
   const int notice = LenB("© 2026 ZELTO Group. All rights reserved.");
   std::vector<int> sizes;
   AddSizes<class Window1>(sizes);
@@ -64,7 +64,7 @@ TEST(PropertyLists, AreEncodedInTheBinaryFormat) {
 TEST(PropertyLists, MalformedListsAreRefused) {
   const Class& window = Window::ClassTable();
   const std::string list = Bytes(Window1::List());
-  // A cut between two entries leaves a list; every other one does not.
+  // A list that is cut between two entries is valid. Any other cut is not.
   std::size_t whole = 0;
   for (const auto& entry : DecodePropertyList(list, window.Properties())) {
     const std::size_t next = whole + Bytes(EncodePropertyList({entry})).size();

@@ -17,7 +17,7 @@ using namespace zelto;
 
 namespace {
 
-// What `flock` answers before it does what it is asked for, as some file systems do.
+// The errors that `flock` returns before its first success.
 std::deque<int> lockErrors;
 
 }  // namespace
@@ -53,7 +53,7 @@ TEST(FileType, FilterContainsOnlyRegisteredTypes) {
   for (const char* const name : {"a.gz", "tgz", "a.tgz.x", ""}) {
     EXPECT_FALSE(MatchesFilter(name, *type)) << name;
   }
-  EXPECT_EQ(FilterExtensions(*type).size(), 2U);  // conversions do not register it again
+  EXPECT_EQ(FilterExtensions(*type).size(), 2U);  // a second conversion does not register it again
   type->Extensions("tgz;tar.gz");
   EXPECT_FALSE(MatchesFilter("a.tgz", "gzip compressed tar file"));
   EXPECT_TRUE(MatchesFilter("a.tgz", type + String("other")));

@@ -145,7 +145,7 @@ TEST_F(UpdateTest, SecondCloseEndsTheProgramAndTheCommandFinishes) {
   CloseTwiceOnce([&] { return !mStubs.Calls("tar").empty(); });
   InvokeHandler([&] {
     mWindow->pbUpdate()->Raise("Action");
-    ADD_FAILURE() << "the handler goes on";
+    ADD_FAILURE() << "the handler continues";
   });
   EXPECT_FALSE(std::filesystem::exists(mStubs.Path("finished")));
   mStubs.Release();
