@@ -111,8 +111,6 @@ class SpawnSettings {
 
 pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int output,
                        int errors) {
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGCHLD, SIG_DFL);  // if it is ignored, waitpid loses the exit status
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);

@@ -1,6 +1,7 @@
 #include "platform/Application.h"
 
 #include <algorithm>
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <tuple>
@@ -107,6 +108,8 @@ Ref<Application> GetAppObject() { return State().App; }
 
 void RuntimeInit() {
   DisableCoreDumps();
+  std::signal(SIGPIPE, SIG_IGN);  // a command may go before it has read its line
+  std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take exit statuses away
   framework = new Framework;
   StartToolkit();
 }

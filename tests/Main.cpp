@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <stdlib.h>
 
 #include <filesystem>
@@ -15,6 +16,7 @@ int main(int argc, char** argv) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
   }
+  signal(SIGPIPE, SIG_IGN);  // as RuntimeInit does
   testing::InitGoogleTest(&argc, argv);
   const int status = RUN_ALL_TESTS();
   std::filesystem::remove_all(runtime);

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QTest>
+#include <csignal>
 
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
@@ -59,6 +60,7 @@ TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
 
 TEST(Sequence, AcceptedUserSeesTheMainWindowCentred) {
   const StubPrograms programs;
+  std::signal(SIGCHLD, SIG_IGN);  // as a parent may leave it
   RuntimeInit();
   WhenModal([](QWidget& dialog) {
     dynamic_cast<QLineEdit&>(ControlWidget(dialog, "authuser")).setText("zt");

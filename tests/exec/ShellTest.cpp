@@ -112,7 +112,6 @@ TEST_F(ShellTest, DoesNotWaitForAChildThatKeepsTheOutputOpen) {
 TEST_F(ShellTest, PassesOnlyTheDocumentedEnvironment) {
   setenv("TAR_OPTIONS", "--help", 1);
   signal(SIGINT, SIG_IGN);
-  signal(SIGCHLD, SIG_IGN);
   mShell->Execute(
       {"env; read x || echo empty; [ $(ps -o sid= -p $$) = $$ ] && echo apart; "
        "kill -INT $$"});
