@@ -1,9 +1,9 @@
-#include <QApplication>
 #include <QFileDialog>
 
 #include "platform/Application.h"
 #include "platform/Files.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/Toolkit.h"
 
 namespace zelto {
 
@@ -28,7 +28,7 @@ QString NameFilter(const String& filter) {
 }  // namespace
 
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
-  static QString lastFolder;
+  auto& lastFolder = TheToolkit().LastFolder;
   AllowInput();
   QFileDialog dialog(QApplication::activeWindow(), {}, lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
