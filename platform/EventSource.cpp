@@ -9,8 +9,7 @@ namespace zelto {
 namespace {
 
 void Bind(std::vector<Event>& events, const Binding& binding) {
-  const auto event = std::find_if(events.begin(), events.end(),
-                                  [&](const Event& each) { return each.Name == binding.Event; });
+  const auto event = std::ranges::find(events, binding.Event, &Event::Name);
   if (event == events.end()) throw KeyNotFoundException(binding.Event);
   const bool fits = event->Signature.IsNil() || event->Signature == binding.Handler.Signature;
   if (!fits) throw TypeMismatchException(binding.Event);
@@ -52,8 +51,7 @@ Class::Class(Declaration declaration)
 
 bool EventSource::Raise(std::string_view event, const Arguments& arguments) {
   const auto& events = mEvents.empty() ? ClassOf().Events() : mEvents;
-  const auto found = std::find_if(events.begin(), events.end(),
-                                  [&](const Event& each) { return each.Name == event; });
+  const auto found = std::ranges::find(events, event, &Event::Name);
   if (found == events.end()) throw KeyNotFoundException(event);
   if (!found->Handler.Call) return false;
   const auto handler = found->Handler.Call;  // the table may go while the handler runs

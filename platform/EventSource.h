@@ -78,43 +78,30 @@ Ref<EventSource> Me();
 
 namespace detail {
 
-// How a signature names a handler's argument, and how the argument is taken from a raised event.
+// How a signature names a handler's argument, which is a Ref where nothing else is said.
 template <class T>
-struct Parameter;
-
+inline constexpr std::string_view ParameterName = T::Target::TypeName;
 template <>
-struct Parameter<Int32> {
-  static constexpr std::string_view Name = "Int32";
-  static Int32 From(const Argument& argument) { return std::get<Int32>(argument); }
-};
-
+inline constexpr std::string_view ParameterName<Int32> = "Int32";
 template <>
-struct Parameter<bool> {
-  static constexpr std::string_view Name = "Boolean";
-  static bool From(const Argument& argument) { return std::get<bool>(argument); }
-};
-
+inline constexpr std::string_view ParameterName<bool> = "Boolean";
 template <>
-struct Parameter<const RuntimeException*> {
-  static constexpr std::string_view Name = "RuntimeException";
-  static const RuntimeException* From(const Argument& argument) {
-    return std::get<const RuntimeException*>(argument);
-  }
-};
+inline constexpr std::string_view ParameterName<const RuntimeException*> = "RuntimeException";
 
 template <class T>
-struct Parameter<Ref<T>> {
-  static constexpr std::string_view Name = T::TypeName;
-  static Ref<T> From(const Argument& argument) {
-    return RuntimeCheckCast<T>(std::get<Ref<Object>>(argument));
+T ParameterFrom(const Argument& argument) {
+  if constexpr (requires { typename T::Target; }) {
+    return RuntimeCheckCast<typename T::Target>(std::get<Ref<Object>>(argument));
+  } else {
+    return std::get<T>(argument);
   }
-};
+}
 
 // Such as "(  )" or "( Int32, Int32 ) as Boolean".
 template <class R, class... A>
 String Signature() {
   std::string names;
-  ((names.append(names.empty() ? "" : ", ").append(Parameter<A>::Name)), ...);
+  ((names.append(names.empty() ? "" : ", ").append(ParameterName<A>)), ...);
   return "( " + names + " )" + (std::is_void_v<R> ? "" : " as Boolean");
 }
 
@@ -122,10 +109,10 @@ template <class W, class R, class... A, std::size_t... I>
 bool Invoke(W& receiver, R (W::*operation)(A...), const Arguments& arguments,
             std::index_sequence<I...>) {
   if constexpr (std::is_void_v<R>) {
-    (receiver.*operation)(Parameter<std::remove_cvref_t<A>>::From(arguments.at(I))...);
+    (receiver.*operation)(ParameterFrom<std::remove_cvref_t<A>>(arguments.at(I))...);
     return false;
   } else {
-    return (receiver.*operation)(Parameter<std::remove_cvref_t<A>>::From(arguments.at(I))...);
+    return (receiver.*operation)(ParameterFrom<std::remove_cvref_t<A>>(arguments.at(I))...);
   }
 }
 

@@ -32,6 +32,8 @@ class Object {
 template <class T>
 class Ref {
  public:
+  using Target = T;
+
   Ref() = default;
   Ref(std::nullptr_t) {}
   explicit Ref(T* object) : mObject(object) { Lock(); }

@@ -21,8 +21,7 @@ void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> 
 }
 
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key) {
-  const auto found = std::find_if(plugins.Published.begin(), plugins.Published.end(),
-                                  [=](const auto& entry) { return entry.Key == key; });
+  const auto found = std::ranges::find(plugins.Published, key, &PublishedEntrypoint::Key);
   return found == plugins.Published.end() ? nullptr : found->Entry;
 }
 
