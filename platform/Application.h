@@ -18,8 +18,8 @@ class Application : public EventSource {
   void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
   String ShortVersion() const;
 
-  // Runs the event loop for at most the time, or until a command ends. The calling handler counts as
-  // waiting, so user input has no effect. Throws EndException if the application ends.
+  // Runs the event loop for at most the time, or until a command ends. The calling handler counts
+  // as waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
   // `name` is the name of the menu item.
@@ -49,7 +49,8 @@ void RuntimeRun();
 Int32 RuntimeExit();
 
 // Ends the application with the exit status, unless CancelClose of the application or of a window
-// returns True. Always throws EndException. If the application ends, waiting handlers unwind as well.
+// returns True. Always throws EndException. If the application ends, waiting handlers unwind as
+// well.
 [[noreturn]] void Quit(Int32 status);
 // Reports the exception (null if unknown) and ends the application with exit status 1.
 void RuntimeUnhandledException(const RuntimeException* exception);
@@ -71,14 +72,14 @@ class Screen : public Object {
 // Screen 0 is the primary screen. Returns nil for any other index and without a screen.
 Ref<class Screen> Screen(Int32 index);
 
-// Calls the program from the toolkit. Throws nothing: an exception that is no RuntimeException ends the
-// loops, and RuntimeRun rethrows it.
+// Calls the program from the toolkit. Throws nothing: an exception that is no RuntimeException ends
+// the loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
 
 // True while the running handler waits for a command. Input must then be refused.
 bool HandlerWaits();
-// Returns whether to obey a request to close or quit. While a handler waits, beeps at the first request
-// and returns false.
+// Returns whether to obey a request to close or quit. While a handler waits, beeps at the first
+// request and returns false.
 bool AllowClose();
 
 // BeginWaiting marks the running handler as waiting, until it returns or AllowInput is called.

@@ -9,13 +9,13 @@ namespace zelto {
 
 class Window;
 
-// What sits in a window under a name. The window owns it; it knows its window.
+// A named object in a window. The window owns it.
 class Control : public EventSource {
  public:
   static const Class& ClassTable();
 
   virtual void Close();
-  // Gives the control its window, or nil when the window goes.
+  // Sets the owner, or null when the window releases the control.
   virtual void SetWindow(class Window* window);
   virtual void CallOpenEvent();
 
@@ -26,7 +26,7 @@ class Control : public EventSource {
   class Window* mWindow = nullptr;
 };
 
-// An object without a pane that sits in a window's control table.
+// A named object in a window without a pane, such as a timer.
 class PaneChild {
  public:
   virtual ~PaneChild() = default;
@@ -42,18 +42,18 @@ class RectControl : public Control {
   void SetWindow(class Window* window) override;
   void CallOpenEvent() override;
 
-  // What assistive technology calls the control. Of effect before the window opens.
+  // Sets the accessible name. Has no effect after the pane has been created.
   void Label(const String& label) { mLabel = label; }
 
   void SetFocus() { PaneOf().SetFocus(); }
   void Refresh(bool erase);
-  // Files of the registered types can be dropped on the control and arrive through DropObject.
+  // Accepts drops of local files of the registered type. A drop raises DropObject.
   void AcceptFileDrop(const String& type) { PaneOf().AcceptFileDrop(type); }
 
  protected:
   void UpdatePane();
-  // Made on first need, which comes after the property list. Raises NilObjectException when the
-  // window has closed.
+  // Creates the pane on first use, after the property list has been applied. Throws
+  // NilObjectException if the window has closed.
   Pane& PaneOf();
   bool HasPane() const { return bool(mPane); }
 
@@ -64,7 +64,7 @@ class RectControl : public Control {
   std::unique_ptr<Pane> mPane;
 };
 
-// A control whose properties are those of a list, places and sizes in pixels.
+// A control whose properties are a list struct. Geometry is in pixels.
 template <class List>
 class ListControl : public RectControl {
  public:
@@ -93,9 +93,9 @@ class EditField : public ListControl<EditFieldList> {
  public:
   static const Class& ClassTable();
 
-  // As it was written, byte for byte, until the user changes it.
+  // Returns the bytes of the last write until the user changes the text.
   String Text() { return PaneOf().Text(); }
-  // Raises TextChange before it returns, as typing does.
+  // Raises TextChange before it returns, like typing.
   void Text(const String& text);
   void SelectAll() { PaneOf().SelectAll(); }
   void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }
@@ -117,7 +117,7 @@ class PushButton : public ListControl<PushButtonList> {
   static const Class& ClassTable();
 };
 
-// A control of a plug-in: the writers of its own properties are entries of the plug-in.
+// A control of a plug-in. Entry points of the plug-in write its PLUGIN properties.
 class BevelButton : public ListControl<BevelButtonList> {
  public:
   static const Class& ClassTable();
@@ -138,7 +138,7 @@ class Canvas : public ListControl<CanvasList> {
  public:
   static const Class& ClassTable();
 
-  // The picture that the canvas shows; nil shows nothing.
+  // The picture of the canvas. Nil shows nothing.
   const Ref<Picture>& Backdrop() const { return mBackdrop; }
   void Backdrop(const Ref<Picture>& picture);
 
@@ -153,7 +153,7 @@ class Timer : public EventSource {
   virtual void Constructor() {}
 
   void Period(Int32 milliseconds);
-  // 0 is off, 1 fires once after the period, 2 after each period.
+  // 0: off. 1: fires once after the period. 2: fires after each period.
   void Mode(Int32 mode);
   virtual void Fire() {}
 

@@ -12,17 +12,17 @@ namespace zelto {
 using Argument = std::variant<Int32, bool, Ref<Object>, const RuntimeException*>;
 using Arguments = std::vector<Argument>;
 
-// An operation of a class, ready to be called on any object of it.
+// A type-erased member function.
 struct Method {
   String Signature;
-  // The result is False for an operation that has none.
+  // Returns False for a void member function.
   std::function<bool(Object& self, const Arguments&)> Call;
 };
 
 struct Event {
   std::string_view Name;
-  String Signature = {};  // nil: a handler of any signature can be bound
-  Method Handler = {};    // empty: not bound
+  String Signature = {};  // nil accepts a handler of any signature
+  Method Handler = {};    // empty if no handler is bound
 };
 
 struct Binding {
@@ -30,15 +30,15 @@ struct Binding {
   Method Handler;
 };
 
-// What all objects of a class share: the name, the events with the class's own handlers, the
-// properties that a list can set. The base class's events stand first.
+// The metadata of a class: its name, its events with their handlers, and the properties that a list
+// can set. Includes the events of the base class.
 class Class {
  public:
   struct Declaration {
     String Name;
     const Class* Base = nullptr;
     std::vector<Event> Events;
-    std::vector<Property> Properties;  // nil: the base class's
+    std::vector<Property> Properties;  // if empty, those of the base class
     std::vector<Binding> Handlers;
   };
 
@@ -54,31 +54,32 @@ class Class {
   std::vector<Property> mProperties;
 };
 
-// An object with events and with properties that a list can set.
+// An object with events and properties.
 class EventSource : public Object {
  public:
   virtual const Class& ClassOf() const = 0;
 
-  // Calls the event's handler, if it has one. The result is the handler's, or False.
+  // Calls the event's handler and returns its result. Returns False if there is none. Throws
+  // KeyNotFoundException if the class has no such event.
   bool Raise(std::string_view event, const Arguments& arguments = {});
 
  private:
   friend void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
-  std::vector<Event> mEvents;  // the class's until a handler of this object alone is installed
+  std::vector<Event> mEvents;  // empty: the events of the class
 };
 
-// Binds the handler to the event of this one object. Raises KeyNotFoundException when the object
-// has no such event, TypeMismatchException when the event's signature is another.
+// Binds a handler to an event of this object only. Throws KeyNotFoundException if there is no such
+// event and TypeMismatchException if the signatures differ.
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
-// The object whose event the running handler handles; the window's operation that handles it has
-// the window as `this`. Nil outside a handler.
+// The object that raised the event of the running handler. Nil outside a handler. `this` of a
+// handler is the window.
 Ref<EventSource> Me();
 
 namespace detail {
 
-// How a signature names a handler's argument, which is a Ref where nothing else is said.
+// The name of a parameter type in a signature. The primary template handles Ref<T>.
 template <class T>
 inline constexpr std::string_view ParameterName = T::Target::TypeName;
 template <>
@@ -97,7 +98,7 @@ T ParameterFrom(const Argument& argument) {
   }
 }
 
-// Such as "(  )" or "( Int32, Int32 ) as Boolean".
+// For example "(  )" or "( Int32, Int32 ) as Boolean".
 template <class R, class... A>
 String Signature() {
   std::string names;

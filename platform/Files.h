@@ -44,8 +44,8 @@ class DragItem : public Object {
   Ref<class FolderItem> mItem;
 };
 
-// A type of files. Dialogs and drop targets refer to it by name while it is registered. Conversion to a
-// String registers it. Setting a property or destroying it deregisters it.
+// A type of files. Dialogs and drop targets refer to it by name while it is registered. Conversion
+// to a String registers it. Setting a property or destroying it deregisters it.
 class FileType : public Object {
  public:
   ~FileType() override { Deregister(); }

@@ -22,13 +22,13 @@ class MessageDialogButton : public Object {
   String mCaption;
 };
 
-// A type of its own for each of the dialog's buttons.
+// Distinct types for the three buttons.
 class ActionButton : public MessageDialogButton {};
 class CancelButton : public MessageDialogButton {};
 class AlternateActionButton : public MessageDialogButton {};
 
-// A question or a message to the user. A new dialog has "OK" as its default button and a hidden
-// "Cancel", which answers Esc.
+// A question or a message to the user. A new dialog has the default button "OK" and a hidden button
+// "Cancel", which Esc presses.
 class MessageDialog : public Object {
  public:
   void Init() override;
@@ -40,11 +40,11 @@ class MessageDialog : public Object {
   const String& Explanation() const { return mExplanation; }
   void Explanation(const String& explanation) { mExplanation = explanation; }
 
-  // 0 the application's picture, 1 information, 2 warning, 3 error, 4 question, -1 none.
+  // 0: the application's icon, 1: information, 2: warning, 3: error, 4: question, -1: none.
   Int32 Icon() const { return mIcon; }
   void Icon(Int32 icon) { mIcon = icon; }
 
-  // The dialog's own buttons, the same objects for its whole life; the writers change nothing.
+  // The buttons of the dialog, which never change. The writers have no effect.
   Ref<class ActionButton> ActionButton() const { return mActionButton; }
   void ActionButton(const Ref<class ActionButton>&) {}
   Ref<class CancelButton> CancelButton() const { return mCancelButton; }
@@ -52,10 +52,10 @@ class MessageDialog : public Object {
   Ref<class AlternateActionButton> AlternateActionButton() const { return mAlternateActionButton; }
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
-  // Block until a button is pressed and give that button. The keyboard has no effect for the first
-  // half second, so that no key typed ahead answers a dialog that opens by itself. A dialog that is
-  // dismissed otherwise gives the visible button that is for cancelling, else its action button.
-  // Both unwind their caller when the application ends.
+  // Both block until the dialog is closed and return the pressed button. If it is closed otherwise,
+  // they return the visible cancel button, else the action button. Keys have no effect for the
+  // first 500 ms: a key typed ahead must not answer the dialog. They throw EndException if the
+  // application ends.
   Ref<MessageDialogButton> ShowModal();
   Ref<MessageDialogButton> ShowModalWithin(const Ref<Window>& parent);
 

@@ -23,15 +23,15 @@ struct Color {
 
 using PropertyValue = std::variant<Int32, bool, Color, String>;
 
-// A property that a class declares.
+// A declared property of a class.
 struct Property {
   std::string_view Name;
   std::size_t Type = 0;  // the alternative of PropertyValue
-  // Empty for a property without effect on this toolkit.
+  // Empty if the property has no effect on this toolkit.
   std::function<void(EventSource& object, const PropertyValue& value)> Set;
 };
 
-// The property that the object of class C keeps in the member of its list.
+// A property that an object of class C stores in a member of its list struct.
 template <class C, class List, class T>
 Property StoredProperty(std::string_view name, T List::*member) {
   return {name, PropertyValue(T()).index(),
@@ -40,7 +40,7 @@ Property StoredProperty(std::string_view name, T List::*member) {
           }};
 }
 
-// The property that the setter writes; its type is the setter's argument.
+// A property with a setter. Its type is that of the setter's parameter.
 template <class C, class T>
 Property CalledProperty(std::string_view name, void (C::*setter)(T)) {
   using Value = std::remove_cvref_t<T>;
@@ -51,19 +51,19 @@ Property CalledProperty(std::string_view name, void (C::*setter)(T)) {
 }
 
 struct PropertyEntry {
-  std::string_view Key;  // of a static table or a literal
+  std::string_view Key;  // must point to static memory
   PropertyValue Value;
 };
 
-// A list is its entries in a row: the key, a blank, and the value in the form of the key's type.
+// Encodes the entries one after the other: the key, a blank, and the value encoded by its type.
 String EncodePropertyList(const std::vector<PropertyEntry>& entries);
 
-// The entries under their declared names. Raises UnsupportedFormatException at a key that is not
-// declared, a Boolean that is neither 0 nor 1, and a list that ends within an entry.
+// Returns the entries with their declared names. Throws UnsupportedFormatException if a key is not
+// declared, a Boolean is neither 0 nor 1, or the list ends within an entry.
 std::vector<PropertyEntry> DecodePropertyList(const String& list,
                                               const std::vector<Property>& declared);
 
-// Sets the object's properties in the order of the list; a list that is refused sets none.
+// Sets the object's properties in the order of the list. Sets none if the list is malformed.
 void RuntimeMassPropertySetter(EventSource& object, const String& list);
 
 }  // namespace zelto

@@ -5,10 +5,9 @@
 #include "platform/PropertyList.h"
 #include "platform/runtime/Plugins.h"
 
-// The properties of the classes that lists describe: the type, the key, the class's default, and
-// how a list sets it, in the one order in which every list of the class has them. A STORED key
-// becomes the object's own value; CALLED calls the class's operation of the key's name, PLUGIN the
-// plug-in's entry for it; an IDLE one has no effect on this toolkit.
+// The properties of each class: type, key, default and kind, in the order of the encoded list. The
+// object stores a STORED property in its list struct. CALLED calls the member function with the
+// key's name, PLUGIN the plug-in's entry point. IDLE has no effect on this toolkit.
 // clang-format off
 
 #define ZELTO_WINDOW_KEYS(KEY)             \
@@ -182,8 +181,9 @@ inline constexpr Color White{255, 255, 255};
 #key, PropertyValue(type()).index(), {} \
   }
 
-// A struct that is written with designated initialisers and becomes the bytes of a list, and the
-// properties of the class that the list is for. The class's objects keep their values in one.
+// Defines a list struct. It is written with designated initialisers and converts to the bytes of a
+// list. Schema() returns the properties of the class. Each object stores its values in such a
+// struct.
 #define ZELTO_LIST(name, KEYS)                                                  \
   struct name##List {                                                           \
     using Class = name;                                                         \

@@ -6,8 +6,8 @@
 #include "platform/Picture.h"
 #include "platform/PropertyList.h"
 
-// The interface that a toolkit implements. Each object of the model owns its counterpart on the screen.
-// The counterpart refers to its object and raises its events through InvokeHandler.
+// The interface that a toolkit implements. Each object of the model owns its counterpart on the
+// screen. The counterpart refers to its object and raises its events through InvokeHandler.
 namespace zelto {
 
 class BevelButton;
@@ -97,7 +97,8 @@ std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent);
 // Returns nil if the file cannot be read as a picture.
 Ref<Picture> LoadPicture(const String& path);
-// Shows the open dialog for the types and blocks until it is closed. Returns nil if it is cancelled.
+// Shows the open dialog for the types and blocks until it is closed. Returns nil if it is
+// cancelled.
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
 // Asks the desktop to inhibit sleep, logout and shutdown until the result is destroyed. The desktop
 // can show the reason. Does not block and does not fail.

@@ -58,7 +58,8 @@ class Window : public EventSource {
     mMenuHandlers.Add(name, handler);
   }
 
-  // Releases the window and its controls. Returns False and does nothing if CancelClose returns True.
+  // Releases the window and its controls. Returns False and does nothing if CancelClose returns
+  // True.
   bool UnifiedClose(bool quitting);
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
   // Returns False if the item has no handler or the handler returns False.

@@ -7,8 +7,8 @@
 
 namespace zelto {
 
-// The base class of the program's exceptions. Only Application::CallFunctionWithExceptionHandling and
-// Main catch them.
+// The base class of the program's exceptions. Only Application::CallFunctionWithExceptionHandling
+// and Main catch them.
 class RuntimeException {
  public:
   explicit RuntimeException(const char* className, String message = {});
