@@ -42,7 +42,7 @@ void End(Int32 status) {
 bool IsQuitAllowed() {
   if (State().IsQuitting) return true;
   if (State().App && State().App->Raise("CancelClose")) return false;
-  // A copy, since a handler may close a window.
+  // A copy, because a handler can close a window.
   const auto& listed = WindowSupport::Windows();
   const std::vector windows(listed.begin(), listed.end());
   return std::none_of(windows.begin(), windows.end(),
@@ -124,7 +124,7 @@ void RuntimeRun() {
 
 Int32 RuntimeExit() {
   const Int32 status = State().ExitStatus;
-  State() = {};  // windows go before their toolkit
+  State() = {};  // destroys the windows before the toolkit
   EndToolkit();
   ReleasePluginEntrypoints();
   delete std::exchange(framework, nullptr);
@@ -164,7 +164,7 @@ void InvokeHandler(const std::function<void()>& function) {
   }
 }
 
-// Also while the innermost one is a small one that runs inside the other's wait.
+// An inner handler that runs during the wait of an outer one counts as waiting too.
 bool HandlerWaits() {
   for (const auto* frame = State().InnermostFrame; frame; frame = frame->Outer) {
     if (frame->Waits != Waiting::Not) return true;

@@ -6,7 +6,7 @@ namespace zelto {
 
 namespace {
 
-// A plug-in's entry for a property.
+// The entry point of the plug-in that writes a property.
 template <class T, T BevelButtonList::*Property>
 void Write(BevelButton& button, const T& value) {
   button.Set(Property, value);

@@ -16,7 +16,7 @@ void Bind(std::vector<Event>& events, const Binding& binding) {
   event->Handler = binding.Handler;
 }
 
-// The object is `Me` for as long as its handler runs.
+// Sets `Me` while the handler of the object runs.
 class MeScope {
  public:
   explicit MeScope(EventSource& object)
@@ -30,7 +30,7 @@ class MeScope {
   EventSource* mOuter;
 };
 
-// The object whose operation a handler of the other object's events is.
+// The object on which the event handlers of `me` are called: its window, or `me` itself.
 Ref<Object> SelfOf(const Ref<EventSource>& me) {
   if (const auto* control = dynamic_cast<const Control*>(me.Get())) return control->Window();
   if (const auto* child = dynamic_cast<const PaneChild*>(me.Get())) return child->Window();
@@ -54,7 +54,7 @@ bool EventSource::Raise(std::string_view event, const Arguments& arguments) {
   const auto found = std::ranges::find(events, event, &Event::Name);
   if (found == events.end()) throw KeyNotFoundException(event);
   if (!found->Handler.Call) return false;
-  const auto handler = found->Handler.Call;  // the table may go while the handler runs
+  const auto handler = found->Handler.Call;  // a copy, because the handler can destroy the table
   const MeScope scope(*this);
   const Ref<Object> self = SelfOf(Me());
   return handler(*self, arguments);

@@ -83,7 +83,7 @@ String operator+(const String& left, const Ref<FileType>& right) {
   return left + ";" + String(*right);
 }
 
-// A file here has no creator and no type code.
+// Creator and type codes have no meaning on this system.
 void RuntimeRegisterFileType(const String& name, const String&, const String&,
                              const String& extensions) {
   State().FileTypes.push_back({name, extensions});

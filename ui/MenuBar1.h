@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// The application's one menu bar.
+// The menu bar of the application.
 class MenuBar1 : public MenuBar {
  public:
   static const Class& ClassTable();
@@ -13,11 +13,11 @@ class MenuBar1 : public MenuBar {
   virtual void FileMenu();
   virtual void EditMenu();
 
-  // Forgets the shared bar.
+  // Releases the shared menu bar.
   static void Finalize();
 };
 
-// The shared bar, built on first use.
+// The shared menu bar, created on first use.
 Ref<class MenuBar1> MenuBar1();
 
 }  // namespace zelto

@@ -8,7 +8,7 @@ namespace {
 
 using Getter = Ref<Picture> (*)();
 
-// A failure in the mask step leaves the picture loaded.
+// If the mask cannot be loaded, the picture remains without one.
 Ref<Picture> Loaded(Ref<Picture>& pic, const char* fileName, Getter mask = nullptr) {
   if (pic) return pic;
   const auto resources = GetApplicationBundleResources();

@@ -3,7 +3,7 @@
 #include "platform/Files.h"
 #include "platform/Picture.h"
 
-// The pictures of the windows, loaded on first use and kept. Nil while the file cannot be read.
+// The pictures of the windows, loaded on first use and cached. Nil while the file cannot be read.
 namespace zelto {
 
 namespace x_MacBGrayscale48x48 {
@@ -19,7 +19,7 @@ namespace x_CircleB128x128MaskWhiteBack {
 Ref<Picture> CircleB128x128MaskWhiteBack();
 }
 
-// The folder of the picture files: beside the folder of the executable.
+// The folder of the picture files, next to the folder of the executable.
 Ref<FolderItem> GetApplicationBundleResources();
 
 }  // namespace zelto

@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// The window that shows the product's name and version.
+// The About window with the product's name and version.
 class WAbout : public Window {
  public:
   static const Class& ClassTable();

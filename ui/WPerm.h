@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// The dialog that asks for a user name and a password.
+// The Authenticate dialog.
 class WPerm : public Window {
  public:
   static const Class& ClassTable();
@@ -29,10 +29,10 @@ class WPerm : public Window {
   virtual void PushButton2_Action();
   virtual void Event_Open();
 
-  // The next position of the dialog that shakes after a failed attempt.
+  // Moves the dialog to the next position of the shake after a failed attempt.
   void Shake();
 
-  // Drives Shake.
+  // Calls Shake.
   class Timer1 : public Timer, public PaneChild {
    public:
     static const Class& ClassTable();
@@ -51,9 +51,9 @@ class WPerm : public Window {
   };
 
  protected:
-  Int32 Counter = 0;  // failed attempts, or 3 after a good one; from 3 on none can pass
-  Int32 origx = 0;    // where the shaking dialog belongs, in pixels
-  Int32 wiggle = 0;   // its steps so far
+  Int32 Counter = 0;  // failed attempts, or 3 after a success; at 3 no attempt is accepted
+  Int32 origx = 0;    // left position before the shake, in pixels
+  Int32 wiggle = 0;   // steps of the shake so far
 };
 
 Ref<class WPerm> WPerm();

@@ -55,7 +55,7 @@ class Window1 : public Window {
   virtual void Event_Open();
   virtual void Event_Close();
   virtual bool mAbout_Action();
-  // True: go on with the file that EditField1 names.
+  // Checks the file of EditField1. Returns whether to use it.
   virtual bool CheckFile(const String& path);
 
  private:

@@ -2,8 +2,8 @@
 
 namespace zelto {
 
-// From here on assistive technology is notified of each change of a password, but not of the
-// characters, which Qt would report as they are typed.
+// Masks the characters in the change notifications of password fields. By default, Qt reports the
+// typed characters to assistive technology.
 void KeepPasswordsFromAssistiveTechnology();
 
 }  // namespace zelto

@@ -61,7 +61,7 @@ void QuitIfAllowed() {
 
 Toolkit* toolkit = nullptr;
 
-// Serves events until a descriptor is readable or the time, unless it is negative, is over.
+// Runs an event loop until a descriptor is readable or the time is over. No time limit if negative.
 void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
   QEventLoop loop;
   for (const int descriptor : descriptors) {
@@ -110,7 +110,7 @@ QIcon ApplicationIcon() {
 }  // namespace
 
 void StartToolkit() {
-  // Else the toolkit's own dialogs keep what was chosen in the user's home folder.
+  // Otherwise Qt's dialogs store their settings in the user's home folder.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   {
     const StartMessages guard;
@@ -140,8 +140,8 @@ void ServeEvents(Int32 milliseconds) {
 
 void EndLoops() { QCoreApplication::exit(); }
 
-// An exit before the first run of the application's own loop leaves a mark that keeps every other
-// loop from running. Only such a run clears it.
+// After QCoreApplication::exit without a running loop, Qt ends every new loop at once. Only a run
+// of QCoreApplication::exec resets that state.
 void AllowLoops() {
   QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
   QCoreApplication::exec();

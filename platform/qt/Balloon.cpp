@@ -48,7 +48,7 @@ bool Balloon::eventFilter(QObject* object, QEvent* event) {
   return false;
 }
 
-// To the right of the widget, as far as the screen goes.
+// Places the balloon to the right of the widget, within the screen.
 void Balloon::Place() {
   constexpr int gap = 4;  // pixels
   const auto* screen = mAnchor->screen();

@@ -5,8 +5,8 @@
 
 namespace zelto {
 
-// A text beside a widget, on the screen until the next key. Assistive technology reads it as the
-// widget's description.
+// A text next to a widget, shown until the next key press. It is also the widget's accessible
+// description.
 class Balloon : public QLabel {
  public:
   Balloon(QWidget& anchor, const QString& text);

@@ -13,7 +13,7 @@ namespace zelto {
 
 namespace {
 
-// The font in which the button's caption fits within its frame.
+// Returns the font in which the caption fits into the button's frame.
 QFont CaptionFont(const QAbstractButton& button) {
   constexpr QSize frame(8, 2);
   return FittedFont(button.font(), button.text(), button.size() - frame,
@@ -28,7 +28,7 @@ class FittedPushButton : public QPushButton {
   }
 
  protected:
-  // As in the toolkit's dialogs, the button that Return presses looks like the default one.
+  // As in QDialog, the button that Return presses looks like the default button.
   void initStyleOption(QStyleOptionButton* option) const override {
     QPushButton::initStyleOption(option);
     const auto* focused = qobject_cast<QAbstractButton*>(window()->focusWidget());
@@ -60,7 +60,7 @@ class FittedToolButton : public QToolButton {
   }
 };
 
-// What the two kinds of button share. A click leaves the focus in the field that the user is in.
+// The common part of both kinds of button. A click does not move the focus.
 template <class Model, class Button>
 class ButtonPane : public WidgetPane<Model, Button> {
  public:

@@ -61,7 +61,7 @@ class CanvasPane : public WidgetPane<Canvas, CanvasWidget> {
 
   void Update() override {
     WidgetPane::Update();
-    // Without AcceptFocus a canvas takes no focus, also by Tab.
+    // Without AcceptFocus a canvas does not take the focus, not even by Tab.
     const bool takesFocus = Properties().AcceptFocus;
     mWidget->setFocusPolicy(FocusPolicyOf(takesFocus && Properties().TabStop, takesFocus));
     mWidget->Show(mModel.Backdrop() ? MaskedImage(*mModel.Backdrop()) : QImage());

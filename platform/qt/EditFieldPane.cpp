@@ -19,7 +19,7 @@ namespace zelto {
 
 namespace {
 
-// Lets files of some types be dropped on a widget, and keeps all other files off it.
+// Accepts drops of files that match the filter on a widget, and refuses all other files.
 class FileDrops : public QObject {
  public:
   FileDrops(EditField& field, QWidget* widget, String filter)
@@ -41,13 +41,13 @@ class FileDrops : public QObject {
     }
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
-    // Later, so that the other program is not kept waiting for what the handler does.
+    // Deferred, because the source of the drag waits until the event has been handled.
     if (type == QEvent::Drop) QTimer::singleShot(0, this, [=, this] { Deliver(path); });
     return true;
   }
 
  private:
-  // In the bytes of the file system, which need not be UTF-8; nil when it is not a local file.
+  // The path in the bytes of the file system, which can be invalid UTF-8. Nil if it is not local.
   static String FirstFile(const QList<QUrl>& urls) {
     if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return {};
     const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);
@@ -67,8 +67,7 @@ class FileDrops : public QObject {
   String mFilter;
 };
 
-// A widget of the toolkit whose frame shows the focus only if the field is to. It can outlive the
-// field.
+// A Qt widget whose frame shows the focus only if UseFocusRing is set. It can outlive the field.
 template <class Widget>
 class FramedEdit : public Widget {
  public:
@@ -89,7 +88,7 @@ class FramedEdit : public Widget {
 using LineEdit = FramedEdit<QLineEdit>;
 using AreaEdit = FramedEdit<QPlainTextEdit>;
 
-// Takes newlines from the end of what a user pastes or types.
+// Removes trailing newlines of typed and pasted text.
 class NewlineStrip : public QValidator {
  public:
   explicit NewlineStrip(QLineEdit* line) : QValidator(line), mLine(*line) {}
@@ -105,7 +104,7 @@ class NewlineStrip : public QValidator {
   const QLineEdit& mLine;
 };
 
-// Either a line of text or an area of several lines.
+// Either a single-line or a multi-line field.
 class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
  public:
   EditFieldPaneImp(EditField& field, TopLevel& top, LineEdit* line, AreaEdit* area)
@@ -159,7 +158,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     const auto& list = Properties();
     constexpr int frame = 6;
     constexpr int toolkitsLimit = 32'767;  // characters
-    // A line of text as high as the field is, at the most.
+    // The line of text must not be higher than the field.
     mLine->setFont(FittedFont(mLine->font(), "Áy", {list.Width, list.Height - frame}, 0));
     mLine->UseFocusRing(list.UseFocusRing);
     mLine->setFrame(list.Border);
@@ -190,7 +189,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 
   bool IsPassword() const { return mLine && Properties().Password; }
 
-  // Every copy that shares the text's memory, so the line edit's own as well.
+  // Overwrites the shared buffer, and with it the copy in the QLineEdit.
   static void Overwrite(const QString& text) {
     Wipe(const_cast<QChar*>(text.constData()),
          static_cast<std::size_t>(text.size()) * sizeof(QChar));
@@ -202,7 +201,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     mIsWriting = false;
   }
 
-  // The line keeps each letter for an undo that a password does not have, until its text is set.
+  // QLineEdit keeps typed letters for undo, even in a password field. setText clears that history.
   void ForgetHistory() {
     Overwrite(mBefore);
     const int cursor = mLine->cursorPosition();
@@ -210,12 +209,12 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     mLine->setCursorPosition(cursor);
   }
 
-  // The limit of a line is the toolkit's to keep.
+  // QLineEdit enforces the limit itself.
   bool IsTooLong() const {
     return mArea && Properties().LimitText > 0 && ShownText().size() > Properties().LimitText;
   }
 
-  // By the user's hand or by assistive technology.
+  // Handles a change by the user or by assistive technology.
   void Changed() {
     if (mIsWriting) return;
     if (HandlerWaits() || IsTooLong()) return Show(mBefore);
@@ -227,9 +226,9 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
   QPointer<LineEdit> mLine;
   QPointer<AreaEdit> mArea;
   QPointer<Balloon> mBalloon;
-  String mWritten;  // what the program wrote last
-  QString mShown;   // how that is shown
-  QString mBefore;  // what was shown before a change
+  String mWritten;  // the last text that the program wrote
+  QString mShown;   // the displayed form of mWritten
+  QString mBefore;  // the displayed text before a change
   bool mIsWriting = false;
 };
 

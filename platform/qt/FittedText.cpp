@@ -9,7 +9,7 @@ namespace zelto {
 QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags) {
   constexpr int smallest = 7;  // pixels
   const auto fits = [&](const QFont& candidate) {
-    // A text that wraps has the width of the space and only its height to be measured.
+    // Only the height of wrapped text matters.
     const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? space.width() : 0, 0);
     const QSize needed = QFontMetrics(candidate).boundingRect(bounds, textFlags, text).size();
     return needed.width() <= space.width() && needed.height() < space.height();

@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// The font, set smaller if the text needs it to fit into the space, in pixels. A text that does not
-// fit at the smallest readable size gets that size.
+// Returns the font, reduced until the text fits into the space (in pixels) or the smallest readable
+// size is reached.
 QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags);
 
 }  // namespace zelto

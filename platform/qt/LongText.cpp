@@ -11,16 +11,16 @@ namespace zelto {
 
 namespace {
 
-constexpr std::size_t longestLine = 1000;  // bytes; a longer one goes on in the next row
+constexpr std::size_t longestLine = 1000;  // bytes; a longer line continues in the next row
 
-// The byte behind the row that begins at the start.
+// The end of the row that begins at `start`.
 std::size_t EndOfRow(std::string_view text, std::size_t start) {
   const auto line = text.substr(start, longestLine);
   const auto end = line.find('\n');
   if (end != std::string_view::npos) return start + end + 1;
   auto length = line.size();
   if (start + length == text.size()) return text.size();
-  // Not within a character; a text of no characters at all is cut anywhere.
+  // Does not split a character, unless the text is not UTF-8.
   while (length > longestLine - 4 && (text[start + length] & '\xC0') == '\x80') --length;
   return start + length;
 }
@@ -54,7 +54,7 @@ class Rows : public QAbstractListModel {
  private:
   String mText;
   QSize mRowSize;
-  std::vector<std::size_t> mStarts;  // of the rows and behind the last one, in bytes
+  std::vector<std::size_t> mStarts;  // byte offsets of the rows and of the end
 };
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// Shows plain text of any size line by line and lays out no more than what is visible. Lines can be
-// selected and copied. Starts at the end.
+// Shows plain text of any size and lays out only the visible lines. Lines can be selected and
+// copied. The initial position is the end.
 class LongText : public QListView {
  public:
   LongText(const String& text, QWidget* parent);

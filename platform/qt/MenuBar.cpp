@@ -17,7 +17,7 @@ QAction::MenuRole RoleOf(const Ref<MenuItem>& item) {
   return QAction::NoRole;
 }
 
-// "Cmd+" is the toolkit's Ctrl on every system.
+// "Cmd+" is Qt's Ctrl on every system.
 QKeySequence ShortcutOf(const Ref<MenuItem>& item) {
   return {ToDisplayText(item->KeyboardShortcut()).replace("Cmd+", "Ctrl+")};
 }
@@ -37,7 +37,8 @@ void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QOb
   });
 }
 
-// Enables what has something to do now: by the toolkit, by its class or by its handler.
+// Enables the items with an applicable editing command, the Quit item, and the items with a
+// handler.
 void Enable(Window& window, const Ref<MenuItem>& menu) {
   for (const auto& item : menu->Items()) {
     item->Disable();

@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// The widget of the window's menu bar. It outlives the window by a moment; nothing reaches the
-// window from it once `context`, which is the window's, has ended.
+// Creates the widget of the window's menu bar. The widget can outlive the window: it does not
+// access the window after `context` is destroyed.
 QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context);
 
 }  // namespace zelto

@@ -23,10 +23,10 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// A text edit takes several times the text's own memory, so a huge one goes elsewhere.
+// QPlainTextEdit uses several times the memory of the text. Larger texts use LongText.
 constexpr Int32 hugeText = 1'000'000;  // bytes
 
-// A label lays its whole text out at once, so a long one goes where only the visible part is.
+// QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.
 bool IsLong(std::string_view text) {
   constexpr std::size_t widestWord = 60;  // bytes; a label does not break words
   constexpr std::size_t longest = 1500;
@@ -92,7 +92,7 @@ class MessageBoxDialog : public QDialog {
   }
 
  private:
-  // A window can ask for attention only once it is on the screen.
+  // A window can demand attention only after it is shown.
   void Shown() {
     QApplication::alert(this);
     constexpr int hold = 500;  // milliseconds
@@ -150,7 +150,7 @@ class MessageBoxDialog : public QDialog {
     area->setReadOnly(true);
     area->setTabChangesFocus(true);
     area->setPlainText(ToDisplayText(text));
-    area->moveCursor(QTextCursor::End);  // what went wrong stands last
+    area->moveCursor(QTextCursor::End);  // the last line shows the error
     return Sized(area);
   }
 

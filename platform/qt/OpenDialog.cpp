@@ -9,7 +9,7 @@ namespace zelto {
 
 namespace {
 
-// The desktops' own dialogs distinguish between upper and lower case: "*.[tT][gG][zZ]".
+// The patterns of native dialogs are case-sensitive: "*.[tT][gG][zZ]" matches either case.
 QString Pattern(const QString& extension) {
   QString pattern = "*.";
   for (const QChar c : extension) {

@@ -69,7 +69,7 @@ QImage MaskedImage(const Picture& picture) {
 
 Ref<Picture> LoadPicture(const String& path) {
   const QString file = ToDisplayText(path);
-  // By the name's ending, since to look at the content loads the plug-ins of all formats.
+  // The extension selects the format, because detecting it loads the plug-ins of all formats.
   QImageReader reader(file, QFileInfo(file).suffix().toLatin1().toLower());
   reader.setAutoDetectImageFormat(false);
   const QImage image = reader.read();

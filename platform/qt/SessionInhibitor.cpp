@@ -23,15 +23,15 @@ QDBusPendingCall Call(const char* bus, const char* service, const char* path, co
   return QDBusConnection(bus).asyncCall(message);
 }
 
-// An X11 session manager that asks is refused, and the window that shows why is pointed out.
+// Refuses a request of an X11 session manager and raises the window that shows the reason.
 void Refuse(QSessionManager& manager) {
   if (!manager.allowsInteraction()) return;
   if (auto* window = QApplication::activeWindow()) QApplication::alert(window);
   manager.cancel();
 }
 
-// Each bus has a connection of its own: a service releases what it granted once the client's
-// connection is closed, even if the answer is still on its way.
+// Uses private connections: a service releases an inhibition when the client's connection closes,
+// even before the reply has arrived.
 class Inhibitor : public SessionInhibitor {
  public:
   explicit Inhibitor(const QString& reason)
@@ -72,7 +72,7 @@ class Inhibitor : public SessionInhibitor {
          {QString(), logoutAndSuspend, QVariantMap{{"reason", reason}}});
   }
 
-  QDBusPendingCall mLogind;  // its answer holds the descriptor that inhibits
+  QDBusPendingCall mLogind;  // the reply owns the inhibiting descriptor
   QDBusPendingCallWatcher mSessionManager;
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 QStringList messages;
 
-// The first message gives the reason; the fatal one only advises on plug-ins.
+// The first message has the reason. The fatal one only gives advice about plug-ins.
 void Collect(QtMsgType type, const QMessageLogContext&, const QString& message) {
   messages += message.simplified();
   if (type != QtFatalMsg) return;

@@ -2,8 +2,8 @@
 
 namespace zelto {
 
-// While it exists, a failure of the toolkit to open a display ends the process with status 1 and
-// one line on standard error, in place of a core dump. Other messages appear at its end.
+// While it exists, a failure of Qt to open a display ends the process with status 1 and one line on
+// standard error, without a core dump. The destructor prints all other messages.
 class StartMessages {
  public:
   StartMessages();

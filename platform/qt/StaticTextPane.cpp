@@ -10,8 +10,8 @@ namespace zelto {
 
 namespace {
 
-// Shows plain text in the largest size, up to the control's own, that fits. A text that fits in no
-// readable size is shortened and stands whole in the tool tip.
+// Shows plain text in the control's size, or the largest smaller size that fits. If no readable
+// size fits, the text is shortened and the tool tip shows all of it.
 class Label : public QLabel {
  public:
   explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }

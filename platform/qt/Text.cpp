@@ -7,8 +7,8 @@ namespace zelto {
 
 namespace {
 
-// The control sequences of terminals: of parameters and a final letter, of a text that ends in a
-// bell or a string terminator, and short ones.
+// Removes terminal control sequences: CSI, OSC and other strings up to BEL or ST, and two-character
+// escapes.
 void RemoveEscapeSequences(QString& text) {
   if (!text.contains(QChar(0x1B)) && !text.contains(QChar(0x9B))) return;
   static const QRegularExpression sequence(
@@ -34,7 +34,7 @@ QString ToolTip(const QString& text) {
   return "<span style='white-space: pre-wrap'>" + text.toHtmlEscaped() + "</span>";
 }
 
-// Straight into the string's own bytes, since the text may be a password.
+// Encodes into the buffer of the String, because the text can be a password.
 String FromQString(const QString& text) {
   QStringEncoder encoder(QStringEncoder::Utf8);
   std::string bytes(static_cast<std::size_t>(encoder.requiredSpace(text.size())), '\0');

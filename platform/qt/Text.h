@@ -6,11 +6,11 @@
 
 namespace zelto {
 
-// The text as a person sees it: a byte that is not UTF-8 is U+FFFD, a carriage return is a newline,
-// and of all other control characters and escape sequences only tabs are left.
+// Converts a text for display. An invalid byte becomes U+FFFD, a carriage return a newline. Escape
+// sequences and all control characters but tabs and newlines are removed.
 QString ToDisplayText(const String& text);
 
-// The text for a tool tip, which would take some plain texts for rich ones.
+// Converts a plain text for QToolTip, which otherwise can interpret it as rich text.
 QString ToolTip(const QString& text);
 
 String FromQString(const QString& text);

@@ -7,7 +7,7 @@
 
 namespace zelto {
 
-// Keeps input from the windows while a handler waits.
+// Discards input events while a handler waits.
 class InputGuard : public QObject {
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -24,8 +24,8 @@ class EventLoopWaiter : public Waiter {
   std::vector<int> mWakeDescriptors;
 };
 
-// All state of the toolkit. StartToolkit makes it and EndToolkit ends it; exit, which Qt calls when
-// the display goes, leaves it alone.
+// All state of the toolkit. StartToolkit creates it and EndToolkit destroys it. If the display
+// breaks, Qt calls exit, which does not destroy it.
 struct Toolkit {
   int ArgumentCount = 1;
   char Name[21] = "zelto-update-utility";
@@ -33,7 +33,7 @@ struct Toolkit {
   QApplication Application{ArgumentCount, Arguments};
   InputGuard Guard;
   EventLoopWaiter Waiter;
-  QPointer<QWidget> EditedField;  // has the focus, or had it before a menu bar took it
+  QPointer<QWidget> EditedField;  // the last focused widget other than a menu bar
   QString LastFolder;             // of the open dialog
 };
 

@@ -27,7 +27,7 @@ void TopLevel::ShowActivity(bool isActive) {
   delete std::exchange(mActivity, nullptr);
   if (!isActive) return;
   mActivity = new QProgressBar(mContent);
-  mActivity->setRange(0, 0);  // without an end
+  mActivity->setRange(0, 0);  // indeterminate
   mActivity->setTextVisible(false);
   mActivity->setAttribute(Qt::WA_TransparentForMouseEvents);
   mActivity->setGeometry(0, mContent->height() - 8, mContent->width(), 4);
@@ -68,7 +68,7 @@ void TopLevel::Mark(Button& marked, QAbstractButton& button, bool isMarked) {
   if (isMarked || marked == &button) marked = isMarked ? &button : nullptr;
 }
 
-// False: there is no such button to see.
+// Returns false if there is no such visible button.
 bool TopLevel::Press(const Button& button) {
   if (!button || !button->isVisible()) return false;
   button->click();

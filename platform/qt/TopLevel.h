@@ -10,21 +10,21 @@
 
 namespace zelto {
 
-// The widget of a window: a content area for the controls, and a menu bar above it if there is one.
+// The widget of a window: an optional menu bar and, below it, the content area with the controls.
 class TopLevel : public QWidget {
  public:
   explicit TopLevel(Window& window);
 
   QWidget& Content() { return *mContent; }
   void SetMenuBar(QWidget* bar) { mLayout->setMenuBar(bar); }
-  // Gives a control its place in the order of Tab.
+  // Inserts a control into the tab order.
   void AddToTabOrder(QWidget& control, int tabIndex);
-  // Return presses the default button, Esc the one for cancelling.
+  // Return presses the default button, Esc the cancel button.
   void SetDefault(QAbstractButton& button, bool isDefault) { Mark(mDefault, button, isDefault); }
   void SetCancel(QAbstractButton& button, bool isCancel) { Mark(mCancel, button, isCancel); }
-  // Shows that a command runs.
+  // Shows or hides the progress bar.
   void ShowActivity(bool isActive);
-  // The window is gone; the widget goes as soon as it can.
+  // Clears the reference to the window and schedules the deletion of the widget.
   void Detach();
 
  protected:

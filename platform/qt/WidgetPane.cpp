@@ -2,7 +2,7 @@
 
 namespace zelto {
 
-// Black is the desktop's own colour of text, which on a dark desktop is light.
+// Black is the default and means the desktop's text colour, which is light on a dark desktop.
 QPalette PaletteOf(const QWidget& widget, Color text) {
   QPalette palette;
   if (text == Color()) return palette;

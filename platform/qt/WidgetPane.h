@@ -15,7 +15,7 @@ Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus);
 // 0 left, 1 centred, 2 right.
 Qt::Alignment HorizontalAlignment(Int32 code);
 
-// Only what differs from the desktop's own font.
+// Changes only the properties that differ from the desktop's font.
 template <class List>
 QFont FontOf(const List& list) {
   QFont font;
@@ -29,14 +29,14 @@ QFont FontOf(const List& list) {
   return font;
 }
 
-// The part of a pane that is the same for all of them. The widget belongs to its window.
+// The common part of all panes. The window's widget owns the pane's widget.
 template <class Model, class Widget, class Interface = Pane>
 class WidgetPane : public Interface {
  public:
   WidgetPane(Model& model, Widget* widget) : mModel(model), mWidget(widget) {}
   WidgetPane(const WidgetPane&) = delete;
   WidgetPane& operator=(const WidgetPane&) = delete;
-  // Later, since the control may be closed by a handler of its own event.
+  // deleteLater, because a handler of the control's event can close the control.
   ~WidgetPane() override {
     if (!mWidget) return;
     mWidget->disconnect();

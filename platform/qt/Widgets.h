@@ -6,7 +6,7 @@
 
 namespace zelto {
 
-// Keeps the dialog above the parent.
+// Makes the dialog a transient window of the parent.
 void AttachTo(QWidget& dialog, WindowImp& parent);
 
 }  // namespace zelto

@@ -28,7 +28,7 @@ class QtWindowImp : public WindowImp {
   Int32 Top() const override { return mTop->geometry().top() - PrimaryCorner().y(); }
   Int32 Width() const override { return mTop->Content().width(); }
   Int32 Height() const override { return mTop->Content().height(); }
-  // The geometry without the frame, which is not known before the window is shown.
+  // Sets the geometry without the frame, because the frame is unknown before the window is shown.
   void MoveTo(Int32 left, Int32 top) override {
     mTop->setGeometry(QRect(QPoint(left, top) + PrimaryCorner(), mTop->size()));
   }
@@ -96,8 +96,8 @@ class QtWindowImp : public WindowImp {
     return flags;
   }
 
-  // Not at once: the toolkit's bar loads the plug-ins of all picture formats, and the window in
-  // front need not wait for that.
+  // Called by Show, because QMenuBar loads the plug-ins of all picture formats, which would delay
+  // the Authenticate dialog.
   void AddMenuBar() {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
     QWidget* bar = NewMenuBar(mWindow, mMenuBar, mContext);
@@ -107,7 +107,7 @@ class QtWindowImp : public WindowImp {
   }
 
   Window& mWindow;
-  QObject mContext;  // what must not outlive the window is connected through it
+  QObject mContext;  // the context of connections that must not outlive the window
   TopLevel* mTop;
   Ref<MenuBar> mMenuBar;
   int mMenuBarHeight = 0;
@@ -123,7 +123,7 @@ std::unique_ptr<WindowImp> NewWindowImp(Window& window) {
 TopLevel& TopLevelOf(WindowImp& window) { return static_cast<QtWindowImp&>(window).Widget(); }
 
 void AttachTo(QWidget& dialog, WindowImp& parent) {
-  dialog.winId();  // makes the window that can be attached
+  dialog.winId();  // creates the QWindow
   dialog.windowHandle()->setTransientParent(TopLevelOf(parent).windowHandle());
 }
 
