@@ -1,4 +1,4 @@
-"""Throwaway accounts of the system, gone without a trace afterwards."""
+"""Temporary system accounts. Removes all their traces."""
 import contextlib
 import ctypes
 import os
@@ -10,7 +10,7 @@ from pathlib import Path
 
 from .wait import until
 
-# By name or by number, as the version of sudo has it.
+# Entries are named by account name or uid, depending on the version of sudo.
 SUDO_MEMORY = ("/var/lib/sudo/ts", "/var/lib/sudo/lectured", "/run/sudo/ts")
 
 
@@ -46,7 +46,7 @@ class Account:
         return {pid for pid in map(int, filter(str.isdigit, os.listdir("/proc"))) if self._owns(pid)}
 
     def can_open(self, path):
-        """Whether its processes can read that file."""
+        """Returns whether processes of the account can read the file."""
         command = ["runuser", "-u", self.name, "--", "sh", "-c", ': <"$0"', path]
         return subprocess.run(command, capture_output=True).returncode == 0
 
@@ -57,7 +57,7 @@ class Account:
         return subprocess.run(["userdel", "-r", self.name], capture_output=True).returncode == 0
 
     def _owns(self, pid):
-        """Also true of su and sudo, which the account started but which run with root's rights."""
+        """Also true for su and sudo that the account has started, because their real uid is checked too."""
         try:
             status = Path(f"/proc/{pid}/status").read_text()
         except (FileNotFoundError, ProcessLookupError):
@@ -67,7 +67,7 @@ class Account:
 
 
 def _hash(password):
-    """Made in this process: the usual tools cut a long password or show it in their arguments."""
+    """Hashes in this process, because the usual tools truncate a long password or show it in their arguments."""
     library = ctypes.CDLL("libcrypt.so.1")
     library.crypt.restype = library.crypt_gensalt.restype = ctypes.c_char_p
     raw = password if isinstance(password, bytes) else password.encode()

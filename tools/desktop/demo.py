@@ -1,4 +1,4 @@
-"""Installs a sample update by hand, on a virtual desktop: /usr/bin/python3 demo.py PROGRAM PICTURES_DIR (as root)."""
+"""Installs a sample update on a virtual desktop: /usr/bin/python3 demo.py PROGRAM PICTURES_DIR (as root)."""
 import secrets
 import shutil
 import sys
@@ -19,7 +19,7 @@ def main(program, pictures):
 
 
 def demonstrate(program, account, pictures, root="", **session):
-    """root: the folder that the program sees as its root."""
+    """root: the root directory of the program."""
     pictures = Path(pictures)
     pictures.mkdir(parents=True, exist_ok=True)
     unique = "zelto-demo-" + secrets.token_hex(4)

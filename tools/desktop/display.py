@@ -1,4 +1,4 @@
-"""A virtual desktop of its own for any user. Needs root."""
+"""A private virtual desktop for any user. Needs root."""
 import contextlib
 import os
 import pwd
@@ -20,7 +20,7 @@ class Desktop:
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
-        self._prepare = prepare  # what to do to the folder of the program's copy before the start
+        self._prepare = prepare  # called with the folder of the program's copy before the start
 
     def __enter__(self):
         with contextlib.ExitStack() as undo:
@@ -45,12 +45,12 @@ class Desktop:
         until(self._watcher.managed, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
-        """Starts a command as the user. Its output goes to the desktop's log where no stream takes it."""
-        # Root's real home is not for a test to write into.
+        """Starts a command as the user. Output without a given stream goes to the desktop's log."""
+        # A test must not write to root's real home.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
                        "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self._screen,
-                       "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # or the first program starts one that stays
+                       "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # otherwise a program starts a bus that stays
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
             return subprocess.Popen(
@@ -59,18 +59,18 @@ class Desktop:
                 extra_groups=os.getgrouplist(self._user.pw_name, self._user.pw_gid))
 
     def copy_of(self, name):
-        """Where the user finds a program of the folder."""
+        """The path of the copy of a program."""
         return self._folder / "bin" / name
 
     def shown(self):
-        """Titles of all windows that were on the screen so far, if only for a moment."""
+        """Titles of all windows that have been shown so far, however briefly."""
         return self._watcher.shown()
 
     def bells(self):
         return self._watcher.bells()
 
     def asked_for_attention(self):
-        """Titles of the windows that did, in that order."""
+        """Titles of the windows that have demanded attention, in order."""
         return self._watcher.asked_for_attention()
 
     def come_between(self):
@@ -80,16 +80,16 @@ class Desktop:
         return self._watcher.place(title)
 
     def in_front(self):
-        """The title of the window that has the keyboard, as the window manager says."""
+        """The title of the active window, as reported by the window manager."""
         return self.hand("getactivewindow", "getwindowname").removesuffix("\n")
 
     def hand(self, *arguments, text=None):
-        """xdotool on this display, for what the driver, which sees by accessibility, cannot do."""
+        """Runs xdotool on this display, for actions that the accessibility driver does not support."""
         return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
                               input=text, capture_output=True, text=True, timeout=60).stdout
 
     def key_until_gone(self, key):
-        """Presses it again and again as long as the program has a window."""
+        """Presses the key repeatedly until the program has no window."""
         until(lambda: self.hand("key", key) or not self.hand("search", "--class", self._program.name), 30,
               lambda: f"{key} does not end the program")
 
@@ -98,12 +98,12 @@ class Desktop:
         self._server.wait()
 
     def screenshot(self, path, title=None):
-        """A picture of the whole screen, or of the window of that title with its border."""
+        """Saves a picture of the whole screen, or of the window with the title and its border."""
         window = "root" if title is None else str(self._watcher.frame(title))
         subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
 
     def _lay_out(self):
-        """Copies all that the user runs: the originals may lie where only root can look."""
+        """Copies the programs of the user, because the originals can be in a folder of root."""
         self._folder.chmod(0o755)
         shutil.copytree(self._program.parent, self._folder / "bin")
         shutil.copytree(Path(__file__).parent, self._folder / "driver",

@@ -1,5 +1,5 @@
-"""Another program's window from which a file can be dragged: drag_source.py FILE X Y.
-Tells on stdout what happens."""
+"""A window of another program with a file to drag: drag_source.py FILE X Y.
+Prints the events of the drag to stdout."""
 import sys
 from pathlib import Path
 

@@ -1,5 +1,5 @@
-"""Runs inside the virtual desktop as its user: driver.py SOCKET SCALE COMMAND... starts the
-program and answers requests, one JSON line each."""
+"""Runs inside the virtual desktop as its user. driver.py SOCKET SCALE COMMAND... starts the
+program and answers requests, each one line of JSON."""
 import contextlib
 import ctypes
 import json
@@ -23,16 +23,16 @@ PR_SET_CHILD_SUBREAPER = 36
 
 
 class Driver:
-    """Its public methods are the requests. Of several windows with one title the active one is
-    meant, and a balloon is no window. Offsets and extents are those of the program's own layout: they
-    do not change with the scale, and offsets start below a menu bar."""
+    """The public methods are the requests. Of several windows with the same title, the active one is
+    used. A balloon does not count as a window. Offsets and extents are unscaled, and offsets start
+    below a menu bar."""
 
     def __init__(self, scale, command):
-        # Whatever the program leaves behind stays below this process, where the session finds it.
+        # Orphans of the program become children of this process, where the session finds them.
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
-        # A shell makes what it puts in the background deaf to this one, and all that comes of it.
+        # A shell starts background processes with SIGINT ignored, and children inherit that.
         signal.signal(signal.SIGINT, signal.SIG_DFL)
-        # The program answers when its handler is done, and a check of an update takes longer than 800 ms.
+        # The program answers after its handler, and a check takes longer than the default of 800 ms.
         Atspi.set_timeout(LIMIT * 1000, LIMIT * 1000)
         self._scale, self._heard = scale, []
         with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
@@ -40,12 +40,12 @@ class Driver:
                                              stdout=subprocess.DEVNULL, stderr=errors)
 
     def window(self, title, limit=LIMIT):
-        """Waits until the window shows and has the keyboard: only then it is painted, too."""
+        """Waits until the window is active. Only then it has been painted."""
         self._wait(lambda: _has(self._window(title), Atspi.StateType.ACTIVE) or None,
                    f"no window {title!r} in use", limit)
 
     def windows(self):
-        """Titles on the screen, the active window's first."""
+        """Titles of the visible windows, the active window first."""
         if self._program.poll() is not None:
             return []
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
@@ -76,7 +76,7 @@ class Driver:
                                    if node.get_role() in BUTTONS], f"no window {title!r}")
 
     def label_after(self, title, text):
-        """The text of the label that the program made next after the one that begins with this text."""
+        """The text of the label that follows the one that starts with the text."""
         def found():
             labels = [node.get_name() for node in _showing(self._window(title)) if node.get_role() == Atspi.Role.LABEL]
             at, = (number for number, name in enumerate(labels) if name.startswith(text))
@@ -100,7 +100,7 @@ class Driver:
         self._listener.register(event)
 
     def heard(self):
-        """The name of the sender and the text of every event so far."""
+        """Sender and text of every event so far."""
         while GLib.MainContext.default().iteration(False):
             pass
         return self._heard
@@ -113,10 +113,10 @@ class Driver:
         return self._program.returncode
 
     def await_heirs(self, limit=60):
-        """Waits for the program's end, and then for that of all it had started, which is this process's now."""
+        """Waits until the program and all processes that it has started have ended."""
         self.exit_status(limit)
         with contextlib.suppress(ChildProcessError):
-            until(lambda: os.waitpid(-1, os.WNOHANG) and False, limit, lambda: "what it had started still runs")
+            until(lambda: os.waitpid(-1, os.WNOHANG) and False, limit, lambda: "a process of the program still runs")
 
     def kill(self, number):
         self._program.send_signal(number)
@@ -130,7 +130,7 @@ class Driver:
             self._heard.append([event.source.get_name(), str(event.any_data)])
 
     def _wait(self, reading, complaint, limit=LIMIT):
-        """What reading() gives, once that is not None; it may stumble over what has just gone."""
+        """Returns the first result of reading() other than None. Ignores errors of windows that just closed."""
         def tried():
             if self._program.poll() is not None:
                 raise RuntimeError(f"{complaint}; {self._screen()}")
@@ -158,7 +158,7 @@ class Driver:
         return next((w for w in self._windows() if w.get_name() == title), None)
 
     def _control(self, name, roles=None, showing=True):
-        """What the user acts on: a field goes before the label that shares its name."""
+        """Finds a control by name. Prefers a field to a label with the same name."""
         def found():
             nodes = [node for window in self._windows() for node in _walk(window)
                      if node.get_name() == name and node.get_parent().get_role() != Atspi.Role.APPLICATION
@@ -197,7 +197,7 @@ def _extents(node):
 
 
 def _content_origin(window):
-    """Where the program's own layout starts: below a menu bar."""
+    """The origin of the window's content, below a menu bar."""
     left, top = _extents(window)[:2]
     bars = [node for node in _children(window)
             if node.get_role() == Atspi.Role.MENU_BAR and _has(node, Atspi.StateType.SHOWING)]
@@ -213,7 +213,7 @@ def _showing(window):
 
 
 def _texts(window):
-    """Labels and fields; a password is nobody's business."""
+    """Texts of labels and fields, without password fields."""
     return [node.get_name() if node.get_role() == Atspi.Role.LABEL else _text_of(node)
             for node in _showing(window)
             if node.get_role() in (Atspi.Role.LABEL, Atspi.Role.TEXT, Atspi.Role.ENTRY)]

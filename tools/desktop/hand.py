@@ -1,4 +1,4 @@
-"""The user's hand: mouse and keyboard of the display."""
+"""Mouse and keyboard of the display."""
 import os
 import subprocess
 import sys
@@ -16,7 +16,7 @@ def xdotool(*arguments, text=None):
 
 
 def wtype(*arguments, text=None):
-    """The compositor passes no key on before it has seen the new keyboard."""
+    """Runs wtype. Waits first, because the compositor drops keys until it knows the new keyboard."""
     subprocess.run(["wtype", "-s", "500", *map(str, arguments)], input=text, text=True, check=True, timeout=120)
 
 
@@ -41,7 +41,7 @@ def type_text(text):
 
 
 def drag_file(path, x, y):
-    """Drags the file from another program's window onto the point; whether it was taken there."""
+    """Drags the file from another program's window to the point. Returns whether it was accepted."""
     start = _far_corner(x, y)
     source = subprocess.Popen([sys.executable, Path(__file__).with_name("drag_source.py"), path,
                                *map(str, start)], stdout=subprocess.PIPE, bufsize=0)
@@ -67,7 +67,7 @@ def drag_file(path, x, y):
         try:
             until(welcome, 3, lambda: "not welcome")
         except TimeoutError:
-            pass  # a target that refuses the file is an outcome like any other
+            pass  # the target refuses the file
         xdotool("mousemove", x, y, "mouseup", 1)
         until(lambda: said(b"ended"), 10, lambda: "the drag does not end")
         return not said(b"failed")
@@ -83,8 +83,8 @@ def _far_corner(x, y):
 
 
 def _bind_missing(text):
-    """Gives every character without a key a spare key beforehand. Left to xdotool, keys would be
-    rebound between two strokes, and a program reading the key map late would see a wrong character."""
+    """Binds every character without a key to a spare key. xdotool would rebind keys between two
+    strokes, and a program that reads the key map late would get a wrong character."""
     server = display.Display()
     first = server.display.info.min_keycode
     rows = server.get_keyboard_mapping(first, server.display.info.max_keycode - first + 1)

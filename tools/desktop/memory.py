@@ -1,17 +1,17 @@
-"""What a process holds in its memory. Needs root."""
+"""Searches the memory of a process. Needs root."""
 import re
 import resource
 from pathlib import Path
 
 
 def can_look():
-    """Whether this process has CAP_SYS_PTRACE, which opening another's memory takes."""
+    """Returns whether this process has CAP_SYS_PTRACE, which is required to open another's memory."""
     effective, = re.findall(r"^CapEff:\s*(\w+)", Path("/proc/self/status").read_text(), re.M)
     return bool(int(effective, 16) >> 19 & 1)
 
 
 def copies(pid, pattern):
-    """How often the pattern stands in the memory that the process alone can write to."""
+    """Counts the matches of the pattern in the private writable memory of the process."""
     found = 0
     with open(f"/proc/{pid}/mem", "rb", 0) as memory:
         for line in Path(f"/proc/{pid}/maps").read_text().splitlines():
@@ -23,7 +23,7 @@ def copies(pid, pattern):
 
 
 def _runs(memory, start, end):
-    """The readable bytes between two addresses, in one piece but for guard pages, which nobody can read."""
+    """Yields the readable bytes between two addresses, split at unreadable guard pages."""
     run = bytearray()
     while start < end:
         memory.seek(start)

@@ -1,4 +1,4 @@
-"""Takes a picture of every window and dialog, light and dark, at one and two times the size:
+"""Saves a picture of every window and dialog, light and dark, at scales 1 and 2:
 /usr/bin/python3 pictures.py PROGRAM PICTURES_DIR (as root)."""
 import secrets
 import shutil
@@ -73,7 +73,7 @@ def make_files(folder):
 
 
 def desktop_of(settings):
-    """The toolkit itself reads the settings of a desktop of this kind; the program has no part in it."""
+    """The environment with which Qt reads the settings of a KDE desktop."""
     return {} if settings.name == "light" else {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
 
 

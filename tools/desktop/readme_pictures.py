@@ -1,5 +1,5 @@
-"""Takes the pictures of the README and of software catalogues, light and dark:
-/usr/bin/python3 readme_pictures.py PROGRAM PICTURES_DIR (as root). No account may be called "anna"."""
+"""Saves the pictures of the README and of software catalogues, light and dark:
+/usr/bin/python3 readme_pictures.py PROGRAM PICTURES_DIR (as root). Creates the account "anna"."""
 import secrets
 import subprocess
 import sys

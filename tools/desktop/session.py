@@ -1,4 +1,4 @@
-"""A program on a virtual desktop of its own, run as any user and driven. Needs root."""
+"""A program on a private virtual desktop, run as any user and driven by requests. Needs root."""
 import contextlib
 import json
 import os
@@ -12,12 +12,12 @@ from .wait import until
 
 
 class Session(Desktop):
-    """Any request of driver.py's Driver is a method here as well."""
+    """Forwards all other method calls as requests to the Driver of driver.py."""
 
     def __init__(self, user, program, scale=1, path=PATH, environment={}, **desktop):
         super().__init__(user, program, **desktop)
         self._scale, self._path = scale, path
-        self._environment = environment  # of the program, on top of the session's; None takes one away
+        self._environment = environment  # additional variables of the program; None removes a variable
         self._link = self._last_words = None
 
     def __enter__(self):
@@ -29,7 +29,7 @@ class Session(Desktop):
             os.chown(self._errors, self._user.pw_uid, self._user.pw_gid)
             environment = {"PATH": self._path, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                            "QT_SCALE_FACTOR": str(self._scale)} | self._environment
-            # A socket of their own: the session's services share the driver's stdout and write to it.
+            # A socket, because the session's services also write to the driver's stdout.
             meeting = self._runtime / "driver.socket"
             with socket.create_server(str(meeting), family=socket.AF_UNIX) as listener:
                 meeting.chmod(0o777)
@@ -57,12 +57,12 @@ class Session(Desktop):
         return lambda *arguments, **options: self._ask(verb, arguments, options)
 
     def until(self, condition, limit=15):
-        """Waits for a condition of the test's own; a failure tells what was on the screen instead."""
+        """Waits for a condition. A failure reports the texts on the screen."""
         return until(condition, limit, lambda: f"never came true; on the screen: "
                      f"{ {title: self.texts(title) for title in self.windows()} }")
 
     def stderr(self):
-        """What the program complained about; also readable when the session is over."""
+        """The standard error of the program, also after the session has ended."""
         if self._last_words is not None:
             return self._last_words
         return self._errors.read_text(errors="replace")

@@ -1,4 +1,4 @@
-"""Update files made to order."""
+"""Makes update files for tests."""
 import gzip
 import io
 import tarfile
@@ -8,8 +8,8 @@ SPECIAL = {"link": tarfile.SYMTYPE, "device": tarfile.CHRTYPE}
 
 def make_update(path, product="Sample", version="1.0", description="A sample update.",
                 members={}, record=None, control="/tmp/.KVX.Content", level=9):
-    """members: {"/absolute/name": (content, mode)}, or (target, "link"), or ("", "device"); record replaces the three lines; control=None leaves them out;
-    level is that of the compression."""
+    """members: {"/absolute/name": (content, mode)}, or (target, "link"), or ("", "device"). record: replaces the
+    three lines of the control member. control: its name, or None to omit it. level: compression level."""
     if record is None:
         record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
     with open(path, "wb") as raw, gzip.GzipFile("", "wb", level, raw, mtime=0) as packed, \

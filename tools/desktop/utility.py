@@ -1,4 +1,4 @@
-"""The program in its user's words."""
+"""Actions of a user of the program."""
 from .session import Session
 
 AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
@@ -7,7 +7,7 @@ AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
 class Utility(Session):
     def fill(self, field, text):
         self.click(field)
-        # The window manager sees a click first: keys could overtake it.
+        # A click passes through the window manager, so keys could overtake it.
         self.until(lambda: self.state(field)["focused"])
         self.key("ctrl+a")
         self.type(text) if text else self.key("BackSpace")
@@ -49,7 +49,7 @@ class Utility(Session):
         self.start()
 
     def dialog(self, *buttons):
-        """The texts of the dialog with just these buttons; it bears the main window's title."""
+        """Waits for the dialog with exactly these buttons and returns its texts. It has the main window's title."""
         self.until(lambda: sorted(self.buttons(MAIN)) == sorted(buttons))
         return self.texts(MAIN)
 
@@ -57,7 +57,7 @@ class Utility(Session):
         return self.dialog("Quit", "Install Another")
 
     def answer_by_keyboard(self, button, default):
-        """A new dialog ignores the keyboard: first the focus has to leave its default button."""
+        """Presses the button with keys. Waits first, because a new dialog ignores the keyboard."""
         self.until(lambda: self.key("Tab") or not self.state(default)["focused"])
         self.until(lambda: self.state(button)["focused"] or self.key("Tab"))
         self.key("Return")

@@ -2,7 +2,7 @@ import time
 
 
 def until(condition, limit, complaint):
-    """The first true value of condition(); complaint() words the failure once the limit (seconds) is over."""
+    """Returns the first true value of condition(). After limit seconds, raises TimeoutError(complaint())."""
     end = time.monotonic() + limit
     while True:
         value = condition()

@@ -1,4 +1,4 @@
-"""What happened on a display, seen by the X server itself and therefore free of races."""
+"""Records the events of a display in the X server, which avoids races."""
 import contextlib
 import struct
 import threading
@@ -18,8 +18,8 @@ NOTHING = {"core_requests": (0, 0), "core_replies": (0, 0), "ext_requests": (0, 
 
 
 class Watcher:
-    """Remembers the title of every window that any program asked to be shown, however briefly, and
-    of those that asked for attention, and counts the bells."""
+    """Records the titles of all windows that were shown, however briefly, and of those that demanded
+    attention, and counts the bells."""
 
     def __init__(self, name):
         self._control = display.Display(name)
@@ -41,7 +41,7 @@ class Watcher:
             raise TimeoutError("the display does not let itself be watched")
 
     def shown(self):
-        """Titles of all windows shown so far, in the order of their first showing."""
+        """Titles of all windows shown so far, in order."""
         self._catch_up()
         return list(self._shown)
 
@@ -54,28 +54,28 @@ class Watcher:
         return list(self._calls)
 
     def managed(self):
-        """True once a window manager answers: one that just starts may overlook a new window."""
+        """True if the window manager answers. One that is still starting can miss a new window."""
         question = event.ClientMessage(window=self._marker, data=(32, [0] * 5),
                                        client_type=self._control.intern_atom("_NET_REQUEST_FRAME_EXTENTS"))
         self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         return self._property(self._marker, "_NET_FRAME_EXTENTS")
 
     def frame(self, title):
-        """The border and title bar around the window of that title."""
+        """The id of the frame window around the window with the title."""
         window = self._client(title)
         while (parent := window.query_tree().parent) != self._root:
             window = parent
         return window.id
 
     def place(self, title):
-        """Left, top, width and height of the window of that title, without its border."""
+        """Left, top, width and height of the window with the title, without its border."""
         window = self._client(title)
         size = window.get_geometry()
         corner = self._root.translate_coords(window, 0, 0)
         return corner.x, corner.y, size.width, size.height
 
     def come_between(self):
-        """Shows a window as another program would, which takes the keyboard."""
+        """Shows a window of another program that takes the focus."""
         window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
         window.map()
         until(lambda: window.get_attributes().map_state == X.IsViewable, 10, lambda: "the window does not show")
@@ -83,7 +83,7 @@ class Watcher:
         self._control.sync()
 
     def close(self):
-        with contextlib.suppress(error.ConnectionClosedError):  # the display may have ended before
+        with contextlib.suppress(error.ConnectionClosedError):  # the display can have ended before
             self._control.record_disable_context(self._context)
             self._control.flush()
         self._thread.join(10)
@@ -92,7 +92,7 @@ class Watcher:
                 connection.close()
 
     def _catch_up(self):
-        """The record arrives late: waits until a change made now has come in."""
+        """Waits until the record, which arrives late, contains a change made now."""
         self._marks += 1
         mark = f"mark {self._marks}"
         self._marker.set_wm_name(mark)
@@ -101,7 +101,7 @@ class Watcher:
               lambda: "the display's record has stopped")
 
     def _client(self, title):
-        """The topmost of several."""
+        """The topmost window with the title."""
         for number in reversed(self._property(self._root, "_NET_CLIENT_LIST_STACKING")):
             window = self._control.create_resource_object("window", number)
             if bytes(self._property(window, "_NET_WM_NAME")).decode() == title:
@@ -128,7 +128,7 @@ class Watcher:
                 self._bells += 1
             else:
                 self._window_request(opcode, data)
-            if not words:  # an oversized request (a large icon): it comes alone
+            if not words:  # an oversized request, such as a large icon, arrives alone
                 return
             data = data[4 * words:]
 

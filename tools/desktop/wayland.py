@@ -1,4 +1,4 @@
-"""The program on a Wayland desktop without a screen, used by keyboard. Needs root."""
+"""The program on a headless Wayland desktop, driven by keyboard. Needs root."""
 import shutil
 import subprocess
 
@@ -13,13 +13,13 @@ for_window [app_id=".*"] floating enable
 
 
 def missing():
-    """The programs that are not there, of those that it takes."""
+    """The required programs that are not installed."""
     return [name for name in ("sway", "wtype") if not shutil.which(name, path=PATH)]
 
 
 class WaylandUtility(Utility):
     def __init__(self, user, program, scale=1, **session):
-        # The compositor scales, not the toolkit.
+        # The compositor scales, not Qt.
         super().__init__(user, program, **session)
         self._compositor_scale = scale
 
@@ -33,10 +33,10 @@ class WaylandUtility(Utility):
         socket = until(lambda: next(self._runtime.glob("wayland-?"), None), 10,
                        lambda: "the compositor does not start: " + (self._folder / "desktop.log").read_text())
         self._screen["WAYLAND_DISPLAY"] = socket.name
-        # A keyboard that stays: with the last one gone, no window has the keyboard.
+        # A permanent keyboard: without one, no window has the focus.
         undo.callback(end, self.launch(["wtype", "-s", "86400000"]))
 
     def screenshot(self, path, title=None):
-        """A picture of the whole screen."""
+        """Saves a picture of the whole screen."""
         environment = {"PATH": PATH, "XDG_RUNTIME_DIR": str(self._runtime), **self._screen}
         subprocess.run(["grim", path], env=environment, check=True, timeout=60)
