@@ -1,5 +1,5 @@
-// The smallest program of the toolkit with two fields and a button: what the Authenticate dialog
-// costs at the least.
+// The smallest Qt program with two fields and a button: the minimal cost of the Authenticate
+// dialog.
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>

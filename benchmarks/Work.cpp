@@ -1,5 +1,5 @@
-// The utility with a clock inside. Answers each line on its standard input with one of JSON; times
-// are in milliseconds.
+// The utility with a clock. Answers each line of standard input with one line of JSON. Times are in
+// milliseconds.
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -41,13 +41,13 @@ double Now() {
   return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
-// Knows when the last child ended, also while the program has not noticed.
+// Records when the last child ended, even before the program detects it.
 class ChildWatch {
  public:
   double LastEnd() const { return mLastEnd; }
 
  private:
-  // One command runs at a time. A short one may be over before it is seen.
+  // One command runs at a time. A short one can end before it is seen.
   void Watch(const std::stop_token& stop) {
     for (pid_t seen = 0; !stop.stop_requested(); usleep(2000)) {
       const std::string tasks = "/proc/self/task/" + std::to_string(getpid()) + "/children";
@@ -78,7 +78,7 @@ bool IsMain(const QWidget& window) {
 
 bool IsAuthenticate(const QWidget& window) { return window.windowTitle() == authenticateTitle; }
 
-// Calls back once such a window has been drawn and the display has seen all of it.
+// Calls back after a matching window has been painted and the display has processed all requests.
 class Drawn : public QObject {
  public:
   Drawn() { qApp->installEventFilter(this); }
@@ -90,7 +90,7 @@ class Drawn : public QObject {
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override {
-    auto* widget = qobject_cast<QWidget*>(object);  // the system's windows are drawn too
+    auto* widget = qobject_cast<QWidget*>(object);  // QWindows receive paint events too
     if (event->type() != QEvent::Paint || !widget || !mThen) return false;
     auto* window = widget->window();
     if (!mIsIt(*window)) return false;
@@ -106,7 +106,7 @@ class Drawn : public QObject {
   std::function<void(QWidget&)> mThen;
 };
 
-// The longest time in which the event loop served nothing.
+// The longest interval without an event of the event loop.
 class Gaps {
  public:
   Gaps() {
@@ -149,7 +149,7 @@ QWidget& Find(bool (*isIt)(const QWidget&)) {
   throw std::runtime_error("no such window");
 }
 
-// As one script, so that the lines cost one interpreter.
+// One script, so that all command lines use one interpreter.
 void RunLines(const std::vector<CommandLine>& lines) {
   String script;
   for (const auto& line : lines) script = script + line.Text + "\n";

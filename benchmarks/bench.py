@@ -1,5 +1,5 @@
-"""Measures the utility against what its commands and its toolkit cost at the least:
-bench.py BUILD_DIR [--check] (as root). Prints a table and leaves results.json in the folder."""
+"""Compares the utility with the minimal cost of its commands and of Qt: bench.py BUILD_DIR [--check] (as root).
+Prints a table and writes results.json to the folder."""
 import contextlib
 import json
 import os
@@ -28,14 +28,14 @@ class Table:
         self.rows = []
 
     def add(self, work, unit, values, target):
-        """The values of all rounds of one row."""
+        """Adds a row from the values of all rounds."""
         low, middle, high = statistics.quantiles(values, n=4) if len(values) > 1 else [values[0]] * 3
         self.rows.append({"work": work, "unit": unit, "median": round(middle, 4), "spread": round((high - low) / 2, 4),
                           "target": target, "rounds": len(values)})
         print(self.line(self.rows[-1]), flush=True)
 
     def ratio(self, work, target, ours, theirs):
-        """Takes turns, the order too, so that what the machine does meanwhile falls on both."""
+        """Alternates both measurements and their order, so that other load affects both."""
         pairs = []
         for turn in range(ROUNDS):
             if turn % 2:
@@ -55,7 +55,7 @@ class Table:
 
 
 class Clockwork:
-    """The utility with the clock inside, past or before its authentication."""
+    """The utility with a clock, before or after authentication."""
 
     def __init__(self, desktop, account):
         self._program = desktop.launch([desktop.copy_of("bench-work")], stdin=subprocess.PIPE,
@@ -91,12 +91,12 @@ class Clockwork:
 
 
 class Updates:
-    """Update files, and the folder that they install to, on a disk in memory."""
+    """Update files and their target folder in a memory file system."""
 
     def __init__(self, folder):
         self.folder = folder
         self.target = folder / "target"
-        block = os.urandom(1 << 20)  # longer than what gzip looks back on: it does not shrink
+        block = os.urandom(1 << 20)  # larger than the window of gzip, so it does not shrink
         self.small = self._make("small", {f"{self.target}/{name}": (name.encode() * 100, 0o644) for name in "abcde"})
         self.large = self._make("large", {f"{self.target}/{name}": (block * 100, 0o644) for name in "abcd"})
         self.many = self._make("many", self.members(30_000, b"A file of an update.\n" * 20))
@@ -114,7 +114,7 @@ class Updates:
         shutil.rmtree(self.target, ignore_errors=True)
 
     def package(self):
-        """The files of the update of many as a package."""
+        """A Debian package with the files of the update of many files."""
         tree = self.folder / "tree"
         (tree / "DEBIAN").mkdir(parents=True)
         (tree / "DEBIAN/control").write_text(
@@ -138,7 +138,7 @@ def measure_start(table, desktop):
     stopwatch = Stopwatch(desktop)
     results = {"bench-smallest": [], "zelto-update-utility": []}
     for name in results:
-        stopwatch.time(name)  # from the disk
+        stopwatch.time(name)  # loads the program from the disk into the cache
     for turn in range(4 * ROUNDS + 1):
         for name in sorted(results, reverse=turn % 2):
             results[name].append(stopwatch.time(name))
@@ -153,7 +153,7 @@ def measure_start(table, desktop):
 def measure_authentication(table, desktop, account):
     def timed(request):
         with Clockwork(desktop, account) as clockwork:
-            time.sleep(0.5)  # nobody types a password faster
+            time.sleep(0.5)  # the minimal time to type a password
             return clockwork.ask(request)["ms"]
     table.ratio("right password to main window / two commands in sh", 1.15,
                 lambda: timed("authenticate"), lambda: timed("authenticate lines"))
@@ -201,7 +201,7 @@ def measure_liveliness(table, clockwork, updates):
 
 def measure_idleness(table, desktop, clockwork):
     def wake_ups():
-        """System calls within a tenth of a second are one."""
+        """System calls within 0.1 seconds count as one."""
         time.sleep(2)
         with tempfile.NamedTemporaryFile() as calls:
             with contextlib.suppress(subprocess.TimeoutExpired):
@@ -236,7 +236,7 @@ def measure_millions(table, desktop, account, updates, smallest):
 
 
 def main(build, *options):
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # also then nothing is left behind
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # runs the clean-up
     build = Path(build)
     table = Table()
     print("| work | median | spread | target | unit | rounds |\n|---|---|---|---|---|---|")

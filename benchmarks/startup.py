@@ -1,4 +1,4 @@
-"""From the start of a program to the moment at which its first window takes keys."""
+"""Measures the start of a program until its first window accepts keys."""
 import time
 
 from Xlib import X, display
@@ -12,12 +12,12 @@ class Stopwatch:
         self._desktop = desktop
         self._display = display.Display(desktop.display)
         self._root = self._display.screen().root
-        # The answer to a ping goes to the root window, for whom this mask asks.
+        # The reply to a ping is sent to the root window with this mask.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
         self._display.sync()
 
     def time(self, name):
-        """Milliseconds until the window is active and the program answers, and its peak resident memory in KiB then."""
+        """Returns the milliseconds until the window is active and answers, and the peak memory in KiB."""
         start = time.perf_counter()
         program = self._desktop.launch([self._desktop.copy_of(name)])
         try:
@@ -39,7 +39,7 @@ class Stopwatch:
         return found.value if found else ()
 
     def _ping(self, number):
-        """Answered by the program's event loop, behind all that came before, such as the first drawing."""
+        """The event loop answers a ping after all earlier events, including the first paint."""
         protocols, ping = map(self._display.intern_atom, ("WM_PROTOCOLS", "_NET_WM_PING"))
         window = self._display.create_resource_object("window", number)
         window.send_event(event.ClientMessage(window=window, client_type=protocols,

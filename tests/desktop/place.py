@@ -1,4 +1,4 @@
-"""What the tests have in common."""
+"""The common base of the desktop tests."""
 import contextlib
 import os
 import secrets
@@ -12,14 +12,14 @@ from desktop.updates import make_update
 from desktop.utility import Utility
 
 PROGRAM = os.environ["ZELTO_PROGRAM"]
-LONG = "ZELTO_LONG" in os.environ  # minutes in place of seconds
+LONG = "ZELTO_LONG" in os.environ  # minutes instead of seconds
 
 
 class DesktopTest(unittest.TestCase):
     def setUp(self):
         if os.getuid() != 0:
-            self.skipTest("only root can make accounts and take their part")
-        # Only hexadecimal digits: a "gz" on the way would start a check while the path is typed.
+            self.skipTest("only root can create accounts and run programs as them")
+        # Hexadecimal digits, because a "gz" within the path would start a check while it is typed.
         self.folder = Path(tempfile.gettempdir(), "zelto-desktop-" + secrets.token_hex(4))
         self.folder.mkdir()
         self.addCleanup(shutil.rmtree, self.folder)
@@ -34,18 +34,18 @@ class DesktopTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def running(self, account):
-        """As authenticated, for a part of a test."""
+        """Like authenticated, for a part of a test."""
         with Utility(account.name, PROGRAM) as utility:
             utility.authenticate(account.name, account.password)
             yield utility
 
     def update(self, name, *texts, **contents):
-        """The path of a new update in the test's own folder."""
+        """Makes an update in the folder of the test. Returns its path."""
         make_update(self.folder / name, *texts, **contents)
         return str(self.folder / name)
 
     def script(self, name, body):
-        """The path of a program that every account can start."""
+        """Writes a program that every account can start. Returns its path."""
         path = self.folder / name
         path.write_text(f"#!/bin/sh\n{body}\n")
         path.chmod(0o755)
@@ -62,7 +62,7 @@ class DesktopTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def tally(self, guarantee):
-        """Gives case(is_kept, what), counts the cases, prints them as a row, and fails with the first few."""
+        """Yields case(is_kept, what). Counts the cases, prints a row, and reports the first failures."""
         kept = []
         try:
             yield lambda is_kept, what: kept.append((bool(is_kept), what))

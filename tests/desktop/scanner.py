@@ -1,5 +1,5 @@
-"""Looks through all younger processes, as any user may, until the input ends. The first line of the
-input is what to look for; tells, without that, which held it in their words or environment."""
+"""Searches the arguments and environments of all newer processes until the input ends. The first line of
+the input is the text to find. Prints the matches with the text masked."""
 import contextlib
 import os
 import select
@@ -8,11 +8,11 @@ import sys
 needle = sys.stdin.buffer.readline().rstrip(b"\n")
 older, found = set(os.listdir("/proc")), set()
 print("looking", flush=True)
-while not select.select([sys.stdin], [], [], 0)[0]:  # no pause: some processes are gone in a moment
+while not select.select([sys.stdin], [], [], 0)[0]:  # no pause: some processes are short-lived
     for pid in set(os.listdir("/proc")) - older:
         for what in "cmdline", "environ":
             with contextlib.suppress(OSError), open(f"/proc/{pid}/{what}", "rb", 0) as file:
-                # In one piece: between two reads the process may begin to run another program.
+                # A single read, because the process can execute another program between two reads.
                 if needle in (text := file.read(1 << 20)):
                     words = text.replace(needle, b"***").replace(b"\0", b" ").decode(errors="replace")
                     found.add(f"{what}: {words!r}")

@@ -50,7 +50,7 @@ class Refusals(DesktopTest):
         for bells in 1, 2, 3:
             utility.try_pair(account.name, secrets.token_hex(8))
             utility.until(lambda: utility.bells() == bells)
-        # `su` starts it for the right password alone.
+        # `su` starts the shell only for the valid password.
         account.use_shell(self.script("shell", f'touch {reached}; exec /bin/bash "$@"'))
         utility.try_pair(account.name, account.password)
         utility.until(reached.exists)

@@ -47,7 +47,7 @@ class Memory(DesktopTest):
                 with self.running(self.account(password)) as utility:
                     def count(when):
                         plain = [re.escape(password.encode(code)) for code in ("utf-8", "utf-16-le")]
-                        # As a field's undo history has it: a record for each letter, the first ones soon reused.
+                        # The undo history of a field has one record per letter. The first ones are soon reused.
                         letters = b".{15}".join(re.escape(letter.encode()) for letter in password[6:])
                         found = [copies(utility.pid(), pattern) for pattern in (*plain, letters)]
                         case(found == [1, 0, 0], f"{len(password)} characters, {when}: {found}")
@@ -63,7 +63,7 @@ class Memory(DesktopTest):
 class Secret(DesktopTest):
     def test_core_process_clipboard_and_assistive_technology_do_not_get_it(self):
         account, field = self.account(), "Password or Phrase:"
-        home = Path("~" + account.name).expanduser()  # where the program runs and would leave a core
+        home = Path("~" + account.name).expanduser()  # the working directory, where a core file would be
         self.addCleanup(resource.setrlimit, resource.RLIMIT_CORE, resource.getrlimit(resource.RLIMIT_CORE))
         resource.setrlimit(resource.RLIMIT_CORE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
         with self.tally("no core, other process, clipboard or assistive technology gets the password") as case:

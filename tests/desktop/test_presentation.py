@@ -57,7 +57,7 @@ class Bare(DesktopTest):
                 utility.until(lambda: utility.in_front() == title)
                 utility.hand("type", "--file", "-", text=text)
                 utility.hand("key", "Return")
-            # Return presses Update and then Quit; while something runs it does nothing.
+            # Return presses Update and then Quit. It has no effect while a command runs.
             utility.key_until_gone("Return")
             self.assertEqual((utility.exit_status(), utility.stderr()), (0, ""))
             self.assert_installed(members)

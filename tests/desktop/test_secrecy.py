@@ -17,7 +17,7 @@ class Secrecy(DesktopTest):
         self.assertEqual(scanner.stdout.readline(), "looking\n")
         for _ in range(20 if LONG else 1):
             with self.running(account) as utility:
-                for _ in range(9 if LONG else 5):  # some processes live too briefly to be met every time
+                for _ in range(9 if LONG else 5):  # some processes are too short-lived to be seen every time
                     utility.install(path)
                     utility.outcome()
                     utility.answer("Install Another")

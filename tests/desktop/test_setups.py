@@ -36,7 +36,7 @@ class SetUps(DesktopTest):
 
     @contextlib.contextmanager
     def pam(self, account, line):
-        """The line comes first in what PAM does when this account uses `sudo`."""
+        """Puts the line first in the PAM configuration of `sudo` for this account."""
         service = Path("/etc/pam.d", account.name)
         service.write_text(line + "\n" + Path("/etc/pam.d/sudo").read_text())
         try:
@@ -89,7 +89,7 @@ class SetUps(DesktopTest):
         for setting, reason in reasons.items():
             account = self.account()
             if setting == "requiretty" and "sudo-rs" in run(["sudo", "--version"]):
-                continue  # which does not have this setting
+                continue  # sudo-rs does not support this setting
             with self.subTest(setting), self.defaults(account, setting), Utility(account.name, PROGRAM) as utility:
                 utility.window(AUTHENTICATE)
                 utility.listen("object:property-change:accessible-description")

@@ -54,7 +54,7 @@ class Install(DesktopTest):
         self.assertEqual(utility.exit_status(), 0)
         until(lambda: account.processes() <= idle, 10, lambda: "something is left running")
         self.assertEqual(os.listdir(markers), [], "a part of the path was run")
-        # The window manager and sudo do keep something.
+        # The window manager and sudo create files.
         others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])

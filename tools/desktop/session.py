@@ -88,7 +88,7 @@ class Session(Desktop):
         for pid in _descendants(driver.pid):
             with contextlib.suppress(ProcessLookupError):
                 family.append(os.pidfd_open(pid))
-        if self._link:  # the driver leaves by itself, and then its bus tidies up
+        if self._link:  # the driver ends itself, and then its bus cleans up
             with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
                 self._link.close()
                 driver.wait(5)
