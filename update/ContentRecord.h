@@ -13,8 +13,8 @@ struct ContentRecord {
   String Description;
 };
 
-// The size of the extracted record in bytes. Empty unless it is a regular file with one link and at
-// most 64 KiB: an update can also contain a link at this path, and the check reads it as root.
+// The size of the extracted record in bytes. Empty if the entry is not a regular file, has several
+// links or is larger than 64 KiB. A link could expose any file, because root reads the record.
 std::optional<std::size_t> ContentRecordSize();
 
 // Reads the record from the output of a check: line 0 is the path of the extracted member, lines 1
