@@ -135,7 +135,7 @@ void Shell::ReleaseProcess() {
   close(std::exchange(mEnd, -1));
 }
 
-// Reserves one buffer, because the text may be large.
+// Reserves one buffer, because the text can be large.
 String Shell::Gathered() const {
   std::string text;
   if (mOutput.IsOpen() && mErrors.IsOpen()) {

@@ -32,7 +32,7 @@ def command(root):
 
 
 def let_into_the_root(folder):
-    """The account starts the program and may not call chroot itself."""
+    """Gives the copy of chroot its capability, because the account runs it without root."""
     run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
 
 

@@ -108,7 +108,7 @@ Ref<Application> GetAppObject() { return State().App; }
 
 void RuntimeInit() {
   DisableCoreDumps();
-  std::signal(SIGPIPE, SIG_IGN);  // a command may go before it has read its line
+  std::signal(SIGPIPE, SIG_IGN);  // a command can end before it has read its command line
   std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take exit statuses away
   framework = new Framework;
   StartToolkit();

@@ -64,7 +64,7 @@ class RectControl : public Control {
   std::unique_ptr<Pane> mPane;
 };
 
-// A control whose properties are a list struct. Geometry is in pixels.
+// A control that stores its properties in a list struct. Geometry is in pixels.
 template <class List>
 class ListControl : public RectControl {
  public:

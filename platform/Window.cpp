@@ -100,7 +100,7 @@ void Window::ShowModalWithin(const Ref<Window>& parent) {
 }
 
 void Window::Close() {
-  const Ref<Window> self(this);  // the lists may hold the last reference
+  const Ref<Window> self(this);  // the lists can have the last reference
   if (mIsClosed || !UnifiedClose(false)) return;
   mImp->Close();
   Raise("Close");

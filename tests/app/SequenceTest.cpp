@@ -60,7 +60,7 @@ TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
 
 TEST(Sequence, AcceptedUserSeesTheMainWindowCentred) {
   const StubPrograms programs;
-  std::signal(SIGCHLD, SIG_IGN);  // as a parent may leave it
+  std::signal(SIGCHLD, SIG_IGN);  // inherited from a parent process
   RuntimeInit();
   WhenModal([](QWidget& dialog) {
     dynamic_cast<QLineEdit&>(ControlWidget(dialog, "authuser")).setText("zt");

@@ -33,7 +33,7 @@ class Attention(DesktopTest):
         path = self.update("a.gz", members=self.members(**{str(number): (b"", 0o644) for number in range(20_000)}))
         utility = self.authenticated(self.account())
         utility.listen("object:property-change:accessible-name")
-        for between, asking in (lambda: None, []), (utility.come_between, [MAIN]):
+        for between, asking in (lambda: None, []), (utility.steal_focus, [MAIN]):
             utility.install(path)
             utility.until(lambda: utility.status() == "Installing Update...")
             between()
@@ -54,7 +54,7 @@ class Bare(DesktopTest):
 
         with Utility(account.name, PROGRAM, environment=bare, prepare=spoil) as utility:
             for title, text in (AUTHENTICATE, account.password), (MAIN, self.update("a.gz", members=members)):
-                utility.until(lambda: utility.in_front() == title)
+                utility.until(lambda: utility.active_title() == title)
                 utility.hand("type", "--file", "-", text=text)
                 utility.hand("key", "Return")
             # Return presses Update and then Quit. It has no effect while a command runs.

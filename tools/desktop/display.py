@@ -73,13 +73,13 @@ class Desktop:
         """Titles of the windows that have demanded attention, in order."""
         return self._watcher.asked_for_attention()
 
-    def come_between(self):
-        self._watcher.come_between()
+    def steal_focus(self):
+        self._watcher.steal_focus()
 
     def place(self, title):
         return self._watcher.place(title)
 
-    def in_front(self):
+    def active_title(self):
         """The title of the active window, as reported by the window manager."""
         return self.hand("getactivewindow", "getwindowname").removesuffix("\n")
 

@@ -74,7 +74,7 @@ class Watcher:
         corner = self._root.translate_coords(window, 0, 0)
         return corner.x, corner.y, size.width, size.height
 
-    def come_between(self):
+    def steal_focus(self):
         """Shows a window of another program that takes the focus."""
         window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
         window.map()
