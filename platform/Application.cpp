@@ -109,7 +109,7 @@ Ref<Application> GetAppObject() { return State().App; }
 void RuntimeInit() {
   DisableCoreDumps();
   std::signal(SIGPIPE, SIG_IGN);  // a command can end before it has read its command line
-  std::signal(SIGCHLD, SIG_DFL);  // inherited as ignored, it would take exit statuses away
+  std::signal(SIGCHLD, SIG_DFL);  // if it is ignored, waitpid loses exit statuses
   framework = new Framework;
   StartToolkit();
 }

@@ -58,7 +58,7 @@ TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
   }
 }
 
-TEST(Sequence, AcceptedUserSeesTheMainWindowCentred) {
+TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   const StubPrograms programs;
   std::signal(SIGCHLD, SIG_IGN);  // inherited from a parent process
   RuntimeInit();

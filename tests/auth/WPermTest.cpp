@@ -28,7 +28,7 @@ class WPermTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(WPermTest, OpensCentredWithTheUsersName) {
+TEST_F(WPermTest, OpensAtItsPositionWithTheUsersName) {
   EXPECT_EQ(Bytes(mDialog->authuser()->Text()), getpwuid(getuid())->pw_name);
   EXPECT_EQ(Bytes(Globals::GetUserName(true)), getpwuid(getuid())->pw_name);
   EXPECT_EQ(mDialog->Top(), (zelto::Screen(0)->Height() - 213) / 3 + 22);

@@ -7,7 +7,7 @@ from place import PROGRAM, DesktopTest
 
 
 class RightPassword(DesktopTest):
-    def test_main_window_opens_centred_for_any_user(self):
+    def test_main_window_opens_at_its_position_for_any_user(self):
         account, other = self.account(), self.account(sudo=False)
         for who, starter in ("itself", account.name), ("another", other.name), ("root", "root"):
             with self.subTest(started_by=who), Utility(starter, PROGRAM) as utility:

@@ -29,7 +29,7 @@ class Keyboard(DesktopTest):
 
 
 class Attention(DesktopTest):
-    def test_screen_reader_names_controls_and_hidden_dialog_alerts(self):
+    def test_status_is_announced_and_hidden_dialog_demands_attention(self):
         path = self.update("a.gz", members=self.members(**{str(number): (b"", 0o644) for number in range(20_000)}))
         utility = self.authenticated(self.account())
         utility.listen("object:property-change:accessible-name")

@@ -76,7 +76,7 @@ TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
   EXPECT_EQ(Shown(), bad[0] + GoodLine + "Ready|on|on");
 }
 
-TEST_F(UpdateTest, OnlyTheLastCommandDecidesACheck) {
+TEST_F(UpdateTest, OnlyTheExtractionDecidesACheck) {
   mStubs.Script("sudo", "shift; [ $1 = /usr/bin/true ] && exit 1; exec \"$@\"");
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
