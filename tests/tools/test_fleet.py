@@ -20,7 +20,7 @@ class Fleet(unittest.TestCase):
         if not shutil.which("ansible-playbook"):
             self.skipTest("ansible-playbook is not installed")
         if os.getuid() != 0:
-            self.skipTest("only root can give files to root")
+            self.skipTest("needs root to give files to root")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.installed = self.folder / "installed"
         RECORD.unlink(missing_ok=True)

@@ -108,7 +108,7 @@ class MakeUpdate(unittest.TestCase):
             self.assertIn("Warning: " + warning, said)
         self.assertEqual(said.count("Warning"), len(warnings))
 
-    @unittest.skipIf(os.getuid() != 0, "only root can give files away")
+    @unittest.skipIf(os.getuid() != 0, "needs root to give files away")
     def test_unsupported_attributes_are_warned_of(self):
         done = self.run_in_folder("chown 12345 tree/b; chgrp 12345 tree/opt/a; setcap cap_chown+ep tree/opt/c; make")[0]
         self.assertRegex(done.stdout, r"owner .*\(2 in all\)\n.*capability .*\(1 in all\)\n")

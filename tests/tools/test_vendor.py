@@ -25,7 +25,7 @@ class Vendor(unittest.TestCase):
 
     def test_every_command_of_the_page_works(self):
         if os.getuid() != 0 or not shutil.which("gpg"):
-            self.skipTest("it takes root and gpg")
+            self.skipTest("needs root and gpg")
         folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.addCleanup(RECORD.unlink, missing_ok=True)
         keys = folder / "keys"
