@@ -97,11 +97,6 @@ void Application::CallFunctionWithExceptionHandling(const std::function<void()>&
   }
 }
 
-void Application::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
-  Raise("EnableMenuItems");
-  mMenuHandlers.Enable(items);
-}
-
 void RuntimeRegisterAppObject(const Ref<Application>& app) { State().App = app; }
 
 Ref<Application> GetAppObject() { return State().App; }

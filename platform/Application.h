@@ -9,7 +9,7 @@
 
 namespace zelto {
 
-class Application : public EventSource {
+class Application : public MenuTarget {
  public:
   static const Class& ClassTable();
   const Class& ClassOf() const override { return ClassTable(); }
@@ -22,20 +22,11 @@ class Application : public EventSource {
   // as waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
-  // `name` is the name of the menu item.
-  void AddMenuHandler(const String& name, const Method& handler) {
-    mMenuHandlers.Add(name, handler);
-  }
-  void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
-  // Returns False if the item has no handler or the handler returns False.
-  bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
-
   // Calls a handler. Swallows EndException and reports any other RuntimeException.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
   Ref<class MenuBar> mMenuBar;
-  MenuHandlers mMenuHandlers;
 };
 
 void RuntimeRegisterAppObject(const Ref<Application>& app);

@@ -23,21 +23,22 @@ Ref<MenuItem> MenuItem::Lookup(const String& name) const {
 
 bool QuitMenuItem::Event_Action() { Quit(0); }
 
-void MenuHandlers::Enable(const std::vector<Ref<MenuItem>>& items) const {
+void MenuTarget::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
+  Raise("EnableMenuItems");
   for (const auto& item : items) {
-    if (Find(item->Name())) item->Enable();
+    if (FindMenuHandler(item->Name())) item->Enable();
     RuntimeBackgroundTask();
   }
 }
 
-bool MenuHandlers::Call(Object& self, const String& itemName) const {
-  const Method* handler = Find(itemName);
-  return handler && handler->Call(self, {});
+bool MenuTarget::CallMenuHandler(const String& name) {
+  const Method* handler = FindMenuHandler(name);
+  return handler && handler->Call(*this, {});
 }
 
-const Method* MenuHandlers::Find(const String& itemName) const {
-  for (const auto& [name, handler] : mHandlers) {
-    if (name == itemName) return &handler;
+const Method* MenuTarget::FindMenuHandler(const String& name) const {
+  for (const auto& [key, handler] : mMenuHandlers) {
+    if (key == name) return &handler;
   }
   return nullptr;
 }

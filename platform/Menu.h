@@ -56,21 +56,22 @@ class QuitMenuItem : public MenuItem {
 
 class MenuBar : public MenuItem {};
 
-// The handlers of menu items, by the items' names.
-class MenuHandlers {
+// The application and each window, which have handlers of menu items.
+class MenuTarget : public EventSource {
  public:
-  void Add(const String& itemName, const Method& handler) {
-    mHandlers.emplace_back(itemName, handler);
+  // `name` is the name of the menu item.
+  void AddMenuHandler(const String& name, const Method& handler) {
+    mMenuHandlers.emplace_back(name, handler);
   }
-  // Enables the items that have a handler.
-  void Enable(const std::vector<Ref<MenuItem>>& items) const;
-  // Calls the item's handler. Returns False if there is none or the handler returns False.
-  bool Call(Object& self, const String& itemName) const;
+  // Raises EnableMenuItems and enables the items that have a handler.
+  void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
+  // Returns False if the item has no handler or the handler returns False.
+  bool CallMenuHandler(const String& name);
 
  private:
-  const Method* Find(const String& itemName) const;
+  const Method* FindMenuHandler(const String& name) const;
 
-  std::vector<std::pair<String, Method>> mHandlers;
+  std::vector<std::pair<String, Method>> mMenuHandlers;
 };
 
 }  // namespace zelto

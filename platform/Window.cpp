@@ -12,12 +12,11 @@ namespace zelto {
 namespace {
 
 auto FindImplicit(const String& className) {
-  auto& list = State().ImplicitWindows;
-  return std::find_if(list.begin(), list.end(),
-                      [&](const auto& entry) { return entry.first == className; });
+  return std::ranges::find(State().ImplicitWindows, className,
+                           &std::pair<String, Ref<Window>>::first);
 }
 
-void DrawNow(Window& window) { window.UpdateNow(); }
+void DrawNow(Window& window) { window.Imp().UpdateNow(); }
 
 }  // namespace
 
@@ -74,15 +73,13 @@ void Window::Constructor() {
     Raise("CreateControls");
     Raise("AddMenuHandlers", {Ref<Object>(this)});
     Raise("SetupBindings");
-    for (const auto& control : std::vector(mControlList)) control->CallOpenEvent();
+    for (const auto& control : ControlList()) control->CallOpenEvent();
     mInitialControlsCreated = true;
     mImp->Update();
     Raise("Open");
     if (mProperties.Visible) mImp->ShowLater();
   });
 }
-
-void Window::Show() { mImp->Show(); }
 
 void Window::Visible(bool visible) {
   mProperties.Visible = visible;
@@ -106,15 +103,6 @@ void Window::Close() {
   Raise("Close");
 }
 
-void Window::UpdateNow() { mImp->UpdateNow(); }
-
-Int32 Window::Left() const { return mImp->Left(); }
-void Window::Left(Int32 pixels) { mImp->MoveTo(pixels, Top()); }
-Int32 Window::Top() const { return mImp->Top(); }
-void Window::Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
-Int32 Window::Width() const { return mImp->Width(); }
-Int32 Window::Height() const { return mImp->Height(); }
-
 void Window::MenuBar(const Ref<class MenuBar>& bar) {
   mMenuBar = bar;
   mImp->SetMenuBar(bar);
@@ -128,36 +116,33 @@ void Window::SetOwner(Object& object, Window* owner) {
 void Window::ReleaseControls() {
   for (const auto& [name, object] : mControls) SetOwner(*object, nullptr);
   mControls.clear();
-  mControlList.clear();
 }
 
-void Window::AddControl(const String& name, const Ref<Object>& control) {
-  mControls.emplace_back(name, control);
-  if (RuntimeObjectIsa<Control>(control))
-    mControlList.push_back(RuntimeCheckCast<Control>(control));
+// Without the timers.
+std::vector<Ref<Control>> Window::ControlList() const {
+  std::vector<Ref<Control>> list;
+  for (const auto& [name, object] : mControls) {
+    if (RuntimeObjectIsa<Control>(object)) list.push_back(RuntimeCheckCast<Control>(object));
+  }
+  return list;
 }
 
 bool Window::UnifiedClose(bool quitting) {
   if (Raise("CancelClose", {quitting})) return false;
   mIsClosed = true;
-  for (const auto& [name, object] : mControls) {
-    if (RuntimeObjectIsa<Control>(object)) RuntimeCheckCast<Control>(object)->Close();
+  for (const auto& control : ControlList()) {
+    control->Close();
     RuntimeBackgroundTask();
   }
   ReleaseControls();
   auto& windows = State().Windows;
-  const auto listed = std::find(windows.begin(), windows.end(), Ref<Window>(this));
+  const auto listed = std::ranges::find(windows, Ref<Window>(this));
   if (listed != windows.end()) windows.erase(listed);
   const auto implicit = FindImplicit(ClassOf().Name());
   if (implicit != State().ImplicitWindows.end() && implicit->second.Get() == this) {
     State().ImplicitWindows.erase(implicit);
   }
   return true;
-}
-
-void Window::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
-  Raise("EnableMenuItems");
-  mMenuHandlers.Enable(items);
 }
 
 void Window::CallActivated() {

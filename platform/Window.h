@@ -7,7 +7,7 @@
 
 namespace zelto {
 
-class Window : public EventSource {
+class Window : public MenuTarget {
  public:
   static constexpr std::string_view TypeName = "Window";
   static const Class& ClassTable();
@@ -18,20 +18,19 @@ class Window : public EventSource {
   // Creates the controls and raises the Open events of the controls and of the window.
   virtual void Constructor();
 
-  virtual void Show();
+  virtual void Show() { mImp->Show(); }
   // Both block until the window is closed. They throw EndException if the application ends.
   virtual void ShowModal();
   virtual void ShowModalWithin(const Ref<Window>& parent);
   virtual void Close();
   bool IsClosed() const { return mIsClosed; }
-  void UpdateNow();
 
-  Int32 Left() const;
-  void Left(Int32 pixels);
-  Int32 Top() const;
-  void Top(Int32 pixels);
-  Int32 Width() const;
-  Int32 Height() const;
+  Int32 Left() const { return mImp->Left(); }
+  void Left(Int32 pixels) { mImp->MoveTo(pixels, Top()); }
+  Int32 Top() const { return mImp->Top(); }
+  void Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
+  Int32 Width() const { return mImp->Width(); }
+  Int32 Height() const { return mImp->Height(); }
   // A new visible window is shown after its Open event.
   void Visible(bool visible);
 
@@ -52,18 +51,13 @@ class Window : public EventSource {
     SetOwner(*object, this);
     return object;
   }
-  void AddControl(const String& name, const Ref<Object>& control);
-  // `name` is the name of the menu item.
-  void AddMenuHandler(const String& name, const Method& handler) {
-    mMenuHandlers.Add(name, handler);
+  void AddControl(const String& name, const Ref<Object>& control) {
+    mControls.emplace_back(name, control);
   }
 
   // Releases the window and its controls. Returns False and does nothing if CancelClose returns
   // True.
   bool UnifiedClose(bool quitting);
-  void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
-  // Returns False if the item has no handler or the handler returns False.
-  bool CallMenuHandler(const String& name) { return mMenuHandlers.Call(*this, name); }
   void CallActivated();
   void CallDeactivated();
   virtual void Update() {}
@@ -76,14 +70,13 @@ class Window : public EventSource {
   // Sets the object's owner, or none for null.
   static void SetOwner(Object& object, Window* owner);
   void ReleaseControls();
+  std::vector<Ref<Control>> ControlList() const;
 
   WindowList mProperties{.Visible = false};
   bool mInitialControlsCreated = false;
   bool mIsClosed = false;
   std::unique_ptr<WindowImp> mImp;
   std::vector<std::pair<String, Ref<Object>>> mControls;
-  std::vector<Ref<Control>> mControlList;
-  MenuHandlers mMenuHandlers;
   Ref<class MenuBar> mMenuBar;
 };
 
@@ -131,10 +124,23 @@ struct ControlRow {
   ControlExtras Extras;
 };
 
-// The row of a control of class T. The name is that of the list.
-template <class List, class T = typename List::Class>
-ControlRow Row(const List& list, ControlExtras extras = {}) {
-  return {list.Name, CreateControl<T>, list, std::move(extras)};
+// In pixels, from the corner of the window's content.
+struct Bounds {
+  Int32 Left = 0;
+  Int32 Top = 0;
+  Int32 Width = 0;
+  Int32 Height = 0;
+};
+
+// The row of a control. `name` and `bounds` complete the list.
+template <class List>
+ControlRow Row(const String& name, const Bounds& bounds, List list, ControlExtras extras = {}) {
+  list.Name = name;
+  list.Left = bounds.Left;
+  list.Top = bounds.Top;
+  list.Width = bounds.Width;
+  list.Height = bounds.Height;
+  return {name, CreateControl<typename List::Class>, list, std::move(extras)};
 }
 
 // Creates the controls in the order of the rows, with their properties and event handlers.

@@ -37,7 +37,7 @@ class RecorderWindow : public Window {
   void NoteMe() { LastMe = Me(); }
   void CreateControls() {
     Log += "CreateControls ";
-    AddControlRows(*this, {Row(EditFieldList{.Name = "field", .Text = "listed"},
+    AddControlRows(*this, {Row("field", {}, EditFieldList{.Text = "listed"},
                                {.Events = {On("Open", &RecorderWindow::FieldOpen),
                                            On("TextChange", &RecorderWindow::Change)}})});
   }
