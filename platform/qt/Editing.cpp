@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
@@ -13,12 +14,20 @@ namespace zelto {
 
 namespace {
 
+// The field that the commands are for. Without one none of them has anything to do.
+struct Field {
+  bool IsReadOnly = true;
+  bool IsSecret = false;
+  bool CanUndo = false;
+  bool HasSelection = false;
+  bool IsAllSelected = true;
+};
+
+// Its key makes the field do what the menu item is for.
 struct Command {
   const char* ItemName;
-  bool (*CanEditLine)(const QLineEdit&);
-  bool (*CanEditArea)(QPlainTextEdit&);
-  void (*EditLine)(QLineEdit&);
-  void (*EditArea)(QPlainTextEdit&);
+  QKeySequence::StandardKey Key;
+  bool (*IsPossible)(const Field& field);
 };
 
 bool ClipboardHasText() {
@@ -26,38 +35,38 @@ bool ClipboardHasText() {
   return data && data->hasText();
 }
 
-bool IsOpen(const QLineEdit& line) { return line.echoMode() == QLineEdit::Normal; }
-
-bool HasSelection(const QPlainTextEdit& area) { return area.textCursor().hasSelection(); }
-
 constexpr Command commands[] = {
-    {"EditUndo", [](const QLineEdit& line) { return line.isUndoAvailable(); },
-     [](QPlainTextEdit& area) { return !area.isReadOnly() && area.document()->isUndoAvailable(); },
-     [](QLineEdit& line) { line.undo(); }, [](QPlainTextEdit& area) { area.undo(); }},
-    {"EditCut",
-     [](const QLineEdit& line) {
-       return IsOpen(line) && !line.isReadOnly() && line.hasSelectedText();
-     },
-     [](QPlainTextEdit& area) { return !area.isReadOnly() && HasSelection(area); },
-     [](QLineEdit& line) { line.cut(); }, [](QPlainTextEdit& area) { area.cut(); }},
-    {"EditCopy", [](const QLineEdit& line) { return IsOpen(line) && line.hasSelectedText(); },
-     [](QPlainTextEdit& area) { return HasSelection(area); }, [](QLineEdit& line) { line.copy(); },
-     [](QPlainTextEdit& area) { area.copy(); }},
-    {"EditPaste", [](const QLineEdit& line) { return !line.isReadOnly() && ClipboardHasText(); },
-     [](QPlainTextEdit& area) { return !area.isReadOnly() && ClipboardHasText(); },
-     [](QLineEdit& line) { line.paste(); }, [](QPlainTextEdit& area) { area.paste(); }},
-    {"EditClear",
-     [](const QLineEdit& line) { return !line.isReadOnly() && line.hasSelectedText(); },
-     [](QPlainTextEdit& area) { return !area.isReadOnly() && HasSelection(area); },
-     [](QLineEdit& line) { line.del(); },
-     [](QPlainTextEdit& area) { area.textCursor().removeSelectedText(); }},
-    {"EditSelectAll",
-     [](const QLineEdit& line) { return line.selectedText().size() < line.text().size(); },
-     [](QPlainTextEdit& area) {
-       return area.textCursor().selectedText().size() < area.document()->characterCount() - 1;
-     },
-     [](QLineEdit& line) { line.selectAll(); }, [](QPlainTextEdit& area) { area.selectAll(); }},
+    {"EditUndo", QKeySequence::Undo, [](const Field& field) { return field.CanUndo; }},
+    {"EditCut", QKeySequence::Cut,
+     [](const Field& field) { return !field.IsReadOnly && !field.IsSecret && field.HasSelection; }},
+    {"EditCopy", QKeySequence::Copy,
+     [](const Field& field) { return !field.IsSecret && field.HasSelection; }},
+    {"EditPaste", QKeySequence::Paste,
+     [](const Field& field) { return !field.IsReadOnly && ClipboardHasText(); }},
+    {"EditClear", QKeySequence::Delete,
+     [](const Field& field) { return !field.IsReadOnly && field.HasSelection; }},
+    {"EditSelectAll", QKeySequence::SelectAll,
+     [](const Field& field) { return !field.IsAllSelected; }},
 };
+
+Field EditedField() {
+  QWidget* widget = TheToolkit().EditedField;
+  if (const auto* line = qobject_cast<QLineEdit*>(widget)) {
+    return {.IsReadOnly = line->isReadOnly(),
+            .IsSecret = line->echoMode() != QLineEdit::Normal,
+            .CanUndo = line->isUndoAvailable(),
+            .HasSelection = line->hasSelectedText(),
+            .IsAllSelected = line->selectedText().size() == line->text().size()};
+  }
+  if (const auto* area = qobject_cast<QPlainTextEdit*>(widget)) {
+    const auto selected = area->textCursor().selectedText().size();
+    return {.IsReadOnly = area->isReadOnly(),
+            .CanUndo = !area->isReadOnly() && area->document()->isUndoAvailable(),
+            .HasSelection = selected > 0,
+            .IsAllSelected = selected == area->document()->characterCount() - 1};
+  }
+  return {};
+}
 
 void Follow(QWidget& field, QObject& context, const std::function<void()>& changed) {
   if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
@@ -81,20 +90,14 @@ const Command* Find(const String& itemName) {
 
 bool CanEdit(const String& itemName) {
   const Command* command = Find(itemName);
-  if (!command) return false;
-  if (const auto* line = qobject_cast<QLineEdit*>(TheToolkit().EditedField))
-    return command->CanEditLine(*line);
-  if (auto* area = qobject_cast<QPlainTextEdit*>(TheToolkit().EditedField))
-    return command->CanEditArea(*area);
-  return false;
+  return command && command->IsPossible(EditedField());
 }
 
 void Edit(const String& itemName) {
   if (!CanEdit(itemName)) return;
-  const Command* command = Find(itemName);
-  if (auto* line = qobject_cast<QLineEdit*>(TheToolkit().EditedField)) command->EditLine(*line);
-  if (auto* area = qobject_cast<QPlainTextEdit*>(TheToolkit().EditedField))
-    command->EditArea(*area);
+  const auto key = QKeySequence(Find(itemName)->Key)[0];
+  QKeyEvent press(QEvent::KeyPress, key.key(), key.keyboardModifiers());
+  QCoreApplication::sendEvent(TheToolkit().EditedField, &press);
 }
 
 void FollowEditing(QObject& context, const std::function<void()>& changed) {
