@@ -21,31 +21,21 @@ namespace zelto {
 
 namespace {
 
-bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
+bool IsInput(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::Enter:
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+    case QEvent::HoverLeave:
+      return false;
     case QEvent::Shortcut:
     case QEvent::InputMethod:
-    case QEvent::ContextMenu:
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::TabletPress:
-    case QEvent::TabletMove:
-    case QEvent::TabletRelease:
       return true;
     default:
-      return false;
+      return event.isInputEvent();
   }
 }
 
@@ -74,29 +64,6 @@ void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
   loop.exec();
 }
 
-}  // namespace
-
-Toolkit& TheToolkit() { return *toolkit; }
-
-bool InputGuard::eventFilter(QObject*, QEvent* event) {
-  if (!HandlerWaits()) return false;
-  if (IsQuitRequest(*event)) {
-    QuitIfAllowed();
-    return true;
-  }
-  if (!IsInput(event->type())) return false;
-  event->ignore();
-  return true;
-}
-
-void EventLoopWaiter::Await(int descriptor, int milliseconds) {
-  BeginWaiting(Waiting::Blocked);
-  ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
-  ThrowIfQuitting();
-}
-
-namespace {
-
 QIcon ApplicationIcon() {
   QIcon icon;
   for (const char* const file : {":/48x48.png", ":/128x128.png"}) {
@@ -108,6 +75,25 @@ QIcon ApplicationIcon() {
 }
 
 }  // namespace
+
+Toolkit& TheToolkit() { return *toolkit; }
+
+bool InputGuard::eventFilter(QObject*, QEvent* event) {
+  if (!HandlerWaits()) return false;
+  if (IsQuitRequest(*event)) {
+    QuitIfAllowed();
+    return true;
+  }
+  if (!IsInput(*event)) return false;
+  event->ignore();
+  return true;
+}
+
+void EventLoopWaiter::Await(int descriptor, int milliseconds) {
+  BeginWaiting(Waiting::Blocked);
+  ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
+  ThrowIfQuitting();
+}
 
 void StartToolkit() {
   // Otherwise Qt's dialogs store their settings in the user's home folder.
