@@ -107,12 +107,14 @@ class NewlineStrip : public QValidator {
 // Either a single-line or a multi-line field.
 class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
  public:
-  EditFieldPaneImp(EditField& field, TopLevel& top, LineEdit* line, AreaEdit* area)
-      : WidgetPane(field, line ? static_cast<QWidget*>(line) : area), mLine(line), mArea(area) {
-    if (line) line->setValidator(new NewlineStrip(line));
+  EditFieldPaneImp(EditField& field, TopLevel& top)
+      : WidgetPane(field, NewWidget(field, top.Content())),
+        mLine(dynamic_cast<LineEdit*>(mWidget.data())),
+        mArea(dynamic_cast<AreaEdit*>(mWidget.data())) {
+    if (mLine) mLine->setValidator(new NewlineStrip(mLine));
     const auto changed = [this] { Changed(); };
-    if (line) QObject::connect(line, &QLineEdit::textChanged, line, changed);
-    if (area) QObject::connect(area, &QPlainTextEdit::textChanged, area, changed);
+    if (mLine) QObject::connect(mLine, &QLineEdit::textChanged, mLine, changed);
+    if (mArea) QObject::connect(mArea, &QPlainTextEdit::textChanged, mArea, changed);
     top.AddToTabOrder(*mWidget, Properties().TabIndex);
     EditFieldPaneImp::Update();
     EditFieldPaneImp::SetText(Properties().Text);
@@ -154,6 +156,11 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
   }
 
  private:
+  static QWidget* NewWidget(const EditField& field, QWidget& parent) {
+    if (field.Properties().Multiline) return new AreaEdit(&parent);
+    return new LineEdit(&parent);
+  }
+
   void UpdateLine() {
     const auto& list = Properties();
     constexpr int frame = 6;
@@ -235,16 +242,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 }  // namespace
 
 std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window) {
-  auto& top = TopLevelOf(window);
-  const auto& list = field.Properties();
-  LineEdit* line = nullptr;
-  AreaEdit* area = nullptr;
-  if (list.Multiline) {
-    area = new AreaEdit(&top.Content());
-  } else {
-    line = new LineEdit(&top.Content());
-  }
-  return std::make_unique<EditFieldPaneImp>(field, top, line, area);
+  return std::make_unique<EditFieldPaneImp>(field, TopLevelOf(window));
 }
 
 }  // namespace zelto
