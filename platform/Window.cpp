@@ -118,7 +118,7 @@ void Window::ReleaseControls() {
   mControls.clear();
 }
 
-// Without the timers.
+// Excludes timers.
 std::vector<Ref<Control>> Window::ControlList() const {
   std::vector<Ref<Control>> list;
   for (const auto& [name, object] : mControls) {

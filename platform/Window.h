@@ -124,7 +124,7 @@ struct ControlRow {
   ControlExtras Extras;
 };
 
-// In pixels, from the corner of the window's content.
+// In pixels, relative to the window's content.
 struct Bounds {
   Int32 Left = 0;
   Int32 Top = 0;

@@ -14,7 +14,7 @@ namespace zelto {
 
 namespace {
 
-// The field that the commands are for. Without one none of them has anything to do.
+// The target of the editing commands, or null.
 struct Field {
   bool IsReadOnly = true;
   bool IsSecret = false;
@@ -23,7 +23,7 @@ struct Field {
   bool IsAllSelected = true;
 };
 
-// Its key makes the field do what the menu item is for.
+// The field runs the command when it receives the key.
 struct Command {
   const char* ItemName;
   QKeySequence::StandardKey Key;
