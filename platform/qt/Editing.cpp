@@ -14,7 +14,7 @@ namespace zelto {
 
 namespace {
 
-// The target of the editing commands, or null.
+// The state of the field that the commands act on. The default state permits no command.
 struct Field {
   bool IsReadOnly = true;
   bool IsSecret = false;
