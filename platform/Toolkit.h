@@ -18,6 +18,7 @@ class MenuBar;
 class MessageDialog;
 class MessageDialogButton;
 class PushButton;
+class SessionInhibitor;
 class StaticText;
 class Timer;
 class Window;
@@ -80,11 +81,6 @@ class TimerImp {
   virtual void Stop() = 0;
 };
 
-class SessionInhibitor {
- public:
-  virtual ~SessionInhibitor() = default;
-};
-
 std::unique_ptr<WindowImp> NewWindowImp(Window& window);
 std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window);
 std::unique_ptr<Pane> NewPane(StaticText& text, WindowImp& window);
@@ -102,7 +98,7 @@ Ref<Picture> LoadPicture(const String& path);
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
 // Asks the desktop to inhibit sleep, logout and shutdown until the result is destroyed. The desktop
 // can show the reason. Does not block and does not fail.
-std::unique_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
+std::shared_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
 
 // Windows exist only between StartToolkit and EndToolkit.
 void StartToolkit();

@@ -30,11 +30,13 @@ void Refuse(QSessionManager& manager) {
   manager.cancel();
 }
 
+}  // namespace
+
 // Uses private connections: a service releases an inhibition when the client's connection closes,
 // even before the reply has arrived.
-class Inhibitor : public SessionInhibitor {
+class SessionInhibitor {
  public:
-  explicit Inhibitor(const QString& reason)
+  explicit SessionInhibitor(const QString& reason)
       : mLogind(AskLogind(reason)), mSessionManager(AskSessionManager(reason)) {
     QObject::connect(&mSessionManager, &QDBusPendingCallWatcher::finished, &mSessionManager,
                      [this, reason] {
@@ -43,9 +45,9 @@ class Inhibitor : public SessionInhibitor {
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &mSessionManager, Refuse,
                      Qt::DirectConnection);
   }
-  Inhibitor(const Inhibitor&) = delete;
-  Inhibitor& operator=(const Inhibitor&) = delete;
-  ~Inhibitor() override {
+  SessionInhibitor(const SessionInhibitor&) = delete;
+  SessionInhibitor& operator=(const SessionInhibitor&) = delete;
+  ~SessionInhibitor() {
     QDBusConnection::disconnectFromBus(systemBus);
     QDBusConnection::disconnectFromBus(sessionBus);
   }
@@ -76,10 +78,8 @@ class Inhibitor : public SessionInhibitor {
   QDBusPendingCallWatcher mSessionManager;
 };
 
-}  // namespace
-
-std::unique_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason) {
-  return std::make_unique<Inhibitor>(ToDisplayText(reason));
+std::shared_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason) {
+  return std::make_shared<SessionInhibitor>(ToDisplayText(reason));
 }
 
 }  // namespace zelto
