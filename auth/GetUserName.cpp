@@ -1,7 +1,7 @@
-#include "auth/GetUserName.h"
-
 #include <pwd.h>
 #include <unistd.h>
+
+#include "core/Globals.h"
 
 namespace zelto::Globals {
 

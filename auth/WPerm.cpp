@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "auth/FailureReason.h"
-#include "auth/GetUserName.h"
 #include "core/Globals.h"
 #include "exec/Shell.h"
 #include "platform/Application.h"

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QTest>
 
-#include "auth/GetUserName.h"
 #include "tests/Fixtures.h"
 #include "ui/WPerm.h"
 
