@@ -15,7 +15,7 @@
 #include "platform/MessageDialog.h"
 #include "platform/qt/LongText.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/Widgets.h"
+#include "platform/qt/TopLevel.h"
 
 namespace zelto {
 
@@ -31,14 +31,9 @@ bool IsLong(std::string_view text) {
   constexpr std::size_t widestWord = 60;  // bytes; a label does not break words
   constexpr std::size_t longest = 1500;
   constexpr int mostLines = 15;
-  const bool hasWideWord = [&] {
-    for (std::size_t start = 0, end = 0; end != std::string_view::npos; start = end + 1) {
-      end = text.find_first_of(" \n", start);
-      if (std::min(end, text.size()) - start > widestWord) return true;
-    }
-    return false;
-  }();
-  return hasWideWord || text.size() > longest ||
+  const auto inWord = [](char c, char) { return c != ' ' && c != '\n'; };
+  const auto wideWord = std::search_n(text.begin(), text.end(), widestWord + 1, '\0', inWord);
+  return wideWord != text.end() || text.size() > longest ||
          std::count(text.begin(), text.end(), '\n') > mostLines;
 }
 
@@ -109,20 +104,11 @@ class MessageBoxDialog : public QDialog {
   }
 
   QIcon IconOf(Int32 code) const {
-    switch (code) {
-      case 0:
-        return windowIcon();
-      case 1:
-        return style()->standardIcon(QStyle::SP_MessageBoxInformation);
-      case 2:
-        return style()->standardIcon(QStyle::SP_MessageBoxWarning);
-      case 3:
-        return style()->standardIcon(QStyle::SP_MessageBoxCritical);
-      case 4:
-        return style()->standardIcon(QStyle::SP_MessageBoxQuestion);
-      default:
-        return {};
-    }
+    constexpr QStyle::StandardPixmap icons[] = {
+        QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
+        QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxQuestion};
+    if (code == 0) return windowIcon();
+    return code >= 1 && code <= 4 ? style()->standardIcon(icons[code - 1]) : QIcon();
   }
 
   QLabel* NewLabel(const String& text) {

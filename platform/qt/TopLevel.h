@@ -47,4 +47,8 @@ class TopLevel : public QWidget {
   QProgressBar* mActivity = nullptr;
 };
 
+TopLevel& TopLevelOf(WindowImp& window);
+// Keeps the dialog above the parent.
+void AttachTo(QWidget& dialog, WindowImp& parent);
+
 }  // namespace zelto

@@ -8,8 +8,6 @@
 
 namespace zelto {
 
-TopLevel& TopLevelOf(WindowImp& window);
-
 QPalette PaletteOf(const QWidget& widget, Color text);
 Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus);
 // 0 left, 1 centred, 2 right.

@@ -10,8 +10,6 @@
 #include "platform/qt/MenuBar.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
-#include "platform/qt/WidgetPane.h"
-#include "platform/qt/Widgets.h"
 
 namespace zelto {
 
