@@ -47,11 +47,21 @@
   KEY(Int32, TabPanelIndex, 0, IDLE)      \
   KEY(Int32, TabIndex, 0, STORED)
 
+#define ZELTO_VIEW_KEYS(KEY)       \
+  KEY(bool, Visible, true, STORED) \
+  KEY(String, HelpTag, {}, STORED) \
+  KEY(bool, AutoDeactivate, true, IDLE)
+
 #define ZELTO_STYLE_KEYS(KEY)      \
   KEY(Int32, TextSize, 0, STORED)  \
   KEY(bool, Bold, false, STORED)   \
   KEY(bool, Italic, false, STORED) \
   KEY(bool, Underline, false, STORED)
+
+#define ZELTO_TEXT_KEYS(KEY)              \
+  ZELTO_VIEW_KEYS(KEY)                    \
+  KEY(String, TextFont, "System", STORED) \
+  ZELTO_STYLE_KEYS(KEY)
 
 #define ZELTO_EDITFIELD_KEYS(KEY)               \
   ZELTO_PLACE_KEYS(KEY)                         \
@@ -67,11 +77,7 @@
   KEY(Color, BackColor, White, IDLE)            \
   KEY(bool, Enabled, true, STORED)              \
   KEY(String, Format, {}, IDLE)                 \
-  KEY(bool, Visible, true, STORED)              \
-  KEY(String, HelpTag, {}, STORED)              \
-  KEY(bool, AutoDeactivate, true, IDLE)         \
-  KEY(String, TextFont, "System", STORED)       \
-  ZELTO_STYLE_KEYS(KEY)                         \
+  ZELTO_TEXT_KEYS(KEY)                          \
   KEY(String, Text, {}, CALLED)                 \
   KEY(String, Mask, {}, IDLE)                   \
   KEY(bool, ReadOnly, false, STORED)            \
@@ -86,9 +92,7 @@
   ZELTO_PLACE_KEYS(KEY)                   \
   KEY(bool, TabStop, true, STORED)        \
   KEY(String, InitialParent, {}, IDLE)    \
-  KEY(bool, Visible, true, STORED)        \
-  KEY(String, HelpTag, {}, STORED)        \
-  KEY(bool, AutoDeactivate, true, IDLE)   \
+  ZELTO_VIEW_KEYS(KEY)                    \
   KEY(bool, Enabled, true, STORED)        \
   KEY(String, Caption, {}, PLUGIN)        \
   KEY(Int32, CaptionAlign, 3, PLUGIN)     \
@@ -106,42 +110,32 @@
   KEY(String, TextFont, "System", PLUGIN) \
   ZELTO_STYLE_KEYS(KEY)
 
-#define ZELTO_PUSHBUTTON_KEYS(KEY)        \
-  ZELTO_PLACE_KEYS(KEY)                   \
-  KEY(bool, TabStop, true, STORED)        \
-  KEY(String, Caption, {}, STORED)        \
-  KEY(bool, Default, false, STORED)       \
-  KEY(bool, Cancel, false, STORED)        \
-  KEY(bool, Enabled, true, STORED)        \
-  KEY(bool, Visible, true, STORED)        \
-  KEY(String, HelpTag, {}, STORED)        \
-  KEY(bool, AutoDeactivate, true, IDLE)   \
-  KEY(String, TextFont, "System", STORED) \
-  ZELTO_STYLE_KEYS(KEY)                   \
+#define ZELTO_PUSHBUTTON_KEYS(KEY)  \
+  ZELTO_PLACE_KEYS(KEY)             \
+  KEY(bool, TabStop, true, STORED)  \
+  KEY(String, Caption, {}, STORED)  \
+  KEY(bool, Default, false, STORED) \
+  KEY(bool, Cancel, false, STORED)  \
+  KEY(bool, Enabled, true, STORED)  \
+  ZELTO_TEXT_KEYS(KEY)              \
   KEY(String, InitialParent, {}, IDLE)
 
-#define ZELTO_STATICTEXT_KEYS(KEY)        \
-  ZELTO_PLACE_KEYS(KEY)                   \
-  KEY(String, Text, {}, STORED)           \
-  KEY(Int32, TextAlign, 0, STORED)        \
-  KEY(Color, TextColor, Black, STORED)    \
-  KEY(bool, Multiline, false, STORED)     \
-  KEY(bool, Enabled, true, STORED)        \
-  KEY(bool, Visible, true, STORED)        \
-  KEY(String, HelpTag, {}, STORED)        \
-  KEY(bool, AutoDeactivate, true, IDLE)   \
-  KEY(String, TextFont, "System", STORED) \
-  ZELTO_STYLE_KEYS(KEY)                   \
-  KEY(String, DataSource, {}, IDLE)       \
-  KEY(String, DataField, {}, IDLE)        \
+#define ZELTO_STATICTEXT_KEYS(KEY)     \
+  ZELTO_PLACE_KEYS(KEY)                \
+  KEY(String, Text, {}, STORED)        \
+  KEY(Int32, TextAlign, 0, STORED)     \
+  KEY(Color, TextColor, Black, STORED) \
+  KEY(bool, Multiline, false, STORED)  \
+  KEY(bool, Enabled, true, STORED)     \
+  ZELTO_TEXT_KEYS(KEY)                 \
+  KEY(String, DataSource, {}, IDLE)    \
+  KEY(String, DataField, {}, IDLE)     \
   KEY(String, InitialParent, {}, IDLE)
 
 #define ZELTO_CANVAS_KEYS(KEY)           \
   ZELTO_PLACE_KEYS(KEY)                  \
   KEY(bool, TabStop, true, STORED)       \
-  KEY(bool, Visible, true, STORED)       \
-  KEY(String, HelpTag, {}, STORED)       \
-  KEY(bool, AutoDeactivate, true, IDLE)  \
+  ZELTO_VIEW_KEYS(KEY)                   \
   KEY(bool, Enabled, true, STORED)       \
   KEY(bool, UseFocusRing, true, STORED)  \
   KEY(bool, AcceptFocus, false, STORED)  \
