@@ -98,10 +98,7 @@ void EventLoopWaiter::Await(int descriptor, int milliseconds) {
 void StartToolkit() {
   // Otherwise Qt's dialogs store their settings in the user's home folder.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
-  {
-    const StartMessages guard;
-    toolkit = new Toolkit;
-  }
+  CollectStartMessages([] { toolkit = new Toolkit; });
   QApplication::setWindowIcon(ApplicationIcon());
   QApplication::setApplicationVersion(ZELTO_VERSION);
   QApplication::setDesktopFileName("local.zelto.update_utility");

@@ -22,9 +22,9 @@ void Collect(QtMsgType type, const QMessageLogContext&, const QString& message) 
 
 }  // namespace
 
-StartMessages::StartMessages() { qInstallMessageHandler(Collect); }
-
-StartMessages::~StartMessages() {
+void CollectStartMessages(const std::function<void()>& start) {
+  qInstallMessageHandler(Collect);
+  start();
   qInstallMessageHandler(nullptr);
   for (const auto& message : messages) qWarning("%s", qUtf8Printable(message));
   messages.clear();
