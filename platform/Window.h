@@ -146,6 +146,17 @@ ControlRow Row(const String& name, const Bounds& bounds, List list, ControlExtra
 // Creates the controls in the order of the rows, with their properties and event handlers.
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows);
 
+// A window that is made from the property list and the control rows of its class W.
+template <class W>
+class ListWindow : public Window {
+ public:
+  const Class& ClassOf() const override { return W::ClassTable(); }
+
+  virtual void Layout() { RuntimeMassPropertySetter(*this, W::List()); }
+  virtual void CreateControls() { CreateControls0(); }
+  virtual void CreateControls0() { AddControlRows(*this, W::Controls()); }
+};
+
 namespace WindowSupport {
 
 // Releases all windows.

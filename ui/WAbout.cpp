@@ -39,12 +39,6 @@ std::vector<ControlRow> WAbout::Controls() {
   };
 }
 
-void WAbout::Layout() { RuntimeMassPropertySetter(*this, List()); }
-
-void WAbout::CreateControls() { CreateControls0(); }
-
-void WAbout::CreateControls0() { AddControlRows(*this, Controls()); }
-
 void WAbout::StaticText2_Open() { StaticText2()->Text("Version " + App()->ShortVersion()); }
 
 bool WAbout::Canvas2_MouseDown(Int32, Int32) { return true; }

@@ -5,10 +5,9 @@
 namespace zelto {
 
 // The About window with the product's name and version.
-class WAbout : public Window {
+class WAbout : public ListWindow<class WAbout> {
  public:
   static const Class& ClassTable();
-  const Class& ClassOf() const override { return ClassTable(); }
   static String List();
   static std::vector<ControlRow> Controls();
 
@@ -18,9 +17,6 @@ class WAbout : public Window {
   Ref<StaticText> StaticText3() { return ControlNamed<StaticText>(*this, "StaticText3"); }
   Ref<Canvas> Canvas2() { return ControlNamed<Canvas>(*this, "Canvas2"); }
 
-  virtual void Layout();
-  virtual void CreateControls();
-  virtual void CreateControls0();
   virtual void StaticText2_Open();
   virtual bool Canvas2_MouseDown(Int32 x, Int32 y);
   virtual void Canvas2_MouseUp(Int32 x, Int32 y);

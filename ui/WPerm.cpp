@@ -58,12 +58,6 @@ std::vector<ControlRow> WPerm::Controls() {
   };
 }
 
-void WPerm::Layout() { RuntimeMassPropertySetter(*this, List()); }
-
-void WPerm::CreateControls() { CreateControls0(); }
-
-void WPerm::CreateControls0() { AddControlRows(*this, Controls()); }
-
 Ref<class WPerm> WPerm() { return ImplicitWindow<class WPerm>(); }
 
 }  // namespace zelto

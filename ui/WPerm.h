@@ -5,10 +5,9 @@
 namespace zelto {
 
 // The Authenticate dialog.
-class WPerm : public Window {
+class WPerm : public ListWindow<class WPerm> {
  public:
   static const Class& ClassTable();
-  const Class& ClassOf() const override { return ClassTable(); }
   static String List();
   static std::vector<ControlRow> Controls();
 
@@ -22,9 +21,6 @@ class WPerm : public Window {
   Ref<Canvas> Canvas1() { return ControlNamed<Canvas>(*this, "Canvas1"); }
   Ref<Timer> Timer1() { return ControlNamed<Timer>(*this, "Timer1"); }
 
-  virtual void Layout();
-  virtual void CreateControls();
-  virtual void CreateControls0();
   virtual void PushButton1_Action();
   virtual void PushButton2_Action();
   virtual void Event_Open();

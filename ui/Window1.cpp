@@ -82,12 +82,8 @@ std::vector<ControlRow> Window1::Controls() {
 
 void Window1::Layout() {
   MenuBar(MenuBar1());
-  RuntimeMassPropertySetter(*this, List());
+  ListWindow::Layout();
 }
-
-void Window1::CreateControls() { CreateControls0(); }
-
-void Window1::CreateControls0() { AddControlRows(*this, Controls()); }
 
 void Window1::AddMenuHandlers(const Ref<Window>& target) {
   const auto window = RuntimeCheckCast<Window1>(target);

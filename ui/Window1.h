@@ -7,10 +7,9 @@ namespace zelto {
 class DragItem;
 
 // The main window.
-class Window1 : public Window {
+class Window1 : public ListWindow<class Window1> {
  public:
   static const Class& ClassTable();
-  const Class& ClassOf() const override { return ClassTable(); }
   static String List();
   static std::vector<ControlRow> Controls();
 
@@ -28,9 +27,7 @@ class Window1 : public Window {
   Ref<StaticText> StaticText5() { return ControlNamed<StaticText>(*this, "StaticText5"); }
   Ref<StaticText> stVersion() { return ControlNamed<StaticText>(*this, "stVersion"); }
 
-  virtual void Layout();
-  virtual void CreateControls();
-  virtual void CreateControls0();
+  void Layout() override;
   virtual void EditField1_Open();
   virtual void EditField1_DropObject(const Ref<DragItem>& obj, Int32 action);
   virtual void EditField1_TextChange();
