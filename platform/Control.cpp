@@ -20,14 +20,10 @@ const Class& Control::ClassTable() {
   return table;
 }
 
-void Control::Close() { Raise("Close"); }
-
 void Control::SetWindow(class Window* window) {
   mWindow = window;
   if (window) Raise("CreatePane");
 }
-
-void Control::CallOpenEvent() { Raise("Open"); }
 
 Ref<class Window> Control::Window() const { return Ref<class Window>(mWindow); }
 
@@ -40,8 +36,6 @@ void RectControl::CallOpenEvent() {
   PaneOf();
   Control::CallOpenEvent();
 }
-
-void RectControl::Refresh(bool) { PaneOf().Refresh(); }
 
 void RectControl::UpdatePane() {
   if (mPane) mPane->Update();

@@ -14,10 +14,10 @@ class Control : public EventSource {
  public:
   static const Class& ClassTable();
 
-  virtual void Close();
+  virtual void Close() { Raise("Close"); }
   // Sets the owner, or null when the window releases the control.
   virtual void SetWindow(class Window* window);
-  virtual void CallOpenEvent();
+  virtual void CallOpenEvent() { Raise("Open"); }
 
   // Nil once the window has closed.
   Ref<class Window> Window() const;
@@ -46,7 +46,7 @@ class RectControl : public Control {
   void Label(const String& label) { mLabel = label; }
 
   void SetFocus() { PaneOf().SetFocus(); }
-  void Refresh(bool erase);
+  void Refresh(bool) { PaneOf().Refresh(); }
   // Accepts drops of local files of the registered type. A drop raises DropObject.
   void AcceptFileDrop(const String& type) { PaneOf().AcceptFileDrop(type); }
 

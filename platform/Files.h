@@ -28,7 +28,6 @@ class FolderItem : public Object {
 };
 
 void PublishFolderItemFunctions();
-// The item's path.
 String UnixpathMBS(const Ref<FolderItem>& item);
 
 // The data of a drop.

@@ -6,7 +6,6 @@
 
 namespace zelto {
 
-// The picture with its mask applied.
 QImage MaskedImage(const Picture& picture);
 
 }  // namespace zelto

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -13,9 +14,7 @@ inline double RuntimeCvtSInt32ToReal64(Int32 value) { return value; }
 inline Int32 RuntimeCvtReal64ToSInt32(double value) {
   using Limits = std::numeric_limits<Int32>;
   if (std::isnan(value)) return 0;
-  if (value <= Limits::min()) return Limits::min();
-  if (value >= Limits::max()) return Limits::max();
-  return static_cast<Int32>(value);
+  return static_cast<Int32>(std::clamp<double>(value, Limits::min(), Limits::max()));
 }
 
 }  // namespace zelto
