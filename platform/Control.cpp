@@ -50,47 +50,6 @@ Pane& RectControl::PaneOf() {
   return *mPane;
 }
 
-const Class& EditField::ClassTable() {
-  static const Class table(
-      {.Name = "EditField",
-       .Base = &Control::ClassTable(),
-       .Events = {{"DropObject", "( DragItem, Int32 )"}, {"TextChange", "(  )"}},
-       .Properties = EditFieldList::Schema()});
-  return table;
-}
-
-const Class& StaticText::ClassTable() {
-  static const Class table({.Name = "StaticText",
-                            .Base = &Control::ClassTable(),
-                            .Properties = StaticTextList::Schema()});
-  return table;
-}
-
-const Class& PushButton::ClassTable() {
-  static const Class table({.Name = "PushButton",
-                            .Base = &Control::ClassTable(),
-                            .Events = {{"Action", "(  )"}},
-                            .Properties = PushButtonList::Schema()});
-  return table;
-}
-
-const Class& BevelButton::ClassTable() {
-  static const Class table({.Name = "BevelButton",
-                            .Base = &Control::ClassTable(),
-                            .Events = {{"Action", "(  )"}},
-                            .Properties = BevelButtonList::Schema()});
-  return table;
-}
-
-const Class& Canvas::ClassTable() {
-  static const Class table(
-      {.Name = "Canvas",
-       .Base = &Control::ClassTable(),
-       .Events = {{"MouseDown", "( Int32, Int32 ) as Boolean"}, {"MouseUp", "( Int32, Int32 )"}},
-       .Properties = CanvasList::Schema()});
-  return table;
-}
-
 const Class& Timer::ClassTable() {
   static const Class table({.Name = "Timer", .Properties = TimerList::Schema()});
   return table;

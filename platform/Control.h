@@ -68,7 +68,14 @@ class RectControl : public Control {
 template <class List>
 class ListControl : public RectControl {
  public:
-  const Class& ClassOf() const override { return List::Class::ClassTable(); }
+  static const Class& ClassTable() {
+    static const Class table({.Name = List::ClassName,
+                              .Base = &Control::ClassTable(),
+                              .Events = List::Class::OwnEvents(),
+                              .Properties = List::Schema()});
+    return table;
+  }
+  const Class& ClassOf() const override { return ClassTable(); }
 
   const List& Properties() const { return mProperties; }
   template <class T>
@@ -91,7 +98,9 @@ class ListControl : public RectControl {
 
 class EditField : public ListControl<EditFieldList> {
  public:
-  static const Class& ClassTable();
+  static std::vector<Event> OwnEvents() {
+    return {{"DropObject", "( DragItem, Int32 )"}, {"TextChange", "(  )"}};
+  }
 
   // Returns the bytes of the last write until the user changes the text.
   String Text() { return PaneOf().Text(); }
@@ -106,7 +115,7 @@ class EditField : public ListControl<EditFieldList> {
 
 class StaticText : public ListControl<StaticTextList> {
  public:
-  static const Class& ClassTable();
+  static std::vector<Event> OwnEvents() { return {}; }
 
   const String& Text() const { return mProperties.Text; }
   void Text(const String& text) { Set(&StaticTextList::Text, text); }
@@ -114,13 +123,13 @@ class StaticText : public ListControl<StaticTextList> {
 
 class PushButton : public ListControl<PushButtonList> {
  public:
-  static const Class& ClassTable();
+  static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }
 };
 
 // A control of a plug-in. Entry points of the plug-in write its PLUGIN properties.
 class BevelButton : public ListControl<BevelButtonList> {
  public:
-  static const Class& ClassTable();
+  static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }
 
   template <class T>
   static Property PluginProperty(std::string_view name, std::size_t slot) {
@@ -136,7 +145,9 @@ void PublishBevelButton();
 
 class Canvas : public ListControl<CanvasList> {
  public:
-  static const Class& ClassTable();
+  static std::vector<Event> OwnEvents() {
+    return {{"MouseDown", "( Int32, Int32 ) as Boolean"}, {"MouseUp", "( Int32, Int32 )"}};
+  }
 
   // The picture of the canvas. Nil shows nothing.
   const Ref<Picture>& Backdrop() const { return mBackdrop; }

@@ -181,6 +181,7 @@ inline constexpr Color White{255, 255, 255};
 #define ZELTO_LIST(name, KEYS)                                                  \
   struct name##List {                                                           \
     using Class = name;                                                         \
+    static constexpr std::string_view ClassName = #name;                        \
     using List = name##List;                                                    \
     KEYS(ZELTO_MEMBER)                                                          \
     operator String() const { return EncodePropertyList({KEYS(ZELTO_ENTRY)}); } \
