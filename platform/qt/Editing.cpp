@@ -68,15 +68,12 @@ Field EditedField() {
   return {};
 }
 
-void Follow(QWidget& field, QObject& context, const std::function<void()>& changed) {
-  if (const auto* line = qobject_cast<QLineEdit*>(&field)) {
-    QObject::connect(line, &QLineEdit::selectionChanged, &context, changed);
-    QObject::connect(line, &QLineEdit::textChanged, &context, changed);
-  }
-  if (const auto* area = qobject_cast<QPlainTextEdit*>(&field)) {
-    QObject::connect(area, &QPlainTextEdit::selectionChanged, &context, changed);
-    QObject::connect(area, &QPlainTextEdit::textChanged, &context, changed);
-  }
+template <class Widget>
+void Follow(const QWidget& field, QObject& context, const std::function<void()>& changed) {
+  const auto* edit = qobject_cast<const Widget*>(&field);
+  if (!edit) return;
+  QObject::connect(edit, &Widget::selectionChanged, &context, changed);
+  QObject::connect(edit, &Widget::textChanged, &context, changed);
 }
 
 const Command* Find(const String& itemName) {
@@ -108,7 +105,8 @@ void FollowEditing(QObject& context, const std::function<void()>& changed) {
                      if (!now || now == field || qobject_cast<QMenuBar*>(now)) return;
                      if (field) QObject::disconnect(field, nullptr, &context, nullptr);
                      field = now;
-                     Follow(*now, context, changed);
+                     Follow<QLineEdit>(*now, context, changed);
+                     Follow<QPlainTextEdit>(*now, context, changed);
                      changed();
                    });
 }
