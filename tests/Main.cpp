@@ -4,6 +4,8 @@
 
 #include <filesystem>
 
+#include "tests/StubPrograms.h"
+
 // Qt's D-Bus module leaks some of its messages.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libQt6DBus\n"; }
 
@@ -12,7 +14,7 @@ int main(int argc, char** argv) {
   // Otherwise Qt creates a runtime directory in /tmp and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
-  if (!getenv("ZELTO_BUS")) {  // do not inhibit the session of the tester
+  if (!IsRunAgain()) {  // do not inhibit the session of the tester
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
   }

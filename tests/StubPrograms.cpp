@@ -100,6 +100,15 @@ zelto::Ref<zelto::Shell> NewShell() {
   return zelto::RuntimeNewObject<zelto::Shell>();
 }
 
+bool IsRunAgain() { return getenv("ZELTO_AGAIN") != nullptr; }
+
+void RunAgain(const std::string& start, const std::string& program) {
+  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+  const std::string command = start + " env ZELTO_AGAIN=1 timeout 20 " + program +
+                              " --gtest_filter=" + test->test_suite_name() + "." + test->name();
+  EXPECT_EQ(system(command.c_str()), 0);
+}
+
 std::string Read(const std::filesystem::path& file) {
   std::ostringstream text;
   text << std::ifstream(file, std::ios::binary).rdbuf();

@@ -45,6 +45,11 @@ long Resident();
 
 zelto::Ref<zelto::Shell> NewShell();
 
+// Runs the current test again in a process of its own: the program with the given start of its
+// command line. `IsRunAgain` is True there.
+bool IsRunAgain();
+void RunAgain(const std::string& start, const std::string& program);
+
 std::string Read(const std::filesystem::path& file);
 void Write(const std::filesystem::path& file, const std::string& text);
 

@@ -3,13 +3,12 @@ import re
 import resource
 import shutil
 import signal
-from concurrent.futures import ThreadPoolExecutor
 from operator import methodcaller
 from pathlib import Path
 from secrets import token_hex
 
 from desktop.memory import can_look, copies
-from desktop.utility import AUTHENTICATE, Utility
+from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
 from place import LONG, PROGRAM, DesktopTest
 
 
@@ -62,7 +61,7 @@ class Memory(DesktopTest):
 
 class Secret(DesktopTest):
     def test_core_process_clipboard_and_assistive_technology_do_not_get_it(self):
-        account, field = self.account(), "Password or Phrase:"
+        account = self.account()
         home = Path("~" + account.name).expanduser()  # the working directory, where a core file would be
         self.addCleanup(resource.setrlimit, resource.RLIMIT_CORE, resource.getrlimit(resource.RLIMIT_CORE))
         resource.setrlimit(resource.RLIMIT_CORE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
@@ -71,13 +70,13 @@ class Secret(DesktopTest):
                 with Utility(account.name, PROGRAM) as utility:
                     utility.window(AUTHENTICATE)
                     utility.listen("object:text-changed")
-                    utility.fill(field, account.password)
+                    utility.fill(PASSWORD_FIELD, account.password)
                     utility.key("ctrl+a", "ctrl+c", "ctrl+x")
                     utility.fill("Name:", "")
                     utility.key("ctrl+v", "x", "ctrl+a", "ctrl+c", "End", "ctrl+v")
                     utility.until(lambda: utility.text("Name:").count("x") == 2)
                     case(utility.text("Name:") == "xx", "the clipboard holds it")
-                    told = "".join(text for _, text in utility.heard()) + utility.text(field)
+                    told = "".join(text for _, text in utility.heard()) + utility.text(PASSWORD_FIELD)
                     case("x" in told and account.password not in told, "assistive technology is told it")
                     for file in "mem", "environ":
                         readable = {pid for pid in account.processes() if account.can_open(f"/proc/{pid}/{file}")}
@@ -85,21 +84,3 @@ class Secret(DesktopTest):
                     utility.kill(number)
                     left = utility.exit_status(), list(home.glob("core*"))
                     case(left == (-number, []), f"{number.name} leaves {left}")
-
-
-class TwoAtOnce(DesktopTest):
-    def test_each_shows_its_own_record(self):
-        updates = [(product, self.update(f"{product}.gz", product)) for product in ("First", "Second")]
-        utilities = [self.authenticated(self.account()) for _ in updates]
-
-        def shown(utility, update):
-            utility.set_text("Patchfile:", "")
-            utility.set_text("Patchfile:", update[1])
-            utility.until(utility.can_update)
-            return utility.record()[0]
-
-        with self.tally("two utilities at once each show their own file") as case, ThreadPoolExecutor() as both:
-            for _ in range(50 if LONG else 3):
-                updates.reverse()
-                found = list(both.map(shown, utilities, updates))
-                case(found == [product for product, _ in updates], found)

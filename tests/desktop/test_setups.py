@@ -7,11 +7,10 @@ from pathlib import Path
 
 from desktop.accounts import run
 from desktop.updates import make_update
-from desktop.utility import AUTHENTICATE, MAIN, Utility
+from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from place import PROGRAM, DesktopTest
 
 RECORD = Path("/tmp/.KVX.Content")
-PASSWORD_FIELD = "Password or Phrase:"
 OWN_PROMPT = r"""
 int pam_prompt(void *, int, char **, const char *, ...);
 int pam_set_item(void *, int, const void *);
@@ -95,11 +94,8 @@ class SetUps(DesktopTest):
                 utility.listen("object:property-change:accessible-description")
                 utility.try_pair(account.name, account.password)
                 utility.until(lambda: utility.description(PASSWORD_FIELD) == reason)
-                self.assertEqual(([name for name, _ in utility.heard()], utility.bells()), ([PASSWORD_FIELD], 1))
+                self.assertEqual([name for name, _ in utility.heard()], [PASSWORD_FIELD])
                 self.assertEqual(utility.windows(), [AUTHENTICATE])
-                utility.key("End")
-                utility.until(lambda: utility.description(PASSWORD_FIELD) == "")
-                self.assertNotIn(MAIN, utility.shown())
 
 
 class Checks(DesktopTest):

@@ -6,16 +6,6 @@ from desktop.utility import MAIN
 from desktop.wait import until
 from place import DesktopTest
 
-BAD_FILE = ["Invalid Update File", """\
-This does not appear to be a properly configured ZELTO Group update file.
-
-Unless you know what the results of a blind tar extraction of the file dropped will do, we recommend \
-that you re-download the patch file from the ZELTO Group website or contact our technical support \
-team for further assistance.
-
-If you want to try to install this file anyway, click the Keep button"""]
-
-
 class Install(DesktopTest):
     def test_typed_dropped_and_chosen_files_install(self):
         account, markers, touch = self.account(), self.folder / "markers", f"touch {self.folder}/markers/"
@@ -58,26 +48,3 @@ class Install(DesktopTest):
         others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
-
-
-class BadFiles(DesktopTest):
-    def test_bad_file_can_be_kept_and_reports_its_failure(self):
-        cut = self.update("cut.gz", members=self.members(file=(os.urandom(100_000), 0o644)))
-        os.truncate(cut, 50_000)
-        account = self.account()
-        utility = self.authenticated(account)
-        utility.set_text("Patchfile:", self.update("good.gz", "Good"))
-        utility.until(utility.can_update)
-        utility.fill("Patchfile:", cut)
-        self.assertEqual(utility.dialog("Keep", "Cancel"), BAD_FILE)
-        utility.answer("Keep")
-        utility.start()
-        complaint = "\n".join(utility.dialog("OK"))
-        self.assertRegex(complaint, rf"\ABad update file\nErrors were reported when testing the file {cut}\n\n")
-        self.assertIn("tar: Unexpected EOF in archive", complaint)
-        for secret in "Password:", "ZELTO_PASSPHRASE", account.password:
-            self.assertFalse(secret in complaint)
-        utility.answer("OK")
-        self.assertEqual((utility.text("Patchfile:"), utility.record()[0], utility.status()),
-                         (cut, "Good", "Update File Read Error"))
-        self.assertTrue(utility.can_update())

@@ -85,25 +85,6 @@ TEST_F(ShellTest, RecordKeepsItsLineNumbersWhateverSuPrints) {
   std::filesystem::remove("/tmp/.KVX.Content");
 }
 
-TEST_F(ShellTest, RemovesAnyPromptAndKeepsErrorMessages) {
-  for (const std::string prompt :
-       {"ZELTO_PASSPHRASE", "[sudo: ZELTO_PASSPHRASE] Password: \n",
-        "Token of sudo: ", "sudo: unable to resolve host\nZELTO_PASSPHRASE"}) {
-    mStubs.Script("su",
-                  "printf 'Code for su: ' >&2; read -r password\n"
-                  "[ $password = secret ] || { echo 'su: no' >&2; exit 1; }\nsh -c \"$3\"");
-    mStubs.Script("sudo", "shift; printf '" + prompt + "' >&2; read -r password; exec \"$@\"");
-    const auto shell = NewShell();
-    shell->Execute(CredentialCheck("secret", "zt"));
-    shell->Execute(FullExtract("secret", "zt", "/missing"));
-    const std::string complaint = Bytes(shell->ReadAll());
-    EXPECT_EQ(complaint.find("tar"), 0U) << complaint;
-    EXPECT_NE(complaint.find("/missing"), std::string::npos);
-    shell->Execute(FullExtract("wrong", "zt", "/missing"));
-    EXPECT_EQ(Bytes(shell->ReadAll()), complaint + "su: no\n");
-  }
-}
-
 TEST_F(ShellTest, DoesNotWaitForAChildThatKeepsTheOutputOpen) {
   mShell->Execute({"{ " + mStubs.Blocker() + "; } &"});
   EXPECT_EQ(mShell->ErrorCode(), 0);

@@ -58,7 +58,7 @@ class Services : public QDBusVirtualObject {
  private:
   QVariant Answer(const QDBusMessage& message) {
     if (message.member() == "Get") return Version();
-    if (message.member() == "OpenFile") return OpenFile(message);
+    if (message.member() == "OpenFile") return OpenFile();
     if (message.member() != "Inhibit") return {};
     QString call = message.interface();
     for (const auto& argument : message.arguments()) call += '|' + argument.toString();
@@ -88,9 +88,7 @@ class Services : public QDBusVirtualObject {
     return 7U;
   }
 
-  QVariant OpenFile(const QDBusMessage& message) {
-    const auto options = qdbus_cast<QVariantMap>(message.arguments().at(2));
-    Calls << FirstPatterns(options["filters"].value<QDBusArgument>());
+  QVariant OpenFile() {
     // Repeats the signal, because the client listens only after it has the reply to its call.
     QObject::connect(mRepeat, &QTimer::timeout, this, [this] {
       auto response =
@@ -102,23 +100,6 @@ class Services : public QDBusVirtualObject {
     return QVariant::fromValue(QDBusObjectPath("/request"));
   }
 
-  static QString FirstPatterns(const QDBusArgument& filters) {
-    QString patterns;
-    filters.beginArray();
-    filters.beginStructure();
-    filters >> patterns;
-    filters.beginArray();
-    while (!filters.atEnd()) {
-      uint kind = 0;
-      QString pattern;
-      filters.beginStructure();
-      filters >> kind >> pattern;
-      filters.endStructure();
-      patterns += '|' + pattern;
-    }
-    return patterns;
-  }
-
   QDBusConnection mBus =
       QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
   int mReading = -1;
@@ -126,20 +107,12 @@ class Services : public QDBusVirtualObject {
   QTimer* mRepeat = new QTimer(this);
 };
 
-// Whether the test has a private bus. If not, runs it in a child process with one, because a
-// process cannot change its bus.
-bool HasPrivateBus(const std::string& environment = "") {
-  if (getenv("ZELTO_BUS")) return true;
-  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-  const std::string command =
-      "dbus-run-session -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS ZELTO_BUS=1 " +
-      environment + " exec timeout 20 /proc/" + std::to_string(getpid()) +
-      "/exe --gtest_filter=" + test->test_suite_name() + "." + test->name() + "' 2>&1";
-  std::FILE* output = popen(command.c_str(), "r");
-  std::string text;
-  for (int c = 0; (c = std::fgetc(output)) != EOF;) text += static_cast<char>(c);
-  EXPECT_EQ(pclose(output), 0) << text;
-  return false;
+// A process cannot change its bus.
+void RunOnPrivateBus() {
+  RunAgain(
+      "dbus-run-session -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' "
+      "sh",
+      std::filesystem::read_symlink("/proc/self/exe"));
 }
 
 class DesktopServicesTest : public WindowTest<> {
@@ -166,7 +139,7 @@ class DesktopServicesTest : public WindowTest<> {
 }  // namespace
 
 TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
-  if (!HasPrivateBus()) return;
+  if (!IsRunAgain()) return RunOnPrivateBus();
   const QString logind =
       "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
       "Installing an update|block";
@@ -189,7 +162,8 @@ TEST(DesktopServices, DesktopOpenDialogIsUsed) {
   if (!QFile::exists(plugins + "/platformthemes/libqxdgdesktopportal.so")) {
     GTEST_SKIP() << "qt6-xdgdesktopportal-platformtheme is not installed";
   }
-  if (!HasPrivateBus("QT_QPA_PLATFORMTHEME=xdgdesktopportal")) return;
+  setenv("QT_QPA_PLATFORMTHEME", "xdgdesktopportal", 1);
+  if (!IsRunAgain()) return RunOnPrivateBus();
   Services services({"org.freedesktop.portal.Desktop"});
   QThread thread;  // because Qt blocks on some of the replies
   services.moveToThread(&thread);
@@ -208,7 +182,4 @@ TEST(DesktopServices, DesktopOpenDialogIsUsed) {
   EXPECT_EQ(item ? Bytes(item->NativePath()) : "none", "/x/\xC3\xA4 b.TGZ");
   thread.quit();
   thread.wait();
-  ASSERT_EQ(services.Calls.size(), 2);
-  EXPECT_EQ(services.Calls[1].section('|', 1).toStdString(),
-            "*.[tT][gG][zZ]|*.[tT][aA][rR].[gG][zZ]");
 }

@@ -49,19 +49,6 @@ class RecorderWindow : public Window {
   bool CancelClose(bool) { return Cancels; }
 };
 
-// An object without a pane, owned by its window.
-class OwnedObject : public EventSource, public PaneChild {
- public:
-  const Class& ClassOf() const override { return Control::ClassTable(); }
-  void SetWindow(class Window* window) override { mWindow = window; }
-  Ref<class Window> Window() const override { return Ref<class Window>(mWindow); }
-  Int32 Index() const override { return 0; }
-  void SetIndex(Int32) override {}
-
- private:
-  class Window* mWindow = nullptr;
-};
-
 // An application that ends without a message at any exception.
 class QuittingApp : public Application {
  public:
@@ -147,7 +134,6 @@ TEST_F(ModelTest, MeIsTheObjectThatRaisedTheEvent) {
     return std::exchange(RecorderWindow::LastMe, nullptr) == object;
   };
   EXPECT_TRUE(raised(Field(window)));
-  EXPECT_TRUE(raised(window->New<OwnedObject>()));
   EXPECT_TRUE(raised(window));
   EXPECT_FALSE(Me());
 }

@@ -170,27 +170,10 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   EXPECT_TRUE(line.alignment() & Qt::AlignRight);
   field->Set(&EditFieldList::Password, true);
   EXPECT_EQ(line.displayText().count(QChar('a')), 0);
-  field->Set(&EditFieldList::Password, false);
-  EXPECT_EQ(line.displayText(), "abc");
-  line.setFocus();
-  const QImage withRing = line.grab().toImage();
-  field->Set(&EditFieldList::UseFocusRing, false);
-  EXPECT_FALSE(line.grab().toImage() == withRing);
-  field->Set(&EditFieldList::Border, false);
-  EXPECT_FALSE(line.hasFrame());
-
-  auto& area = dynamic_cast<QPlainTextEdit&>(ControlWidget(*mTop, "EditField2"));
-  mWindow->EditField2()->Set(&EditFieldList::ReadOnly, false);
-  mWindow->EditField2()->Set(&EditFieldList::LimitText, 2);
-  QTest::keyClicks(&area, "abc");
-  EXPECT_EQ(area.toPlainText(), "ab");
-
   mWindow->Set(&WindowList::MaxWidth, 600);
   mWindow->Set(&WindowList::Resizeable, true);
   mTop->resize(900, 400);
   Until([this] { return mTop->width() == 600; });
-  mWindow->Visible(false);
-  EXPECT_FALSE(mTop->isVisible());
 }
 
 // A second screen is above and to the left of the primary screen.

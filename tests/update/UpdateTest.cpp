@@ -68,7 +68,15 @@ TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
     std::string labels;
     WhenModalPress("Cancel", &labels);
     Choose(path);
-    EXPECT_EQ(labels.find("Invalid Update File|"), 0U) << path;
+    EXPECT_EQ(
+        labels,
+        "Invalid Update File|"
+        "This does not appear to be a properly configured ZELTO Group update file.\n\n"
+        "Unless you know what the results of a blind tar extraction of the file dropped will "
+        "do, we recommend that you re-download the patch file from the ZELTO Group website or "
+        "contact our technical support team for further assistance.\n\n"
+        "If you want to try to install this file anyway, click the Keep button|")
+        << path;
     EXPECT_EQ(Shown(), GoodLine + "Ready|off|off") << path;
   }
   WhenModalPress("Keep");
@@ -177,6 +185,8 @@ TEST_F(UpdateTest, OpenDialogMatchesEitherCaseAndChecksTheChosenFile) {
   Write(mStubs.Path("other.gz"), "");
   WhenModal([&](QWidget& shown) {
     auto& dialog = dynamic_cast<QFileDialog&>(shown);
+    EXPECT_EQ(dialog.nameFilters().at(0).toStdString(),
+              "gzip compressed tar file (*.[tT][gG][zZ] *.[tT][aA][rR].[gG][zZ])");
     dialog.selectFile(QString::fromStdString(path));
     auto* list = dialog.findChild<QListView*>("listView");
     const auto names = [&] {

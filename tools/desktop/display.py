@@ -7,8 +7,8 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from .manager import Manager
 from .wait import until
-from .watch import Watcher
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
 
@@ -38,11 +38,10 @@ class Desktop:
     def _start_display(self, undo):
         self.display = self._start_server(undo)
         self._screen = {"DISPLAY": self.display}
-        self._watcher = Watcher(self.display)
-        undo.callback(self._watcher.close)
-        manager = self.launch(["openbox"])
-        undo.callback(end, manager)
-        until(self._watcher.managed, 10, lambda: "the window manager does not start")
+        self.manager = Manager(self.display)
+        undo.callback(self.manager.close)
+        undo.callback(end, self.launch(["openbox"]))
+        until(self.manager.is_ready, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
         """Starts a command as the user. Output without a given stream goes to the desktop's log."""
@@ -61,23 +60,6 @@ class Desktop:
     def copy_of(self, name):
         """The path of the copy of a program."""
         return self._folder / "bin" / name
-
-    def shown(self):
-        """Titles of all windows that have been shown so far, however briefly."""
-        return self._watcher.shown()
-
-    def bells(self):
-        return self._watcher.bells()
-
-    def asked_for_attention(self):
-        """Titles of the windows that have demanded attention, in order."""
-        return self._watcher.asked_for_attention()
-
-    def steal_focus(self):
-        self._watcher.steal_focus()
-
-    def place(self, title):
-        return self._watcher.place(title)
 
     def active_title(self):
         """The title of the active window, as reported by the window manager."""
@@ -99,7 +81,7 @@ class Desktop:
 
     def screenshot(self, path, title=None):
         """Saves a picture of the whole screen, or of the window with the title and its border."""
-        window = "root" if title is None else str(self._watcher.frame(title))
+        window = "root" if title is None else str(self.manager.frame(title))
         subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
 
     def _lay_out(self):

@@ -84,9 +84,8 @@ class Driver:
         return self._wait(found, f"no label after {text!r} of {title!r}")
 
     def state(self, name):
-        node = self._control(name, showing=False)
+        node = self._control(name)
         return {"enabled": _has(node, Atspi.StateType.ENABLED),
-                "showing": _has(node, Atspi.StateType.SHOWING),
                 "focused": _has(node, Atspi.StateType.FOCUSED)}
 
     def description(self, name):
@@ -157,13 +156,13 @@ class Driver:
     def _window(self, title):
         return next((w for w in self._windows() if w.get_name() == title), None)
 
-    def _control(self, name, roles=None, showing=True):
+    def _control(self, name, roles=None):
         """Finds a control by name. Prefers a field to a label with the same name."""
         def found():
             nodes = [node for window in self._windows() for node in _walk(window)
                      if node.get_name() == name and node.get_parent().get_role() != Atspi.Role.APPLICATION
                      and (roles is None or node.get_role() in roles)
-                     and (not showing or _has(node, Atspi.StateType.SHOWING))]
+                     and _has(node, Atspi.StateType.SHOWING)]
             return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
         return self._wait(found, f"nothing named {name!r}")
 

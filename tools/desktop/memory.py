@@ -12,27 +12,19 @@ def can_look():
 
 def copies(pid, pattern):
     """Counts the matches of the pattern in the private writable memory of the process."""
-    found = 0
     with open(f"/proc/{pid}/mem", "rb", 0) as memory:
-        for line in Path(f"/proc/{pid}/maps").read_text().splitlines():
-            span, rights = line.split()[:2]
-            if rights == "rw-p":
-                start, end = (int(each, 16) for each in span.split("-"))
-                found += sum(len(re.findall(pattern, run, re.DOTALL)) for run in _runs(memory, start, end))
-    return found
+        spans = re.findall(r"^(\w+)-(\w+) rw-p", Path(f"/proc/{pid}/maps").read_text(), re.M)
+        return sum(len(re.findall(pattern, _content(memory, int(start, 16), int(end, 16)), re.DOTALL))
+                   for start, end in spans)
 
 
-def _runs(memory, start, end):
-    """Yields the readable bytes between two addresses, split at unreadable guard pages."""
-    run = bytearray()
-    while start < end:
-        memory.seek(start)
+def _content(memory, start, end):
+    """The bytes between two addresses, with zeros for unreadable guard pages."""
+    content = bytearray()
+    while start + len(content) < end:
+        memory.seek(start + len(content))
         try:
-            piece = memory.read(end - start)  # up to the first guard page
+            content += memory.read(end - start - len(content))  # up to the first guard page
         except OSError:
-            yield bytes(run)
-            run, piece = bytearray(), bytes(resource.getpagesize())
-        else:
-            run += piece
-        start += len(piece)
-    yield bytes(run)
+            content += bytes(resource.getpagesize())
+    return content

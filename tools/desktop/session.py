@@ -2,10 +2,10 @@
 import contextlib
 import json
 import os
-import signal
 import socket
 import subprocess
-from pathlib import Path
+
+import psutil
 
 from .display import PATH, Desktop, end
 from .wait import until
@@ -14,11 +14,11 @@ from .wait import until
 class Session(Desktop):
     """Forwards all other method calls as requests to the Driver of driver.py."""
 
-    def __init__(self, user, program, scale=1, path=PATH, environment={}, **desktop):
+    def __init__(self, user, program, scale=1, environment={}, **desktop):
         super().__init__(user, program, **desktop)
-        self._scale, self._path = scale, path
+        self._scale = scale
         self._environment = environment  # additional variables of the program; None removes a variable
-        self._link = self._last_words = None
+        self._link = None
 
     def __enter__(self):
         super().__enter__()
@@ -27,7 +27,7 @@ class Session(Desktop):
             self._errors = self._runtime / "program.stderr"
             self._errors.touch()
             os.chown(self._errors, self._user.pw_uid, self._user.pw_gid)
-            environment = {"PATH": self._path, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            environment = {"PATH": PATH, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                            "QT_SCALE_FACTOR": str(self._scale)} | self._environment
             # A socket, because the session's services also write to the driver's stdout.
             meeting = self._runtime / "driver.socket"
@@ -62,9 +62,7 @@ class Session(Desktop):
                      f"{ {title: self.texts(title) for title in self.windows()} }")
 
     def stderr(self):
-        """The standard error of the program, also after the session has ended."""
-        if self._last_words is not None:
-            return self._last_words
+        """The standard error of the program."""
         return self._errors.read_text(errors="replace")
 
     def _ask(self, verb, arguments, options):
@@ -84,27 +82,12 @@ class Session(Desktop):
         return RuntimeError("no driver in the session: " + (self._folder / "desktop.log").read_text())
 
     def _end_driver(self, driver):
-        family = []
-        for pid in _descendants(driver.pid):
-            with contextlib.suppress(ProcessLookupError):
-                family.append(os.pidfd_open(pid))
+        started = psutil.Process(driver.pid).children(recursive=True)
         if self._link:  # the driver ends itself, and then its bus cleans up
             with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
                 self._link.close()
                 driver.wait(5)
         end(driver)
-        for member in family:
-            with contextlib.suppress(ProcessLookupError):
-                signal.pidfd_send_signal(member, signal.SIGKILL)
-            os.close(member)
-        self._last_words = self.stderr()
-
-
-def _descendants(pid):
-    children = {}
-    for child in filter(str.isdigit, os.listdir("/proc")):
-        with contextlib.suppress(FileNotFoundError, ProcessLookupError):
-            parent = Path(f"/proc/{child}/stat").read_text().rpartition(")")[2].split()[1]
-            children.setdefault(int(parent), []).append(int(child))
-    below = children.get(pid, [])
-    return below + [each for child in below for each in _descendants(child)]
+        for process in started:
+            with contextlib.suppress(psutil.NoSuchProcess):
+                process.kill()

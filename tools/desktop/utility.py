@@ -2,6 +2,7 @@
 from .session import Session
 
 AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
+PASSWORD_FIELD = "Password or Phrase:"
 
 
 class Utility(Session):
@@ -15,12 +16,19 @@ class Utility(Session):
     def try_pair(self, name, password):
         self.window(AUTHENTICATE)
         self.fill("Name:", name)
-        self.fill("Password or Phrase:", password)
+        self.fill(PASSWORD_FIELD, password)
         self.click("Authenticate")
 
     def authenticate(self, name, password):
         self.try_pair(name, password)
         self.window(MAIN)
+
+    def refusal(self):
+        """The reason that the dialog gives. The key removes it."""
+        reason = self.until(lambda: self.description(PASSWORD_FIELD))
+        self.key("End")
+        self.until(lambda: not self.description(PASSWORD_FIELD))
+        return reason
 
     def choose(self, path):
         self.click("Choose update file")

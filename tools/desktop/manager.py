@@ -1,0 +1,59 @@
+"""The windows of a display, as its window manager reports them."""
+import contextlib
+
+from Xlib import X, display, error
+from Xlib.protocol import event
+
+from .wait import until
+
+
+class Manager:
+    def __init__(self, name):
+        self._display = display.Display(name)
+        self._root = self._display.screen().root
+        self._unmapped = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+
+    def is_ready(self):
+        """True once the window manager answers. Before that it may miss a new window."""
+        question = event.ClientMessage(window=self._unmapped, data=(32, [0] * 5),
+                                       client_type=self._display.intern_atom("_NET_REQUEST_FRAME_EXTENTS"))
+        self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        return self._property(self._unmapped, "_NET_FRAME_EXTENTS")
+
+    def frame(self, title):
+        """The id of the window's border and title bar."""
+        window = self._client(title)
+        while (parent := window.query_tree().parent) != self._root:
+            window = parent
+        return window.id
+
+    def place(self, title):
+        """Left, top, width and height of the window without its border."""
+        window = self._client(title)
+        size = window.get_geometry()
+        corner = self._root.translate_coords(window, 0, 0)
+        return corner.x, corner.y, size.width, size.height
+
+    def steal_focus(self):
+        """Shows a window of another program, which takes the focus."""
+        window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
+        window.map()
+        until(lambda: window.get_attributes().map_state == X.IsViewable, 10, lambda: "the window does not show")
+        window.set_input_focus(X.RevertToParent, X.CurrentTime)
+        self._display.sync()
+
+    def close(self):
+        with contextlib.suppress(error.ConnectionClosedError):  # the display may have ended before
+            self._display.close()
+
+    def _client(self, title):
+        """The topmost window of that title."""
+        for number in reversed(self._property(self._root, "_NET_CLIENT_LIST_STACKING")):
+            window = self._display.create_resource_object("window", number)
+            if bytes(self._property(window, "_NET_WM_NAME")).decode() == title:
+                return window
+        raise LookupError(f"no window titled {title!r}")
+
+    def _property(self, window, name):
+        found = window.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
+        return found.value if found else ()
