@@ -104,12 +104,3 @@ TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
     return hasMoved && !isAway;
   });
 }
-
-TEST_F(WPermTest, SecondCloseDuringACheckEndsTheProgram) {
-  mStubs.Script("su", mStubs.Blocker());
-  mDialog->Show();
-  CloseTwiceOnce([&] { return !mStubs.Calls("su").empty(); });
-  Press("zt", "secret");
-  EXPECT_FALSE(Globals::Authenticated);
-  EXPECT_THROW(ThrowIfQuitting(), EndException);
-}

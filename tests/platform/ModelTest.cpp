@@ -198,16 +198,6 @@ TEST_F(ModelTest, QuitInUnhandledExceptionEndsWithoutAMessage) {
   RuntimeInit();
 }
 
-TEST_F(ModelTest, WaitingHandlerRefusesTheFirstClose) {
-  InvokeHandler([&] {
-    EXPECT_TRUE(AllowClose());
-    App()->DoEvents(1);
-    EXPECT_FALSE(AllowClose());
-    EXPECT_TRUE(AllowClose());
-  });
-  EXPECT_FALSE(HandlerWaits());
-}
-
 TEST_F(ModelTest, NewDialogHasOneVisibleButton) {
   const auto window = ImplicitWindow<RecorderWindow>();
   const auto dialog = window->New<MessageDialog>();
