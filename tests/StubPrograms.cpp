@@ -104,7 +104,7 @@ bool IsRunAgain() { return getenv("ZELTO_AGAIN") != nullptr; }
 
 void RunAgain(const std::string& start, const std::string& program) {
   const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-  const std::string command = start + " env ZELTO_AGAIN=1 timeout 20 " + program +
+  const std::string command = start + " env ZELTO_AGAIN=1 timeout 60 " + program +
                               " --gtest_filter=" + test->test_suite_name() + "." + test->name();
   EXPECT_EQ(system(command.c_str()), 0);
 }

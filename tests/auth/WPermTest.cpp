@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
 #include "tests/Fixtures.h"
@@ -70,7 +71,8 @@ TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
 TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   mDialog->Show();
   Until([] { return QApplication::activeWindow(); });
-  auto& field = ControlWidget(*QApplication::activeWindow(), "passwd");
+  auto& field = dynamic_cast<QLineEdit&>(ControlWidget(*QApplication::activeWindow(), "passwd"));
+  EXPECT_TRUE(field.hasFocus());
   const auto balloon = [] {
     QString shown;
     for (auto* top : QApplication::topLevelWidgets()) {
@@ -83,7 +85,7 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   for (int i = 0; i < 2; ++i) Press("zt", "wrong");
   EXPECT_EQ(balloon(), reason);
   EXPECT_EQ(field.accessibleDescription().toStdString(), reason);
-  EXPECT_TRUE(field.hasFocus());
+  EXPECT_TRUE(field.hasFocus() && field.selectedText() == field.text());
   QTest::keyClick(&field, Qt::Key_End);
   EXPECT_EQ(balloon() + field.accessibleDescription().toStdString(), "");
   Press("zt", "wrong");
