@@ -18,7 +18,7 @@ class MenuItem : public Object {
   // "&" precedes the access key. "-" is a separator.
   const String& Text() const { return mText; }
   void Text(const String& text) { mText = text; }
-  // "Cmd+" and a capital letter, or nil. "Cmd" is Qt's Ctrl.
+  // "Cmd+" and a capital letter, or nil for no shortcut. "Cmd" is mapped to Qt's Ctrl.
   const String& KeyboardShortcut() const { return mKeyboardShortcut; }
   void KeyboardShortcut(const String& shortcut) { mKeyboardShortcut = shortcut; }
 

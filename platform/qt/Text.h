@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// Converts a text for display. An invalid byte becomes U+FFFD, a carriage return a newline. Escape
-// sequences and all control characters but tabs and newlines are removed.
+// Converts a text for display. Replaces invalid bytes with U+FFFD and carriage returns with
+// newlines. Removes escape sequences and all control characters but tabs and newlines.
 QString ToDisplayText(const String& text);
 
 // Converts a plain text for QToolTip, which otherwise can interpret it as rich text.

@@ -18,7 +18,7 @@ void Wipe(void* memory, std::size_t bytes) {
 void DisableCoreDumps() {
   rlimit limit{};
   getrlimit(RLIMIT_CORE, &limit);
-  limit.rlim_cur = 0;  // the hard limit stays, so commands can raise theirs
+  limit.rlim_cur = 0;  // the hard limit is unchanged: a command can raise its own
   setrlimit(RLIMIT_CORE, &limit);
 #ifdef __linux__
   prctl(PR_SET_DUMPABLE, 0);  // also disables core dumps that are piped to a program
