@@ -44,7 +44,7 @@ class MessageDialog : public Object {
   Int32 Icon() const { return mIcon; }
   void Icon(Int32 icon) { mIcon = icon; }
 
-  // The buttons of the dialog, which never change. The writers have no effect.
+  // The button objects of the dialog. They cannot be replaced: the setters have no effect.
   Ref<class ActionButton> ActionButton() const { return mActionButton; }
   void ActionButton(const Ref<class ActionButton>&) {}
   Ref<class CancelButton> CancelButton() const { return mCancelButton; }
@@ -52,8 +52,9 @@ class MessageDialog : public Object {
   Ref<class AlternateActionButton> AlternateActionButton() const { return mAlternateActionButton; }
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
-  // Both block until the dialog is closed and return the pressed button. If it is closed otherwise,
-  // they return the visible cancel button, else the action button. Keys have no effect for the
+  // Both block until the dialog is closed and return the pressed button. If the user closes the
+  // dialog in another way, they return the cancel button if it is visible, or else the action
+  // button. Keys have no effect for the
   // first 500 ms: a key typed ahead must not answer the dialog. They throw EndException if the
   // application ends.
   Ref<MessageDialogButton> ShowModal();

@@ -32,7 +32,7 @@ void Window1::pbUpdate_Action() {
     dialog->ShowModalWithin(Ref<Window>(this));
     return;
   }
-  dialog->Message("Update Completed Successfullly");  // spelled as the vendor spells it
+  dialog->Message("Update Completed Successfullly");  // the vendor's own spelling
   dialog->Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
                       "Would you like to apply another patch file or quit?");
   stStatus()->Text("Update completed successfully");

@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// Creates the widget of the window's menu bar. The widget can outlive the window: it does not
-// access the window after `context` is destroyed.
+// Creates the widget of the window's menu bar. The window owns `context`. After `context` is
+// destroyed, the widget no longer accesses the window.
 QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context);
 
 }  // namespace zelto

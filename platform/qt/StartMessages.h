@@ -4,8 +4,9 @@
 
 namespace zelto {
 
-// Starts Qt. A failure to open a display ends the process with status 1 and one line on standard
-// error, without a core dump. All other messages are printed after the start.
+// Calls the function, which starts Qt. If no display can be opened, the process ends with status 1
+// and one line on standard error, without a core dump. Other messages of Qt are printed when the
+// function returns.
 void CollectStartMessages(const std::function<void()>& start);
 
 }  // namespace zelto

@@ -37,7 +37,7 @@ class RuntimeException {
     explicit name(String message = {}) : RuntimeException(#name, std::move(message)) {} \
   };
 
-// Unwinds handlers when the application ends.
+// Thrown to leave the running event handlers when the application ends.
 ZELTO_EXCEPTION(EndException)
 ZELTO_EXCEPTION(FunctionNotFoundException)
 ZELTO_EXCEPTION(TypeMismatchException)

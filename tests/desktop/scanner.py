@@ -1,4 +1,4 @@
-"""Searches the arguments and environments of all newer processes until the input ends. The first line of
+"""Searches the arguments and environment of each process that starts after this one, until standard input ends. The first line of
 the input is the text to find. Prints the matches with the text masked."""
 import contextlib
 import os
