@@ -1,5 +1,5 @@
-"""Searches the arguments and environment of each process that starts after this one, until standard input ends. The first line of
-the input is the text to find. Prints the matches with the text masked."""
+"""Searches the arguments and environment of each process that starts after this one for the text in the
+first line of standard input, until standard input ends. Prints the matches with the text masked."""
 import contextlib
 import os
 import select
