@@ -22,7 +22,8 @@ class StubPrograms {
   // The first entries of PATH: the folders of the front end and of the scripts.
   std::string Programs() const { return Path("front") + ":" + Path("bin"); }
   void Script(const std::string& name, const std::string& body) const;
-  // A command for a script that blocks until Release or the end of this object.
+  // A shell command for use in a script. It blocks until Release is called or this object is
+  // destroyed.
   std::string Blocker() const { return "read -r line <'" + Path("gate") + "'"; }
   void Release() const;
   // The arguments of each call of the program so far.

@@ -48,7 +48,7 @@ bool Balloon::eventFilter(QObject* object, QEvent* event) {
   return false;
 }
 
-// Places the balloon to the right of the widget, within the screen.
+// Places the balloon to the right of the widget, but not beyond the right edge of the screen.
 void Balloon::Place() {
   constexpr int gap = 4;  // pixels
   const auto* screen = mAnchor->screen();

@@ -5,7 +5,7 @@ from pathlib import Path
 
 
 def can_look():
-    """Returns whether this process has CAP_SYS_PTRACE, which is required to open another's memory."""
+    """Returns whether this process has CAP_SYS_PTRACE, which is required to open the memory of another process."""
     effective, = re.findall(r"^CapEff:\s*(\w+)", Path("/proc/self/status").read_text(), re.M)
     return bool(int(effective, 16) >> 19 & 1)
 
