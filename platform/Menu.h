@@ -33,7 +33,7 @@ class MenuItem : public Object {
   // Returns the descendant with the name, or nil.
   Ref<MenuItem> Lookup(const String& name) const;
 
-  // The action of the item's class. Returns False if the class has none.
+  // Performs the action of the item's class. Returns False if the class has none.
   virtual bool Event_Action() { return false; }
 
  private:

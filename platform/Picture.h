@@ -8,10 +8,10 @@ class Picture;
 
 class Graphics : public Object {
  public:
-  // As one of the four sizes: the width or height of the picture.
+  // A size of DrawPicture: the picture's own width or height.
   static constexpr Int32 OwnSize = -10000;
 
-  // Draws a part of the picture. All numbers are pixels. Nil draws nothing.
+  // Draws a part of the picture. All numbers are pixels. Does nothing if the picture is nil.
   virtual void DrawPicture(const Ref<Picture>& picture, Int32 x, Int32 y, Int32 width, Int32 height,
                            Int32 sourceX, Int32 sourceY, Int32 sourceWidth, Int32 sourceHeight) = 0;
 };

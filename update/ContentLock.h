@@ -2,9 +2,10 @@
 
 namespace zelto {
 
-// Serialises the use of the content record between running utilities, which all extract it to one
-// path. The constructor blocks for at most five seconds and then continues without the lock,
-// because every account can hold it. It also continues if the file system does not support locks.
+// Lets only one running instance of the utility use the content record at a time, because all
+// instances extract it to the same path. The constructor blocks for at most five seconds and then
+// continues without the lock: any account can take it and could otherwise block all others. It also
+// continues if the file system does not support locks.
 class ContentLock {
  public:
   ContentLock();

@@ -47,7 +47,8 @@ class FileDrops : public QObject {
   }
 
  private:
-  // The path in the bytes of the file system, which can be invalid UTF-8. Nil if it is not local.
+  // The path of the first file, in the file system's own bytes, which need not be valid UTF-8. Nil
+  // if the first URL is not that of a local file.
   static String FirstFile(const QList<QUrl>& urls) {
     if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return {};
     const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);

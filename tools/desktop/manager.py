@@ -14,14 +14,14 @@ class Manager:
         self._unmapped = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
 
     def is_ready(self):
-        """True once the window manager answers. Before that it may miss a new window."""
+        """Returns whether the window manager answers. Before it does, it may not notice a new window."""
         question = event.ClientMessage(window=self._unmapped, data=(32, [0] * 5),
                                        client_type=self._display.intern_atom("_NET_REQUEST_FRAME_EXTENTS"))
         self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         return self._property(self._unmapped, "_NET_FRAME_EXTENTS")
 
     def frame(self, title):
-        """The id of the window's border and title bar."""
+        """The id of the frame window, which holds the window's border and title bar."""
         window = self._client(title)
         while (parent := window.query_tree().parent) != self._root:
             window = parent
