@@ -33,13 +33,13 @@ class Session(Desktop):
             meeting = self._runtime / "driver.socket"
             with socket.create_server(str(meeting), family=socket.AF_UNIX) as listener:
                 meeting.chmod(0o777)
-                driver = self.launch(
-                    ["dbus-run-session", "--", "/usr/bin/python3", self._folder / "driver/driver.py", meeting,
-                     str(self._scale), "/usr/bin/env",
+                self._driver = self.launch(
+                    ["dbus-run-session", "--", "/usr/bin/python3", "-X", "faulthandler",
+                     self._folder / "driver/driver.py", meeting, str(self._scale), "/usr/bin/env",
                      *(f"{name}={value}" for name, value in environment.items() if value is not None),
                      self.copy_of(self._program.name)])
-                undo.callback(self._end_driver, driver)
-                listener.settimeout(15)
+                undo.callback(self._end_driver)
+                listener.settimeout(60)  # a busy machine starts it slowly
                 try:
                     with listener.accept()[0] as link:
                         self._link = link.makefile("rw")
@@ -79,15 +79,18 @@ class Session(Desktop):
         return answer["value"]
 
     def _no_driver(self):
-        return RuntimeError("no driver in the session: " + (self._folder / "desktop.log").read_text())
+        with contextlib.suppress(subprocess.TimeoutExpired):
+            self._driver.wait(5)
+        return RuntimeError(f"no driver in the session (exit status {self._driver.returncode}): "
+                            + (self._folder / "desktop.log").read_text())
 
-    def _end_driver(self, driver):
-        started = psutil.Process(driver.pid).children(recursive=True)
+    def _end_driver(self):
+        started = psutil.Process(self._driver.pid).children(recursive=True)
         if self._link:  # the driver ends itself, and then its bus cleans up
             with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
                 self._link.close()
-                driver.wait(5)
-        end(driver)
+                self._driver.wait(5)
+        end(self._driver)
         for process in started:
             with contextlib.suppress(psutil.NoSuchProcess):
                 process.kill()
