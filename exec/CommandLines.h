@@ -22,7 +22,7 @@ struct CommandLine {
   std::optional<std::size_t> OutputSize;
 };
 
-// The six command lines of the program. Each value is one word and is quoted only if necessary.
+// The six command lines of the program. Each parameter becomes one word, quoted only if necessary.
 CommandLine ForgetCredentials();
 CommandLine CredentialCheck(const String& passwd, const String& user);
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path);

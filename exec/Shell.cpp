@@ -135,42 +135,38 @@ void Shell::ReleaseProcess() {
   close(std::exchange(mEnd, -1));
 }
 
+template <class Clean>
+void Shell::AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
+                       Clean clean) const {
+  std::string around;
+  for (auto run = mRuns.begin(); run != mRuns.end(); ++run) {
+    const auto start = text.size();
+    file.AppendTo(text, *run.*begin, run + 1 != mRuns.end() ? run[1].*begin : file.Size());
+    KeepMarked(text, start, mMark);
+    if (run->IsCheck()) around = text.substr(start);
+    clean(*run, start, around);
+  }
+  EndLine(text);
+}
+
 // Reserves one buffer, because the text can be large.
 String Shell::Gathered() const {
   std::string text;
   if (mOutput.IsOpen() && mErrors.IsOpen()) {
     text.reserve(mOutput.Size() + mErrors.Size() + mRefusals.size() + 2);
-    std::string around;
-    for (std::size_t run = 0; run < mRuns.size(); ++run) AppendOutput(text, run, around);
-    EndLine(text);
-    around.clear();
-    for (std::size_t run = 0; run < mRuns.size(); ++run) AppendErrors(text, run, around);
-    EndLine(text);
+    AppendRuns(text, mOutput, &Run::Output, [&](const Run& run, auto start, const auto& around) {
+      if (run.Status == 0 && run.OutputSize) return KeepLast(text, start, *run.OutputSize);
+      RemoveLeading(text, start, around);
+    });
+    // A prompt has no newline and precedes the next message on its line. The prompt of `sudo` is
+    // SudoPrompt. That of `su` is the output of the check, or PAM's default if there was no check.
+    AppendRuns(text, mErrors, &Run::Errors, [&](const Run&, auto start, const auto& around) {
+      RemoveLeading(text, start, around.empty() ? "Password: " : around);
+      EraseAll(text, start, SudoPrompt);
+    });
   }
   text += mRefusals;
   return {std::move(text)};
-}
-
-void Shell::AppendOutput(std::string& text, std::size_t run, std::string& around) const {
-  const auto& [output, errors, size, status] = mRuns[run];
-  const auto start = text.size();
-  mOutput.AppendTo(text, output, run + 1 < mRuns.size() ? mRuns[run + 1].Output : mOutput.Size());
-  KeepMarked(text, start, mMark);
-  if (mRuns[run].IsCheck()) around = text.substr(start);
-  if (status == 0 && size) return KeepLast(text, start, *size);
-  RemoveLeading(text, start, around);
-}
-
-// A prompt has no newline and precedes the next message on its line. The prompt of `sudo` is
-// SudoPrompt. That of `su` is the output of the check, or PAM's default if there was no check.
-void Shell::AppendErrors(std::string& text, std::size_t run, std::string& around) const {
-  constexpr std::string_view suPrompt = "Password: ";
-  const auto start = text.size();
-  mErrors.AppendTo(text, mRuns[run].Errors,
-                   run + 1 < mRuns.size() ? mRuns[run + 1].Errors : mErrors.Size());
-  if (mRuns[run].IsCheck()) around = text.substr(start);
-  RemoveLeading(text, start, around.empty() ? suPrompt : around);
-  EraseAll(text, start, SudoPrompt);
 }
 
 }  // namespace zelto

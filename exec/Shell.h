@@ -51,10 +51,11 @@ class Shell : public Object {
   bool ReapChild();
   void ReleaseProcess();
   String Gathered() const;
-  // Append the command's output of a run. `around` is the output of `su` and `sudo` in the last
-  // check; a check updates it.
-  void AppendOutput(std::string& text, std::size_t run, std::string& around) const;
-  void AppendErrors(std::string& text, std::size_t run, std::string& around) const;
+  // Appends the output of all runs in the file, which `begin` locates. `clean(run, start, around)`
+  // edits the part of a run; `around` is the output of `su` and `sudo` in the last check.
+  template <class Clean>
+  void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
+                  Clean clean) const;
 
   Int32 mMode = 0;
   Int32 mErrorCode = 0;
