@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -45,6 +46,9 @@ inline const std::string GoodRecord =
 long Resident();
 
 zelto::Ref<zelto::Shell> NewShell();
+
+// The number of cases. `many` takes minutes.
+inline int Cases(int few, int many) { return std::getenv("ZELTO_LONG") ? many : few; }
 
 // Runs the current test again in a process of its own: the program with the given start of its
 // command line. `IsRunAgain` is True there.

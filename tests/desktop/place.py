@@ -59,17 +59,3 @@ class DesktopTest(unittest.TestCase):
             found = os.stat(name)
             self.assertEqual((found.st_uid, found.st_gid, oct(found.st_mode & 0o7777)), (0, 0, oct(mode)), name)
             self.assertEqual(Path(name).read_bytes(), content, name)
-
-    @contextlib.contextmanager
-    def tally(self, guarantee):
-        """Yields case(is_kept, what). Counts the cases, prints a row, and reports the first failures."""
-        kept = []
-        try:
-            yield lambda is_kept, what: kept.append((bool(is_kept), what))
-        except Exception as error:
-            kept.append((False, str(error)))
-            raise
-        finally:
-            broken = [what for is_kept, what in kept if not is_kept]
-            print(f"guarantee | {guarantee} | {len(kept)} | {len(broken)}", flush=True)
-        self.assertTrue(kept and not broken, f"{guarantee}: {broken[:5] or 'no case'}")

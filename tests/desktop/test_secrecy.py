@@ -6,7 +6,7 @@ from place import LONG, DesktopTest
 
 
 class Secrecy(DesktopTest):
-    def test_other_users_see_the_password_only_during_its_check(self):
+    def test_other_users_see_the_password_only_in_the_arguments_of_a_check(self):
         account, stranger = self.account(), self.account(sudo=False)
         path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
         script = shutil.copy(Path(__file__).with_name("scanner.py"), self.folder)
@@ -24,6 +24,4 @@ class Secrecy(DesktopTest):
         seen = scanner.communicate()[0].splitlines()
         check = f"cmdline: 'su {account.name} -c echo *** | sudo -S /usr/bin/true '"
         self.assertIn(check, seen, "the scanner misses what it has to see")
-        with self.tally("other users see the password in the check of it and nowhere else") as case:
-            for line in seen:
-                case(line in (check, check.replace(f"su {account.name}", "bash")), line)
+        self.assertLessEqual(set(seen), {check, check.replace(f"su {account.name}", "bash")})

@@ -1,6 +1,7 @@
 // Commands that fail or end in unusual ways.
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sched.h>
 #include <signal.h>
 #include <sys/mount.h>
@@ -12,7 +13,6 @@
 
 #include "platform/runtime/Wait.h"
 #include "tests/StubPrograms.h"
-#include "tests/hardening/Tally.h"
 
 using namespace zelto;
 
@@ -41,7 +41,6 @@ bool Says(const Ref<Shell>& shell, const char* text) {
 }  // namespace
 
 TEST(Hardening, MissingProgramIsReported) {
-  Tally tally("a missing sh, su, sudo or tar is reported");
   const StubPrograms programs;
   const std::string update = programs.Update("u.tar.gz", GoodRecord);
   for (const std::string missing : {"sh", "su", "sudo", "tar"}) {
@@ -57,14 +56,12 @@ TEST(Hardening, MissingProgramIsReported) {
     setenv("PATH", folder.c_str(), 1);
     const auto shell = NewShell();
     shell->Execute(FullExtract("secret", "zt", update));
-    tally.Case(
-        shell->ErrorCode() != 0 && Says(shell, missing == "sh" ? "No such file" : "not found"),
-        missing + Bytes(shell->ReadAll()));
+    EXPECT_NE(shell->ErrorCode(), 0) << missing;
+    EXPECT_TRUE(Says(shell, missing == "sh" ? "No such file" : "not found")) << missing;
   }
 }
 
 TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
-  Tally tally("unread output uses at most 1 MB of memory, read output its size and 5 MB");
   const auto shell = NewShell();
   shell->Mode(2);
   constexpr long megabyte = 1024 * 1024;
@@ -74,19 +71,18 @@ TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
   shell->Execute({"head -c " + half + " /dev/zero | tr '\\0' x; head -c " + half +
                   " /dev/zero | tr '\\0' y >&2"});
   while (shell->IsRunning()) RuntimeAwait(-1, 1);
-  tally.Case(Resident() - before < megabyte, "unread: " + std::to_string(Resident() - before));
+  EXPECT_LT(Resident() - before, megabyte);
   const String text = shell->ReadAll();
-  tally.Case(LenB(text) == size + 2, std::to_string(LenB(text)));
+  EXPECT_EQ(LenB(text), size + 2);
 #ifdef __SANITIZE_ADDRESS__
   constexpr long slack = 15 * megabyte;  // a sanitizer keeps freed memory
 #else
   constexpr long slack = 5 * megabyte;
 #endif
-  tally.Case(Resident() - before < size + slack, "read: " + std::to_string(Resident() - before));
+  EXPECT_LT(Resident() - before, size + slack);
 }
 
 TEST(Hardening, SignalsDoNotAffectACommand) {
-  Tally tally("signals that interrupt system calls change no result");
   struct sigaction action {};
   action.sa_handler = [](int) {};
   sigaction(SIGALRM, &action, nullptr);
@@ -95,7 +91,8 @@ TEST(Hardening, SignalsDoNotAffectACommand) {
   for (int i = 0; i < Cases(20, 500); ++i) {
     const auto shell = NewShell();
     shell->Execute({"printf '" + std::string(5000, 'x') + "'; exit " + std::to_string(i % 100)});
-    tally.Case(shell->ErrorCode() == i % 100 && LenB(shell->ReadAll()) == 5001, std::to_string(i));
+    EXPECT_EQ(shell->ErrorCode(), i % 100);
+    EXPECT_EQ(LenB(shell->ReadAll()), 5001);
   }
   const itimerval never{};
   setitimer(ITIMER_REAL, &never, nullptr);
@@ -103,55 +100,48 @@ TEST(Hardening, SignalsDoNotAffectACommand) {
 
 TEST(Hardening, FullProcessTableIsReported) {
   if (getuid() != 0) GTEST_SKIP() << "needs root to become another user";
-  Tally tally("a full process table is reported");
-  tally.Case(InChild([] {
-               const auto shell = NewShell();
-               const rlimit none{0, 0};
-               if (setuid(65534) != 0 || setrlimit(RLIMIT_NPROC, &none) != 0) return false;
-               shell->Execute({"true"});
-               return shell->ErrorCode() == 127 && Says(shell, "temporarily unavailable");
-             }),
-             "");
+  EXPECT_TRUE(InChild([] {
+    const auto shell = NewShell();
+    const rlimit none{0, 0};
+    if (setuid(65534) != 0 || setrlimit(RLIMIT_NPROC, &none) != 0) return false;
+    shell->Execute({"true"});
+    return shell->ErrorCode() == 127 && Says(shell, "temporarily unavailable");
+  }));
 }
 
 TEST(Hardening, OutputFallsBackIfTmpIsNotWritable) {
   if (!InChild(EnterMountNamespace)) GTEST_SKIP() << "needs root and a mount namespace";
-  Tally tally("a command finishes if /tmp is not writable");
-  tally.Case(
-      InChild([] {
-        if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, nullptr) != 0 ||
-            mkdir("/tmp/ours", 0700) != 0 ||
-            mount("/tmp/ours", "/tmp/ours", nullptr, MS_BIND, nullptr) != 0 ||
-            mount(nullptr, "/tmp", nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
-          return false;
-        }
-        const auto writesTo = [](const char* folder, const char* place) {
-          setenv("TMPDIR", folder, 1);
-          const auto shell = NewShell();
-          shell->Execute({"readlink /proc/$$/fd/1 /proc/$$/fd/2"});
-          const auto text = Bytes(shell->ReadAll());
-          return text.starts_with(place) && text.find(place, 1) != text.npos;
-        };
-        return writesTo("/tmp/ours", "/tmp/ours/") && writesTo("/tmp", "/memfd:");
-      }),
-      "");
+  EXPECT_TRUE(InChild([] {
+    if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, nullptr) != 0 ||
+        mkdir("/tmp/ours", 0700) != 0 ||
+        mount("/tmp/ours", "/tmp/ours", nullptr, MS_BIND, nullptr) != 0 ||
+        mount(nullptr, "/tmp", nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
+      return false;
+    }
+    const auto writesTo = [](const char* folder, const char* place) {
+      setenv("TMPDIR", folder, 1);
+      const auto shell = NewShell();
+      shell->Execute({"readlink /proc/$$/fd/1 /proc/$$/fd/2"});
+      const auto text = Bytes(shell->ReadAll());
+      return text.starts_with(place) && text.find(place, 1) != text.npos;
+    };
+    return writesTo("/tmp/ours", "/tmp/ours/") && writesTo("/tmp", "/memfd:");
+  }));
 }
 
 TEST(Hardening, FullTemporaryFolderDoesNotStopACommand) {
   if (!InChild(EnterMountNamespace)) GTEST_SKIP() << "needs root and a mount namespace";
-  Tally tally("a command finishes if the temporary folder is full");
   const StubPrograms programs;
   const std::string done = programs.Path("done");
-  tally.Case(InChild([&] {
-               const int folder = open(programs.Folder().c_str(), O_PATH);
-               if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
-                 return false;
-               }
-               const auto shell = NewShell();
-               shell->Execute({"head -c 200000 /dev/zero | tr '\\0' x; echo yes >/proc/$PPID/fd/" +
-                               std::to_string(folder) + "/done"});
-               return LenB(shell->ReadAll()) <= 65536 + 500;
-             }),
-             "");
-  tally.Case(Read(done) == "yes\n", "the command did not finish");
+  EXPECT_TRUE(InChild([&] {
+    const int folder = open(programs.Folder().c_str(), O_PATH);
+    if (!EnterMountNamespace() || mount("none", "/tmp", "tmpfs", 0, "size=64k") != 0) {
+      return false;
+    }
+    const auto shell = NewShell();
+    shell->Execute({"head -c 200000 /dev/zero | tr '\\0' x; echo yes >/proc/$PPID/fd/" +
+                    std::to_string(folder) + "/done"});
+    return LenB(shell->ReadAll()) <= 65536 + 500;
+  }));
+  EXPECT_EQ(Read(done), "yes\n");
 }
