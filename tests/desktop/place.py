@@ -1,6 +1,7 @@
 """The common base of the desktop tests."""
 import contextlib
 import os
+import re
 import secrets
 import shutil
 import tempfile
@@ -27,7 +28,16 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
 
     def account(self, password=None, **options):
-        return self.enterContext(Account(password or secrets.token_hex(8), **options))
+        account = self.enterContext(Account(password or secrets.token_hex(8), **options))
+        home = Path("~" + account.name).expanduser()
+        self.addCleanup(self._assert_nothing_kept, home, set(home.rglob("*")))
+        return account
+
+    def _assert_nothing_kept(self, home, before):
+        # The window manager and sudo create files.
+        others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
+        kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
+        self.assertEqual(kept, [])
 
     def authenticated(self, account):
         return self.enterContext(self.running(account))

@@ -1,5 +1,4 @@
 import secrets
-from pathlib import Path
 
 from desktop.accounts import Account
 from desktop.utility import AUTHENTICATE, MAIN, Utility
@@ -38,7 +37,7 @@ class OddPasswords(DesktopTest):
 class Refusals(DesktopTest):
     def test_valid_password_has_no_effect_after_three_failures(self):
         account = self.account()
-        reached = Path("~" + account.name).expanduser() / "reached"
+        reached = self.folder / "reached"
         utility = self.enterContext(Utility(account.name, PROGRAM))
         utility.window(AUTHENTICATE)
         idle = account.processes()
@@ -46,6 +45,7 @@ class Refusals(DesktopTest):
             utility.try_pair(account.name, secrets.token_hex(8))
             utility.refusal()
         # `su` starts the shell only for the valid password.
+        self.folder.chmod(0o777)
         account.use_shell(self.script("shell", f'touch {reached}; exec /bin/bash "$@"'))
         utility.try_pair(account.name, account.password)
         utility.until(reached.exists)

@@ -1,10 +1,9 @@
 import os
-import re
-from pathlib import Path
 
 from desktop.utility import MAIN
 from desktop.wait import until
 from place import DesktopTest
+
 
 class Install(DesktopTest):
     def test_typed_dropped_and_chosen_files_install(self):
@@ -19,10 +18,13 @@ class Install(DesktopTest):
             "empty": (b"", 0o600), "größe 漢": (b"name", 0o666)})
         many = self.members(**{f"many/{number}": (b"%d" % number, 0o644) for number in range(20_000)})
         again = self.members(program=(b"#!/bin/sh\necho newer\n", 0o700))
-        home = Path("~" + account.name).expanduser()
-        before = set(home.rglob("*"))
         utility = self.authenticated(account)
         idle = account.processes()
+        utility.click("Choose update file")
+        utility.window("Open")
+        utility.key("Escape")
+        utility.dialog("OK")
+        utility.answer("OK")
         for way, name, members, enter in [("typed", odd, kinds, lambda path: utility.fill("Patchfile:", path)),
                                           ("dropped", "ü b", many, lambda path: utility.drop(path, MAIN, 200, 85)),
                                           ("chosen", "chosen", again, utility.choose)]:
@@ -44,7 +46,3 @@ class Install(DesktopTest):
         self.assertEqual(utility.exit_status(), 0)
         until(lambda: account.processes() <= idle, 10, lambda: "something is left running")
         self.assertEqual(os.listdir(markers), [], "a part of the path was run")
-        # The window manager and sudo create files.
-        others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
-        kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
-        self.assertEqual(kept, [])
