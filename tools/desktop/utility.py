@@ -56,13 +56,13 @@ class Utility(Session):
         self.set_text("Patchfile:", path)
         self.start()
 
-    def dialog(self, *buttons):
+    def dialog(self, *buttons, limit=15):
         """Waits for the dialog with exactly these buttons and returns its texts. It has the main window's title."""
-        self.until(lambda: sorted(self.buttons(MAIN)) == sorted(buttons))
+        self.until(lambda: sorted(self.buttons(MAIN)) == sorted(buttons), limit)
         return self.texts(MAIN)
 
     def outcome(self):
-        return self.dialog("Quit", "Install Another")
+        return self.dialog("Quit", "Install Another", limit=60)
 
     def answer_by_keyboard(self, button, default):
         """Presses the button with keys. Waits first, because a new dialog ignores the keyboard."""
