@@ -73,7 +73,7 @@ void WhenModalPress(const std::string& button, std::string* labels) {
   });
 }
 
-void CloseTwiceOnce(const std::function<bool()>& condition) {
+void CloseTwiceWhen(const std::function<bool()>& condition) {
   Once(condition, [] {
     auto* top = QApplication::activeWindow();
     top->close();

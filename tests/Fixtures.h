@@ -33,7 +33,7 @@ void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 
 // Closes the active window twice when the condition becomes true. Expects that the first is
 // refused.
-void CloseTwiceOnce(const std::function<bool()>& condition);
+void CloseTwiceWhen(const std::function<bool()>& condition);
 
 QWidget* MainWindow();
 // The widget of the control with this name. Throws if there is none.

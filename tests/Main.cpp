@@ -14,7 +14,9 @@ int main(int argc, char** argv) {
   // Otherwise Qt creates a runtime directory in /tmp and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
-  if (!IsRunAgain()) {  // do not inhibit the session of the tester
+  // Without a bus, an installation cannot inhibit the logout of the person who runs the tests. A
+  // test that needs a bus runs again in a process with a private one.
+  if (!IsRunAgain()) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
   }

@@ -150,17 +150,17 @@ TEST_F(UpdateTest, FailedInstallShowsTheOutputAndCanBeRepeated) {
 TEST_F(UpdateTest, SecondCloseEndsTheProgramAndTheCommandFinishes) {
   Choose(mGood);
   mStubs.Script("tar", mStubs.Blocker() + "; touch " + mStubs.Path("finished"));
-  CloseTwiceOnce([&] { return !mStubs.Calls("tar").empty(); });
+  CloseTwiceWhen([&] { return !mStubs.Calls("tar").empty(); });
   InvokeHandler([&] {
     mWindow->pbUpdate()->Raise("Action");
-    ADD_FAILURE() << "the handler continues";
+    ADD_FAILURE() << "the handler went on after the close";
   });
   EXPECT_FALSE(std::filesystem::exists(mStubs.Path("finished")));
   mStubs.Release();
   Until([&] { return std::filesystem::exists(mStubs.Path("finished")); });
 }
 
-TEST_F(UpdateTest, TestActionRunsTarWithoutSudo) {
+TEST_F(UpdateTest, TestButtonRunsTarWithoutSudo) {
   const std::string plain = mStubs.Update("plain.gz", GoodRecord);
   Choose(plain);
   const auto before = mStubs.Calls("su").size();
