@@ -20,13 +20,14 @@ class Account:
         self.password = password
         self.sudo = sudo
         self.name = name or "zelto-" + secrets.token_hex(3)
+        # Random, because the end of an account kills all processes with its uid, also those in containers.
+        self.uid = 20_000 + secrets.randbelow(40_000)
 
     def __enter__(self):
         groups = ["-G", "sudo"] if self.sudo else []
-        run(["useradd", "-m", "-s", "/bin/bash", *groups, self.name])
+        run(["useradd", "-m", "-u", str(self.uid), "-s", "/bin/bash", *groups, self.name])
         try:
             run(["chpasswd"], f"{self.name}:{self.password}\n")
-            self.uid = int(run(["id", "-u", self.name]))
         except BaseException:
             run(["userdel", "-r", self.name])
             raise
