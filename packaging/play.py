@@ -1,5 +1,5 @@
-"""Installs an update with the package in the root directory ROOT, which shares /tmp with this
-process: play.py ROOT PICTURES_DIR (as root)."""
+"""Installs an update with the utility of the package that is installed in the root directory ROOT:
+play.py ROOT PICTURES_DIR (as root). ROOT and this process must share /tmp."""
 import contextlib
 import secrets
 import shlex
@@ -32,7 +32,7 @@ def command(root):
 
 
 def let_into_the_root(folder):
-    """Gives the copy of chroot its capability, because the account runs it without root."""
+    """Gives the copy of chroot the capability, because the account runs chroot without the rights of root."""
     run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
 
 

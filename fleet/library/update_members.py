@@ -1,4 +1,4 @@
-"""Compares the members of an update file with the installed files, on a machine without the update file.
+"""Compares the members of an update file with the installed files of a machine that does not have the file.
 
 With `file`, returns the members of that update file as the string `members`. With `members`, returns
 the list `differing` of the paths that differ on the machine. Changes nothing.
@@ -51,7 +51,7 @@ def pack(file):
 
 
 def number(look_up, name_and_number):
-    """Like tar, prefers the id of the name if the machine knows the name."""
+    """Returns the id of the name or, if the machine does not have the name, the number. tar does the same."""
     try:
         return look_up(name_and_number[0])[2]
     except KeyError:
