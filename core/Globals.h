@@ -11,7 +11,7 @@ extern String Passwd;
 extern String thePatchName;  // the path of the last dropped file
 extern bool Authenticated;
 
-// The account's short or full name of the user who runs the program; nil when it has none.
+// The short name or the full name of the user who runs the program. Nil if the account has none.
 String GetUserName(bool shortName);
 
 }  // namespace zelto::Globals

@@ -6,7 +6,7 @@
 
 namespace zelto {
 
-// The path of the control member of an update file, once extracted.
+// The name of the control member in an update file, and the path to which `tar` extracts it.
 inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
 
 // A command line for `sh`.
@@ -15,21 +15,21 @@ struct CommandLine {
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // The password for a `sudo` that has no pipe to read it from. Nil if no such `sudo` runs.
+  // The password for a `sudo` that does not get it through a pipe. Nil if no such `sudo` runs.
   String Passphrase;
   // The number of bytes that the command writes to standard output if it succeeds, where known. All
   // other output is from `su` and `sudo`.
   std::optional<std::size_t> OutputSize;
 };
 
-// The six command lines of the program. Each parameter becomes one word, quoted only if necessary.
+// The six command lines of the program. Each parameter becomes one word.
 CommandLine ForgetCredentials();
 CommandLine CredentialCheck(const String& passwd, const String& user);
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path);
 // `size` is the size of the extracted member in bytes.
 CommandLine MemberRead(const String& passwd, const String& user, std::size_t size);
 CommandLine FullExtract(const String& passwd, const String& user, const String& path);
-// A path with blanks becomes several words.
+// Exception: a path with blanks becomes several words.
 CommandLine ListingTest(const String& path);
 
 // The value as one word of a command line.

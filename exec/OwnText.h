@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-// Functions that remove the output of `su` and `sudo` from that of the command they run. Each edits
-// the text from `start` to its end.
+// Functions that remove the text of `su` and `sudo` from the output of a command. Each function
+// edits the part of `text` from `start` on.
 namespace zelto {
 
 // Keeps the text between the first and the last mark, or all text if there is no mark.

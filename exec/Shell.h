@@ -19,10 +19,10 @@ class Shell : public Object {
   ~Shell() override;
 
   // 0 (default): Execute blocks until the command has ended. 2: Execute returns at once, and a
-  // command line is queued while another runs. Set it before the first Execute.
+  // command line is queued while another runs. Set the mode before the first Execute.
   void Mode(Int32 mode);
-  // ErrorCode is 127 and ReadAll has the reason if the command line contains a NUL or a newline or
-  // cannot be started.
+  // If the command line contains a NUL or a newline, or cannot be started, ErrorCode is 127 and
+  // ReadAll has the reason.
   void Execute(const CommandLine& command);
 
   // True until the last command has ended. In Mode 2 this call starts the next queued command.
@@ -30,7 +30,7 @@ class Shell : public Object {
   // The exit status of the last command that ended, or 128 plus the signal that ended it.
   Int32 ErrorCode() const { return mErrorCode; }
   // The output of all commands so far: standard output in order, then standard error. Prompts and
-  // PAM messages of `su` and `sudo` are removed unless they fail.
+  // PAM messages of `su` and `sudo` are removed, unless `su` or `sudo` fails.
   String ReadAll();
 
  private:
@@ -42,7 +42,7 @@ class Shell : public Object {
     std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
-    // A command without output: all its output is from `su` and `sudo`.
+    // A success without output of the command itself: all output is from `su` and `sudo`.
     bool IsCheck() const { return Status == 0 && OutputSize == 0; }
   };
 
@@ -51,8 +51,9 @@ class Shell : public Object {
   bool ReapChild();
   void ReleaseProcess();
   String Gathered() const;
-  // Appends the output of all runs in the file, which `begin` locates. `clean(run, start, around)`
-  // edits the part of a run; `around` is the output of `su` and `sudo` in the last check.
+  // Appends the output of all runs from the file. `begin` is the member of Run with the start of a
+  // run's output in this file. `clean(run, start, around)` edits the output of one run. `around` is
+  // the output of `su` and `sudo` in the last credential check.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;
@@ -62,7 +63,7 @@ class Shell : public Object {
   pid_t mProcess = 0;  // 0: no command runs
   int mEnd = -1;       // a pidfd, readable when the process has ended; -1 without pidfd_open
   std::deque<CommandLine> mQueue;
-  // Files and not pipes: a command neither blocks on them nor gets SIGPIPE if this process ends.
+  // Files, not pipes: a command does not block on a file and gets no SIGPIPE if this process ends.
   OutputFile mOutput;
   OutputFile mErrors;
   std::vector<Run> mRuns;

@@ -18,8 +18,8 @@ class Application : public MenuTarget {
   void MenuBar(const Ref<class MenuBar>& bar) { mMenuBar = bar; }
   String ShortVersion() const;
 
-  // Runs the event loop for at most the time, or until a command ends. The calling handler counts
-  // as waiting, so user input has no effect. Throws EndException if the application ends.
+  // Runs the event loop until the time is over or a command ends. The calling handler counts as
+  // waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
   // Calls a handler. Swallows EndException and reports any other RuntimeException.
@@ -39,9 +39,9 @@ void RuntimeRun();
 // Ends the framework and returns the exit status.
 Int32 RuntimeExit();
 
-// Ends the application with the exit status, unless CancelClose of the application or of a window
-// returns True. Always throws EndException. If the application ends, waiting handlers unwind as
-// well.
+// If CancelClose of the application or of a window returns True, the application continues.
+// Otherwise it ends with the exit status, and waiting handlers unwind. Throws EndException in both
+// cases.
 [[noreturn]] void Quit(Int32 status);
 // Reports the exception (null if unknown) and ends the application with exit status 1.
 void RuntimeUnhandledException(const RuntimeException* exception);
@@ -63,8 +63,8 @@ class Screen : public Object {
 // Screen 0 is the primary screen. Returns nil for any other index and without a screen.
 Ref<class Screen> Screen(Int32 index);
 
-// Calls the program from the toolkit. Throws nothing: an exception that is no RuntimeException ends
-// the loops, and RuntimeRun rethrows it.
+// Calls the program from the toolkit. Throws nothing. An exception of another type than
+// RuntimeException ends the loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
 
 // True while the running handler waits for a command. Input must then be refused.
@@ -73,7 +73,8 @@ bool HandlerWaits();
 // request and returns false.
 bool AllowClose();
 
-// BeginWaiting marks the running handler as waiting, until it returns or AllowInput is called.
+// BeginWaiting marks the running handler as waiting until the handler returns. AllowInput removes
+// this mark earlier.
 void BeginWaiting(Waiting waiting);
 void AllowInput();
 

@@ -26,7 +26,7 @@ class Control : public EventSource {
   class Window* mWindow = nullptr;
 };
 
-// A named object in a window without a pane, such as a timer.
+// A named object in a window, but without a pane. Example: a timer.
 class PaneChild {
  public:
   virtual ~PaneChild() = default;
@@ -102,9 +102,9 @@ class EditField : public ListControl<EditFieldList> {
     return {{"DropObject", "( DragItem, Int32 )"}, {"TextChange", "(  )"}};
   }
 
-  // Returns the bytes of the last write until the user changes the text.
+  // Until the user changes the text, returns exactly the bytes of the last write.
   String Text() { return PaneOf().Text(); }
-  // Raises TextChange before it returns, like typing.
+  // Like typing, raises TextChange. The handler ends before this call returns.
   void Text(const String& text);
   void SelectAll() { PaneOf().SelectAll(); }
   void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }

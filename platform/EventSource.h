@@ -59,8 +59,8 @@ class EventSource : public Object {
  public:
   virtual const Class& ClassOf() const = 0;
 
-  // Calls the event's handler and returns its result. Returns False if there is none. Throws
-  // KeyNotFoundException if the class has no such event.
+  // Calls the event's handler and returns its result. Returns False if the event has no handler.
+  // Throws KeyNotFoundException if the class has no such event.
   bool Raise(std::string_view event, const Arguments& arguments = {});
 
  private:

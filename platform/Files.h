@@ -7,7 +7,7 @@
 
 namespace zelto {
 
-// The path of a file or a folder, which can be missing.
+// The path of a file or a folder that need not exist.
 class FolderItem : public Object {
  public:
   // The item at the path. A relative path starts at the current folder.
@@ -44,7 +44,7 @@ class DragItem : public Object {
 };
 
 // A type of files. Dialogs and drop targets refer to it by name while it is registered. Conversion
-// to a String registers it. Setting a property or destroying it deregisters it.
+// to a String registers the type. Setting a property deregisters it, and so does the destructor.
 class FileType : public Object {
  public:
   ~FileType() override { Deregister(); }

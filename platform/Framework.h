@@ -21,8 +21,8 @@ struct RegisteredType {
   String Extensions;
 };
 
-// All state of the framework. RuntimeInit creates it and RuntimeExit destroys it. If the display
-// breaks, Qt calls exit, which does not destroy it.
+// All state of the framework. RuntimeInit creates it and RuntimeExit destroys it. If the connection
+// to the display breaks, Qt calls exit, which does not destroy this state.
 struct Framework {
   Ref<Application> App;
   HandlerFrame* InnermostFrame = nullptr;

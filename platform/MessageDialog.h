@@ -52,11 +52,10 @@ class MessageDialog : public Object {
   Ref<class AlternateActionButton> AlternateActionButton() const { return mAlternateActionButton; }
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
-  // Both block until the dialog is closed and return the pressed button. If the user closes the
-  // dialog in another way, they return the cancel button if it is visible, or else the action
-  // button. Keys have no effect for the
-  // first 500 ms: a key typed ahead must not answer the dialog. They throw EndException if the
-  // application ends.
+  // Both functions block until the dialog is closed and return the pressed button. If the user
+  // closes the dialog in another way, both return the cancel button if it is visible, or else the
+  // action button. Both throw EndException if the application ends. For the first 500 ms keys have
+  // no effect, because a key typed ahead must not answer the dialog.
   Ref<MessageDialogButton> ShowModal();
   Ref<MessageDialogButton> ShowModalWithin(const Ref<Window>& parent);
 

@@ -8,7 +8,7 @@ class Picture;
 
 class Graphics : public Object {
  public:
-  // A size of DrawPicture: the picture's own width or height.
+  // As a width or a height in DrawPicture, means that of the picture.
   static constexpr Int32 OwnSize = -10000;
 
   // Draws a part of the picture. All numbers are pixels. Does nothing if the picture is nil.
@@ -18,8 +18,8 @@ class Graphics : public Object {
 
 class Picture : public Object {
  public:
-  // The mask of this picture: black shows it, white hides it. Nil if there is none and `create` is
-  // false. A new mask is black.
+  // The mask of this picture: black shows the picture, white hides it. If there is no mask, returns
+  // a new black one if `create` is true, or else nil.
   virtual Ref<Picture> Mask(bool create) = 0;
   // A Graphics that draws on this picture.
   virtual Ref<class Graphics> Graphics() = 0;

@@ -6,8 +6,9 @@
 #include "platform/runtime/Plugins.h"
 
 // The properties of each class: type, key, default and kind, in the order of the encoded list. The
-// object stores a STORED property in its list struct. CALLED calls the member function with the
-// key's name, PLUGIN the plug-in's entry point. IDLE has no effect on this toolkit.
+// object stores a STORED value in its list struct. A CALLED value is passed to the member function
+// that has the name of the key. A PLUGIN value is passed to the entry point of the plug-in. An IDLE
+// value has no effect on this toolkit.
 // clang-format off
 
 #define ZELTO_WINDOW_KEYS(KEY)             \

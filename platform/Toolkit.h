@@ -7,7 +7,8 @@
 #include "platform/PropertyList.h"
 
 // The interface that a toolkit implements. Each object of the model owns its counterpart on the
-// screen. The counterpart refers to its object and raises its events through InvokeHandler.
+// screen. The counterpart refers to its object and raises the object's events through
+// InvokeHandler.
 namespace zelto {
 
 class BevelButton;
@@ -38,7 +39,8 @@ class WindowImp {
   // Applies the window's properties. Called after the controls are created and after each change.
   virtual void Update() = 0;
   virtual void Show() = 0;
-  // Shows the window after the running handler, unless the handler shows or hides it.
+  // Shows the window after the running handler has returned, unless the handler has shown or hidden
+  // it.
   virtual void ShowLater() = 0;
   virtual void Hide() = 0;
   // Blocks until Close. `parent` can be null.
@@ -76,7 +78,7 @@ class TimerImp {
  public:
   virtual ~TimerImp() = default;
 
-  // Calls Timer::Fire after the period, and after each further one if `repeated`.
+  // Calls Timer::Fire after the period. If `repeated`, also after each further period.
   virtual void Start(Int32 milliseconds, bool repeated) = 0;
   virtual void Stop() = 0;
 };
@@ -105,7 +107,7 @@ void StartToolkit();
 void EndToolkit();
 // Runs the event loop until EndLoops.
 void RunLoop();
-// Runs the event loop for at most the time, or until a descriptor of RuntimeWakeOn is readable.
+// Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
 // Shows the cursor and the progress bar for a handler that waits in Mode 2 (Busy) or 0 (Blocked).
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };

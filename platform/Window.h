@@ -55,8 +55,8 @@ class Window : public MenuTarget {
     mControls.emplace_back(name, control);
   }
 
-  // Releases the window and its controls. Returns False and does nothing if CancelClose returns
-  // True.
+  // Raises CancelClose. If a handler returns True, returns False and does nothing else. Otherwise
+  // releases the window and its controls.
   bool UnifiedClose(bool quitting);
   void CallActivated();
   void CallDeactivated();
@@ -67,7 +67,7 @@ class Window : public MenuTarget {
  private:
   friend Ref<Object> RuntimeWindowControlByName(Window& window, const String& name);
 
-  // Sets the object's owner, or none for null.
+  // Sets the owner of the object. Null: the object has no owner.
   static void SetOwner(Object& object, Window* owner);
   void ReleaseControls();
   std::vector<Ref<Control>> ControlList() const;

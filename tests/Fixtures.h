@@ -31,7 +31,7 @@ QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 
-// Closes the active window twice when the condition becomes true. Expects that the first is
+// Closes the active window twice when the condition becomes true. Expects that the first request is
 // refused.
 void CloseTwiceWhen(const std::function<bool()>& condition);
 

@@ -7,10 +7,10 @@
 
 #include "exec/Shell.h"
 
-// A temporary folder, first in PATH, with scripts for `su` and `sudo` and a copy of the front end
-// (the program rejects that of a build in a private folder). The scripts accept the user "zt" with
-// the password "secret", record their arguments, and run their commands with the rights of the
-// test.
+// A temporary folder, first in PATH, with scripts for `su` and `sudo` and a copy of the front end.
+// The copy is necessary because the build can be in a private folder, and the program rejects a
+// front end there. The scripts accept the user "zt" with the password "secret", record their
+// arguments, and run their commands with the rights of the test.
 class StubPrograms {
  public:
   StubPrograms();
@@ -50,8 +50,8 @@ zelto::Ref<zelto::Shell> NewShell();
 // The number of cases. `many` takes minutes.
 inline int Cases(int few, int many) { return std::getenv("ZELTO_LONG") ? many : few; }
 
-// Runs the current test again in a process of its own: the program with the given start of its
-// command line. `IsRunAgain` is True there.
+// Runs the current test again in a new process. `program` is the test program, and `start` is the
+// start of the command line, before it. In the new process, IsRunAgain returns True.
 bool IsRunAgain();
 void RunAgain(const std::string& start, const std::string& program);
 

@@ -18,8 +18,8 @@ struct ContentRecord {
 std::optional<std::size_t> ContentRecordSize();
 
 // Reads the record from the output of a check: line 0 is the path of the extracted member, lines 1
-// to 3 are the record. A value is the text between the first and the second "=" of its line. It is
-// nil if the line is missing or has no "=".
+// to 3 are the record. A value is the text between the first and the second "=" of its line. The
+// value is nil if the line is missing or has no "=".
 ContentRecord ReadContentRecord(const String& text);
 
 }  // namespace zelto

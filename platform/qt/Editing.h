@@ -7,8 +7,8 @@
 
 namespace zelto {
 
-// Returns whether the editing command of the menu item applies to the focused field. False for any
-// other item.
+// Returns whether the editing command of the menu item applies to the focused field. Returns False
+// if the item has no editing command.
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 

@@ -7,7 +7,7 @@
 namespace zelto {
 
 // Shows plain text of any size and lays out only the visible lines. Lines can be selected and
-// copied. The initial position is the end.
+// copied. At first, the end of the text is visible.
 class LongText : public QListView {
  public:
   LongText(const String& text, QWidget* parent);

@@ -24,8 +24,8 @@ class EventLoopWaiter : public Waiter {
   std::vector<int> mWakeDescriptors;
 };
 
-// All state of the toolkit. StartToolkit creates it and EndToolkit destroys it. If the display
-// breaks, Qt calls exit, which does not destroy it.
+// All state of the toolkit. StartToolkit creates it and EndToolkit destroys it. If the connection
+// to the display breaks, Qt calls exit, which does not destroy this state.
 struct Toolkit {
   int ArgumentCount = 1;
   char Name[21] = "zelto-update-utility";

@@ -13,7 +13,7 @@ Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus);
 // 0 left, 1 centred, 2 right.
 Qt::Alignment HorizontalAlignment(Int32 code);
 
-// Changes only the properties that differ from the desktop's font.
+// The desktop's font, changed only where the list requires another family, size or style.
 template <class List>
 QFont FontOf(const List& list) {
   QFont font;

@@ -11,7 +11,7 @@ namespace zelto {
 using Int32 = std::int32_t;
 
 // An immutable sequence of bytes, normally UTF-8. The empty string is nil. Copies share the bytes.
-// The last copy overwrites them, because any string can contain a password.
+// The destructor of the last copy overwrites them, because any string can contain a password.
 class String {
  public:
   String() = default;

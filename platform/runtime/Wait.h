@@ -16,9 +16,8 @@ class Waiter {
 // Null (default): RuntimeAwait runs no event loop.
 void RuntimeSetWaiter(Waiter* waiter);
 
-// Blocks until the descriptor is readable or the time is over. A descriptor of -1
-// means none, and a time of -1 means no limit. Meanwhile the program's windows are repainted, but
-// they accept no input.
+// Blocks until the descriptor is readable or the time is over. -1 means no descriptor or no time
+// limit. Meanwhile the program's windows are repainted, but they accept no input.
 void RuntimeAwait(int descriptor, int milliseconds);
 
 // Between On and Off, Application::DoEvents returns as soon as the descriptor is readable.
