@@ -35,7 +35,7 @@ class Table:
         print(self.line(self.rows[-1]), flush=True)
 
     def ratio(self, work, target, ours, theirs):
-        """Alternates both measurements and their order, so that other load affects both."""
+        """Runs both measurements in each round, in alternating order, so that other load affects both."""
         pairs = []
         for turn in range(ROUNDS):
             if turn % 2:
@@ -96,7 +96,7 @@ class Updates:
     def __init__(self, folder):
         self.folder = folder
         self.target = folder / "target"
-        block = os.urandom(1 << 20)  # larger than the window of gzip, so it does not shrink
+        block = os.urandom(1 << 20)  # gzip finds no repetition: the block is larger than its window
         self.small = self._make("small", {f"{self.target}/{name}": (name.encode() * 100, 0o644) for name in "abcde"})
         self.large = self._make("large", {f"{self.target}/{name}": (block * 100, 0o644) for name in "abcd"})
         self.many = self._make("many", self.members(30_000, b"A file of an update.\n" * 20))
@@ -114,7 +114,7 @@ class Updates:
         shutil.rmtree(self.target, ignore_errors=True)
 
     def package(self):
-        """A Debian package with the files of the update of many files."""
+        """A Debian package with the same files as the update with many files."""
         tree = self.folder / "tree"
         (tree / "DEBIAN").mkdir(parents=True)
         (tree / "DEBIAN/control").write_text(

@@ -1,5 +1,6 @@
-"""Searches the arguments and environment of each process that starts after this one for the text in the
-first line of standard input, until standard input ends. Prints the matches with the text masked."""
+"""Reads a text from the first line of standard input. Until standard input ends, searches for the text in
+the arguments and the environment of each process that starts after this one. Prints the matches with the
+text masked."""
 import contextlib
 import os
 import select

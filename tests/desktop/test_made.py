@@ -13,7 +13,7 @@ chown -Rh 65534:65534 ..; chmod 1770 ../none; chmod 4750 run; chmod 600 ./-n*"""
 
 
 def listing(folder):
-    """The entries of the folder, except those that are reachable twice through a link of the target."""
+    """The entries of the folder. Excludes lib and real: on the target, lib is a link to real."""
     format = ["!", "-path", "./lib*", "!", "-path", "./real*", "-printf", "%P|%m|%U:%G|%l\n"]
     return sorted(subprocess.check_output(["find", ".", *format], cwd=folder, text=True).splitlines())
 

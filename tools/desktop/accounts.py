@@ -1,4 +1,4 @@
-"""Temporary system accounts. Removes all their traces."""
+"""Temporary system accounts, removed at the end with all their traces."""
 import contextlib
 import os
 import secrets
@@ -45,7 +45,7 @@ class Account:
         run(["usermod", "-s", program, self.name])
 
     def processes(self):
-        """Includes su and sudo, which the account started but which run with root's rights."""
+        """The ids of the account's processes. Includes the su and sudo that it started, although these run as root."""
         return {process.pid for process in psutil.process_iter(["uids"]) if self.uid in process.info["uids"]}
 
     def can_open(self, path):

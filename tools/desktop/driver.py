@@ -32,7 +32,8 @@ class Driver:
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
         # A shell starts background processes with SIGINT ignored, and children inherit that.
         signal.signal(signal.SIGINT, signal.SIG_DFL)
-        # The program answers after its handler, and a check takes longer than the default of 800 ms.
+        # The program answers only after its handler has returned. The handler of a check takes longer than
+        # the default timeout of 800 ms.
         Atspi.set_timeout(LIMIT * 1000, LIMIT * 1000)
         self._scale, self._heard = scale, []
         with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
@@ -40,7 +41,7 @@ class Driver:
                                              stdout=subprocess.DEVNULL, stderr=errors)
 
     def window(self, title, limit=LIMIT):
-        """Waits until the window is active. Only then it has been painted."""
+        """Waits until the window is active. Before that, it may not have been painted."""
         self._wait(lambda: _has(self._window(title), Atspi.StateType.ACTIVE) or None,
                    f"no window {title!r} in use", limit)
 
@@ -76,7 +77,7 @@ class Driver:
                                    if node.get_role() in BUTTONS], f"no window {title!r}")
 
     def label_after(self, title, text):
-        """The text of the label that follows the one that starts with the text."""
+        """Finds the label whose text starts with the given text. Returns the text of the next label."""
         def found():
             labels = [node.get_name() for node in _showing(self._window(title)) if node.get_role() == Atspi.Role.LABEL]
             at, = (number for number, name in enumerate(labels) if name.startswith(text))

@@ -12,7 +12,7 @@ from .wait import until
 
 
 class Session(Desktop):
-    """Forwards all other method calls as requests to the Driver of driver.py."""
+    """Forwards calls of methods that it does not define to the Driver of driver.py, as requests."""
 
     def __init__(self, user, program, scale=1, environment={}, **desktop):
         super().__init__(user, program, **desktop)

@@ -24,7 +24,7 @@ class Utility(Session):
         self.window(MAIN)
 
     def refusal(self):
-        """The reason that the dialog gives. The key removes it."""
+        """Returns the reason in the balloon. Presses a key, which removes the balloon."""
         reason = self.until(lambda: self.description(PASSWORD_FIELD))
         self.key("End")
         self.until(lambda: not self.description(PASSWORD_FIELD))
@@ -57,7 +57,7 @@ class Utility(Session):
         self.start()
 
     def dialog(self, *buttons, limit=15):
-        """Waits for the dialog with exactly these buttons and returns its texts. It has the main window's title."""
+        """Waits for a window with the title of the main window and exactly these buttons. Returns its texts."""
         self.until(lambda: sorted(self.buttons(MAIN)) == sorted(buttons), limit)
         return self.texts(MAIN)
 
