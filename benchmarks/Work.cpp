@@ -1,5 +1,5 @@
-// The utility with a clock. Answers each line of standard input with one line of JSON. Times are in
-// milliseconds.
+// The utility with time measurements. Answers each line of standard input with one line of JSON.
+// Times are in milliseconds.
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -41,13 +41,13 @@ double Now() {
   return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
-// Records when the last child ended, even before the program detects it.
+// Records when the last child ended, even before the program detects the end.
 class ChildWatch {
  public:
   double LastEnd() const { return mLastEnd; }
 
  private:
-  // One command runs at a time. A short one can end before it is seen.
+  // Only one command runs at a time. A short command can end unseen between two passes of the loop.
   void Watch(const std::stop_token& stop) {
     for (pid_t seen = 0; !stop.stop_requested(); usleep(2000)) {
       const std::string tasks = "/proc/self/task/" + std::to_string(getpid()) + "/children";
@@ -106,7 +106,7 @@ class Drawn : public QObject {
   std::function<void(QWidget&)> mThen;
 };
 
-// The longest interval without an event of the event loop.
+// The longest time in which the event loop handled no event.
 class Gaps {
  public:
   Gaps() {

@@ -1,5 +1,5 @@
 """Compares the utility with the minimal cost of its commands and of Qt: bench.py BUILD_DIR [--check] (as root).
-Prints a table and writes results.json to the folder."""
+Prints a table and writes results.json to BUILD_DIR."""
 import contextlib
 import json
 import os
@@ -55,7 +55,7 @@ class Table:
 
 
 class Clockwork:
-    """The utility with a clock, before or after authentication."""
+    """The utility with time measurements, before or after authentication."""
 
     def __init__(self, desktop, account):
         self._program = desktop.launch([desktop.copy_of("bench-work")], stdin=subprocess.PIPE,
@@ -201,7 +201,7 @@ def measure_liveliness(table, clockwork, updates):
 
 def measure_idleness(table, desktop, clockwork):
     def wake_ups():
-        """System calls within 0.1 seconds count as one."""
+        """Counts wake-ups: system calls that are at most 0.1 seconds apart count as one."""
         time.sleep(2)
         with tempfile.NamedTemporaryFile() as calls:
             with contextlib.suppress(subprocess.TimeoutExpired):

@@ -17,7 +17,7 @@ class Stopwatch:
         self._display.sync()
 
     def time(self, name):
-        """Returns the milliseconds until the window is active and answers, and the peak memory in KiB."""
+        """Returns the milliseconds until the active window answers a ping, and the peak memory in KiB."""
         start = time.perf_counter()
         program = self._desktop.launch([self._desktop.copy_of(name)])
         try:

@@ -48,14 +48,15 @@ String DoubleQuoted(const String& text) {
   return {std::move(quoted)};
 }
 
-// `echo` interprets options, and in some shells backslashes. Other passwords need `printf`.
+// `echo` interprets options and, in some shells, backslashes. It is used only for ordinary
+// passwords without a leading dash. All other passwords need `printf`.
 String Echo(const String& passwd) {
   if (passwd.IsNil() || (IsOrdinary(passwd) && !StartsWithDash(passwd))) return "echo " + passwd;
   return "printf '%s\\n' " + Quoted(passwd);
 }
 
-// `su` reads a name with a leading dash as an option. It also reads a "-" after "--" as an option,
-// so the name follows both.
+// `su` reads a name with a leading dash as an option. It also reads a "-" after "--" as an option.
+// The name therefore follows "-- -".
 String Su(const String& user, const String& command) {
   const String argument = SingleQuoted(command);
   if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);
@@ -67,7 +68,7 @@ CommandLine Privileged(const String& passwd, const String& user, const String& c
   return {Echo(passwd) + " | " + Su(user, command), passwd, outputSize};
 }
 
-// The path in a form that `tar` reads neither as an option, as standard input nor as a remote file.
+// The path in a form that `tar` does not read as an option, as standard input or as a remote file.
 String Local(const String& path) {
   const auto bytes = path.Bytes();
   const bool isRelative = !bytes.starts_with('/');
@@ -87,7 +88,7 @@ CommandLine CredentialCheck(const String& passwd, const String& user) {
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path) {
   const std::string_view member = ContentRecordPath;
   return Privileged(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + member,
-                    member.size() + 1);  // its name and a newline
+                    member.size() + 1);  // `tar` prints the name and a newline
 }
 
 CommandLine MemberRead(const String& passwd, const String& user, std::size_t size) {

@@ -17,8 +17,8 @@ struct CommandLine {
   String Text;
   // The password for a `sudo` that does not get it through a pipe. Nil if no such `sudo` runs.
   String Passphrase;
-  // The number of bytes that the command writes to standard output if it succeeds, where known. All
-  // other output is from `su` and `sudo`.
+  // The number of bytes that the command itself writes to standard output if it succeeds. Empty if
+  // unknown. All other bytes of the output are from `su` and `sudo`.
   std::optional<std::size_t> OutputSize;
 };
 

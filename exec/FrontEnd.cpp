@@ -61,7 +61,8 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// In the build the folder is next to the program's; ZELTO_LIBEXEC is the installed one.
+// In a build, libexec is next to the folder of the program. ZELTO_LIBEXEC is the place of libexec
+// in an installation.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {

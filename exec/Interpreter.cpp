@@ -28,8 +28,9 @@ std::string SearchPath() {
 
 // `su -c` starts a new session, in which `sudo` has neither a terminal nor the cached credentials
 // of an earlier command. The front end passes the password to `sudo`. If PATH does not lead to the
-// front end, `sudo` runs SUDO_ASKPASS with the prompt as its argument. printenv then prints the
-// variable of that name. `sudo` requires that DISPLAY is set.
+// front end, `sudo` runs the program in SUDO_ASKPASS with the prompt as the argument. That program
+// is printenv, and the prompt is the name of the variable with the password. `sudo` runs
+// SUDO_ASKPASS only if DISPLAY is set.
 Environment CommandEnvironment(const std::string& mark) {
   Environment environment{
       "PATH=" + SearchPath(),
@@ -52,8 +53,8 @@ std::vector<char*> Pointers(Environment& environment) {
   return pointers;
 }
 
-// The script exports the variable. The initial environment of `sh` would stay readable in /proc
-// while the command runs.
+// The script exports the variable, because the initial environment of `sh` would stay readable in
+// /proc while the command runs.
 String Script(const CommandLine& command) {
   String line = command.Text + "\n";
   if (command.Passphrase.IsNil()) return line;

@@ -10,8 +10,8 @@ namespace zelto {
 // Keeps the text between the first and the last mark, or all text if there is no mark.
 void KeepMarked(std::string& text, std::size_t start, std::string_view mark);
 
-// Removes the longest common prefix of the text and `words`. A partial match ends after a blank or
-// a newline.
+// Removes the longest common prefix of the text and `words`. If only a part of `words` matches, the
+// removed prefix ends after a blank or a newline.
 void RemoveLeading(std::string& text, std::size_t start, std::string_view words);
 
 // Keeps the last `size` bytes.

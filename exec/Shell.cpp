@@ -158,8 +158,9 @@ String Shell::Gathered() const {
       if (run.Status == 0 && run.OutputSize) return KeepLast(text, start, *run.OutputSize);
       RemoveLeading(text, start, around);
     });
-    // A prompt has no newline and precedes the next message on its line. The prompt of `sudo` is
-    // SudoPrompt. That of `su` is the output of the check, or PAM's default if there was no check.
+    // A prompt ends without a newline, so the next message follows on the same line. The prompt of
+    // `sudo` is SudoPrompt. The prompt of `su` is the output of the last check. Before the first
+    // check, it is PAM's default.
     AppendRuns(text, mErrors, &Run::Errors, [&](const Run&, auto start, const auto& around) {
       RemoveLeading(text, start, around.empty() ? "Password: " : around);
       EraseAll(text, start, SudoPrompt);

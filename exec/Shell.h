@@ -36,7 +36,8 @@ class Shell : public Object {
  private:
   friend struct ShellPlugin;
 
-  // A started command: where its output begins in both files, the expected size, the exit status.
+  // A started command: the offsets at which its output begins in both files, the expected size of
+  // the output, and the exit status.
   struct Run {
     std::size_t Output = 0;
     std::size_t Errors = 0;

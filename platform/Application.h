@@ -69,8 +69,8 @@ void InvokeHandler(const std::function<void()>& function);
 
 // True while the running handler waits for a command. Input must then be refused.
 bool HandlerWaits();
-// Returns whether to obey a request to close or quit. While a handler waits, beeps at the first
-// request and returns false.
+// Returns whether to obey a request to close or quit. While a handler waits, beeps and returns
+// false at the first request, and returns true at the next one.
 bool AllowClose();
 
 // BeginWaiting marks the running handler as waiting until the handler returns. AllowInput removes

@@ -15,7 +15,7 @@ class Control : public EventSource {
   static const Class& ClassTable();
 
   virtual void Close() { Raise("Close"); }
-  // Sets the owner, or null when the window releases the control.
+  // Sets the owner. The window passes null when it releases the control.
   virtual void SetWindow(class Window* window);
   virtual void CallOpenEvent() { Raise("Open"); }
 
@@ -126,7 +126,8 @@ class PushButton : public ListControl<PushButtonList> {
   static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }
 };
 
-// A control of a plug-in. Entry points of the plug-in write its PLUGIN properties.
+// A control that a plug-in provides. Entry points of the plug-in write the PLUGIN properties of the
+// control.
 class BevelButton : public ListControl<BevelButtonList> {
  public:
   static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }

@@ -38,7 +38,7 @@ class Class {
     String Name;
     const Class* Base = nullptr;
     std::vector<Event> Events;
-    std::vector<Property> Properties;  // if empty, those of the base class
+    std::vector<Property> Properties;  // if empty, the base class's properties apply
     std::vector<Binding> Handlers;
   };
 
@@ -73,8 +73,8 @@ class EventSource : public Object {
 // event and TypeMismatchException if the signatures differ.
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
-// The object that raised the event of the running handler. Nil outside a handler. `this` of a
-// handler is the window.
+// The object that raised the event of the running handler. Nil outside a handler. In a handler,
+// `this` is the window.
 Ref<EventSource> Me();
 
 namespace detail {

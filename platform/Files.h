@@ -83,7 +83,7 @@ void RuntimeRegisterFileType(const String& name, const String& creator, const St
                              const String& extensions);
 void RuntimeDeregisterFileType(const String& name);
 
-// The extensions of the registered types of a filter, "name;name".
+// The extensions of the registered types in a filter. A filter has the form "name;name".
 std::vector<String> FilterExtensions(const String& filter);
 // Returns whether a file name has an extension of the filter. Ignores the case of ASCII letters.
 bool MatchesFilter(const String& fileName, const String& filter);

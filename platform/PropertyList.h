@@ -26,7 +26,7 @@ using PropertyValue = std::variant<Int32, bool, Color, String>;
 // A declared property of a class.
 struct Property {
   std::string_view Name;
-  std::size_t Type = 0;  // the alternative of PropertyValue
+  std::size_t Type = 0;  // the index of an alternative of PropertyValue
   // Empty if the property has no effect on this toolkit.
   std::function<void(EventSource& object, const PropertyValue& value)> Set;
 };

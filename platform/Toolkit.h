@@ -109,7 +109,8 @@ void EndToolkit();
 void RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// Shows the cursor and the progress bar for a handler that waits in Mode 2 (Busy) or 0 (Blocked).
+// Shows the cursor and the progress bar for a handler that waits for a command in Mode 2 (Busy) or
+// in Mode 0 (Blocked).
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
 // Ends RunLoop and all nested loops. New loops can return at once until AllowLoops is called.

@@ -55,7 +55,8 @@ StubPrograms::~StubPrograms() {
 
 void StubPrograms::Release() const { EXPECT_EQ(write(mGate, "\n\n\n\n", 4), 4); }
 
-// Log the arguments of the call, each followed by NUL, and a record separator.
+// The script first logs the arguments of its call, each followed by NUL, and then a record
+// separator.
 void StubPrograms::Script(const std::string& name, const std::string& body) const {
   const auto file = mFolder / "bin" / name;
   Write(file, "#!/bin/sh\n{ [ $# = 0 ] || printf '%s\\0' \"$@\"; printf '\\036'; } >>'" +

@@ -36,7 +36,7 @@ class StubPrograms {
  private:
   std::filesystem::path mFolder;
   std::string mPathBefore;
-  int mGate;  // both ends of a FIFO, which buffers until a script reads
+  int mGate;  // a FIFO, open for both directions: a line waits until a script reads it
 };
 
 inline const std::string GoodRecord =
@@ -47,7 +47,7 @@ long Resident();
 
 zelto::Ref<zelto::Shell> NewShell();
 
-// The number of cases. `many` takes minutes.
+// The number of cases: `few`, or `many` in the long version, which takes minutes.
 inline int Cases(int few, int many) { return std::getenv("ZELTO_LONG") ? many : few; }
 
 // Runs the current test again in a new process. `program` is the test program, and `start` is the

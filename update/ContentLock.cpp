@@ -10,7 +10,8 @@
 
 namespace zelto {
 
-// Locks the folder of the extracted member, because a lock file would have to be created.
+// Locks the folder of the extracted member, which always exists. A lock file would have to be
+// created.
 ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int pause = 20;   // milliseconds
   constexpr int tries = 250;  // five seconds

@@ -9,7 +9,8 @@ namespace {
 
 void ReportMasked(QAccessibleEvent* event);
 
-// Our handler replaces Qt's; uninstall it to reach the default.
+// ReportMasked replaces Qt's handler and is uninstalled for the call, so that Qt's handler gets the
+// event.
 void Report(QAccessibleEvent* event) {
   QAccessible::installUpdateHandler(nullptr);
   QAccessible::updateAccessibility(event);

@@ -51,7 +51,8 @@ void QuitIfAllowed() {
 
 Toolkit* toolkit = nullptr;
 
-// Runs an event loop until a descriptor is readable or the time is over. No time limit if negative.
+// Runs an event loop until a descriptor is readable or the time is over. A negative time means no
+// limit.
 void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
   QEventLoop loop;
   for (const int descriptor : descriptors) {
@@ -68,7 +69,7 @@ QIcon ApplicationIcon() {
   QIcon icon;
   for (const char* const file : {":/48x48.png", ":/128x128.png"}) {
     QImageReader reader(file, "png");
-    reader.setAutoDetectImageFormat(false);  // which loads the plug-ins of all formats
+    reader.setAutoDetectImageFormat(false);  // detection loads the plug-ins of all formats
     icon.addPixmap(QPixmap::fromImage(reader.read()));
   }
   return icon;

@@ -48,7 +48,7 @@ class FileDrops : public QObject {
 
  private:
   // The path of the first file, in the file system's own bytes, which need not be valid UTF-8. Nil
-  // if the first URL is not that of a local file.
+  // if the first URL does not name a local file.
   static String FirstFile(const QList<QUrl>& urls) {
     if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return {};
     const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);
@@ -197,7 +197,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 
   bool IsPassword() const { return mLine && Properties().Password; }
 
-  // Overwrites the shared buffer, and with it the copy in the QLineEdit.
+  // Overwrites the buffer, which the text shares with the QLineEdit.
   static void Overwrite(const QString& text) {
     Wipe(const_cast<QChar*>(text.constData()),
          static_cast<std::size_t>(text.size()) * sizeof(QChar));

@@ -12,8 +12,8 @@ namespace zelto {
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 
-// Calls `changed` whenever results of CanEdit can have changed, until `context` is destroyed. A
-// field keeps its commands while the menu bar has the focus.
+// Calls `changed` whenever results of CanEdit can have changed, until `context` is destroyed. While
+// the menu bar has the focus, the commands apply to the field that had it before.
 void FollowEditing(QObject& context, const std::function<void()>& changed);
 
 }  // namespace zelto

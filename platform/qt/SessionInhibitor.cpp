@@ -32,8 +32,8 @@ void Refuse(QSessionManager& manager) {
 
 }  // namespace
 
-// Uses private connections: a service releases an inhibition when the client's connection closes,
-// even before the reply has arrived.
+// Uses private connections. When a client closes its connection, the service releases the
+// inhibition, even if the reply has not arrived yet.
 class SessionInhibitor {
  public:
   explicit SessionInhibitor(const QString& reason)

@@ -11,7 +11,7 @@ namespace {
 
 QStringList messages;
 
-// The first message has the reason. The fatal one only gives advice about plug-ins.
+// The first message gives the reason. The fatal message only gives advice about plug-ins.
 void Collect(QtMsgType type, const QMessageLogContext&, const QString& message) {
   messages += message.simplified();
   if (type != QtFatalMsg) return;

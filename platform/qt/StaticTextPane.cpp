@@ -10,8 +10,8 @@ namespace zelto {
 
 namespace {
 
-// Shows plain text in the control's size, or the largest smaller size that fits. If no readable
-// size fits, the text is shortened and the tool tip shows all of it.
+// Shows plain text in the control's text size. If the text does not fit, uses the largest size that
+// fits. If no readable size fits, a single line is shortened and the tool tip shows the whole text.
 class Label : public QLabel {
  public:
   explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }

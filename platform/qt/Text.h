@@ -7,10 +7,10 @@
 namespace zelto {
 
 // Converts a text for display. Replaces invalid bytes with U+FFFD and carriage returns with
-// newlines. Removes escape sequences and all control characters but tabs and newlines.
+// newlines. Removes escape sequences and all control characters except tabs and newlines.
 QString ToDisplayText(const String& text);
 
-// Converts a plain text for QToolTip, which otherwise can interpret it as rich text.
+// Converts a plain text for QToolTip, which could otherwise interpret the text as rich text.
 QString ToolTip(const QString& text);
 
 String FromQString(const QString& text);

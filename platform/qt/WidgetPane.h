@@ -34,7 +34,7 @@ class WidgetPane : public Interface {
   WidgetPane(Model& model, Widget* widget) : mModel(model), mWidget(widget) {}
   WidgetPane(const WidgetPane&) = delete;
   WidgetPane& operator=(const WidgetPane&) = delete;
-  // deleteLater, because a handler of the control's event can close the control.
+  // Uses deleteLater, because the control can be closed by a handler of its own event.
   ~WidgetPane() override {
     if (!mWidget) return;
     mWidget->disconnect();

@@ -24,7 +24,7 @@ class String {
   bool IsNil() const { return !mBytes; }
   std::string_view Bytes() const { return mBytes ? std::string_view(*mBytes) : ""; }
 
-  // Exact, unlike RuntimeStringCompare.
+  // Compares the exact bytes, unlike RuntimeStringCompare.
   friend bool operator==(const String& left, const String& right) {
     return left.Bytes() == right.Bytes();
   }

@@ -20,7 +20,8 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         if os.getuid() != 0:
             self.skipTest("only root can create accounts and run programs as them")
-        # Hexadecimal digits, because a "gz" within the path would start a check while it is typed.
+        # Hexadecimal digits, because a "gz" within the path would start a check before the whole path
+        # is typed.
         self.folder = Path(tempfile.gettempdir(), "zelto-desktop-" + secrets.token_hex(4))
         self.folder.mkdir()
         self.addCleanup(shutil.rmtree, self.folder)
@@ -34,7 +35,7 @@ class DesktopTest(unittest.TestCase):
         return account
 
     def _assert_nothing_kept(self, home, before):
-        # The window manager and sudo create files.
+        # The window manager and sudo create these files.
         others = re.compile(r"/(\.cache(/openbox.*)?|\.sudo_as_admin_successful)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
@@ -44,7 +45,7 @@ class DesktopTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def running(self, account):
-        """Like authenticated, for a part of a test."""
+        """Like authenticated, but the program runs only for a part of a test."""
         with Utility(account.name, PROGRAM) as utility:
             utility.authenticate(account.name, account.password)
             yield utility

@@ -43,7 +43,8 @@ class Memory(DesktopTest):
             with self.running(self.account(password)) as utility:
                 def count(when):
                     plain = [re.escape(password.encode(code)) for code in ("utf-8", "utf-16-le")]
-                    # The undo history of a field has one record per letter. The first ones are soon reused.
+                    # The undo history of a field has one record per letter. The first records are soon
+                    # reused.
                     letters = b".{15}".join(re.escape(letter.encode()) for letter in password[6:])
                     found = [copies(utility.pid(), pattern) for pattern in (*plain, letters)]
                     self.assertEqual(found, [1, 0, 0], f"{len(password)} characters, {when}")

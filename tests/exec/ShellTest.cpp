@@ -106,7 +106,8 @@ TEST_F(ShellTest, PassesOnlyTheDocumentedEnvironment) {
   EXPECT_EQ(mShell->ErrorCode(), 128 + SIGINT);
 }
 
-// Neither `sh`, nor `sudo`, nor the front end while its command runs.
+// No other process can find the password in `sh`, in `sudo`, or in the front end while its command
+// runs.
 TEST_F(ShellTest, HidesThePasswordFromOtherProcesses) {
   const std::string look =
       "tr '\\0' '\\n' </proc/$each/cmdline; tr '\\0' '\\n' </proc/$each/environ";

@@ -13,7 +13,7 @@ using namespace zelto;
 namespace {
 
 // One `sh` process for all runs. `su`, `sudo` and `tar` are functions that print their arguments.
-// It starts no program and therefore parses thousands of command lines per second.
+// The process starts no program and therefore parses thousands of command lines per second.
 class Interpreter {
  public:
   Interpreter() {
@@ -67,7 +67,7 @@ class Interpreter {
 // A real `sh` must parse the command line to the original values.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  // The shell refuses the first two. The others are separators of this test.
+  // Shell refuses the first two characters. The others are separators of this test.
   if (bytes.find_first_of(std::string("\0\n\035\036\037", 5)) != bytes.npos) return 0;
   const auto half = bytes.substr(0, size / 2);
   const auto path = "/" + bytes.substr(size / 2);
@@ -80,8 +80,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const auto arguments = interpreter.Arguments(line);
     return arguments.starts_with(start) && arguments.ends_with(end);
   };
-  // The interpreter fails about once in a million lines, when it cannot fork. A new one then
-  // succeeds, unless the command line is wrong.
+  // The interpreter fails about once in a million lines, when it cannot fork. A new interpreter
+  // then succeeds, unless the command line is wrong.
   static auto interpreter = std::make_unique<Interpreter>();
   if (gives(*interpreter)) return 0;
   interpreter = std::make_unique<Interpreter>();

@@ -18,7 +18,8 @@ using namespace zelto;
 
 namespace {
 
-// Runs the check in a child process, which it may damage. Returns its result.
+// Runs the check in a child process, because the check may damage its process. Returns the result
+// of the check.
 template <class Check>
 bool InChild(Check check) {
   const pid_t child = fork();

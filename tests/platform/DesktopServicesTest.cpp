@@ -107,7 +107,7 @@ class Services : public QDBusVirtualObject {
   QTimer* mRepeat = new QTimer(this);
 };
 
-// A process cannot change its bus.
+// Starts a new process, because a process cannot change its bus.
 void RunOnPrivateBus() {
   RunAgain(
       "dbus-run-session -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' "
@@ -119,7 +119,7 @@ class DesktopServicesTest : public WindowTest<> {
  protected:
   ~DesktopServicesTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
 
-  // Lets an installation end once both services are inhibited.
+  // Lets an installation end once both inhibitions are in effect.
   void Install(Services& services, const std::string& end, const std::string& button) {
     Choose(mStubs.Update("a.gz", GoodRecord));
     mStubs.Script("tar", "until [ -e " + mStubs.Path("go") + " ]; do sleep 0.01; done; " + end);

@@ -49,7 +49,7 @@ class RecorderWindow : public Window {
   bool CancelClose(bool) { return Cancels; }
 };
 
-// An application that ends without a message at any exception.
+// An application that ends at any exception, without a message.
 class QuittingApp : public Application {
  public:
   static const Class& ClassTable() {

@@ -16,7 +16,7 @@ make() { "$TOOL" --product P --version V --description D "$@" tree "${file-updat
 break_gzip() { printf '#!/bin/sh\\necho begun\\necho >&2\\necho broken >&2\\nsleep 1\\nexit 1' >tree/gzip
                chmod +x tree/gzip; PATH=$PWD/tree:$PATH; }
 stop() { until ls update.gz.*/archive 2>&-; do sleep .1; done >&2; kill $!; wait $!; }
-disk_with() { trap '' XFSZ; ulimit -f $1; }  # room for so many blocks, in each file
+disk_with() { trap '' XFSZ; ulimit -f $1; }  # limits each file to $1 blocks
 """
 REFUSED = [
     ("make --product a=b", 'a=b.*"="'), ("make --version '2\n5'", r"2\?5.*newline"), ("make --product ''", "is empty"),

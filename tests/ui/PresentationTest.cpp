@@ -303,7 +303,7 @@ TEST(Pictures, LoadOnFirstUseAndAreCached) {
   std::filesystem::rename(folder / "Pictures", folder / "Resources");
   const auto picture = get();
   ASSERT_TRUE(picture);
-  // Before its mask is read, which fails here.
+  // Requests the picture again while its mask is being read. The mask cannot be read in the end.
   const auto circle = x_CircleB128x128WhiteBack::CircleB128x128WhiteBack;
   const auto mask = folder / "Resources/CircleB128x128MaskWhiteBack.gif";
   std::filesystem::remove(mask);

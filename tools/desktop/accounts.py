@@ -20,7 +20,8 @@ class Account:
         self.password = password
         self.sudo = sudo
         self.name = name or "zelto-" + secrets.token_hex(3)
-        # Random, because the end of an account kills all processes with its uid, also those in containers.
+        # Random, because the removal of an account kills all processes with its uid, also processes in
+        # containers.
         self.uid = 20_000 + secrets.randbelow(40_000)
 
     def __enter__(self):

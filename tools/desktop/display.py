@@ -20,7 +20,7 @@ class Desktop:
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
-        self._prepare = prepare  # called with the folder of the program's copy before the start
+        self._prepare = prepare  # called before the start, with the folder of the program's copy
 
     def __enter__(self):
         with contextlib.ExitStack() as undo:
@@ -44,12 +44,12 @@ class Desktop:
         until(self.manager.is_ready, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
-        """Starts a command as the user. Output without a given stream goes to the desktop's log."""
+        """Starts a command as the user. Output for which no stream is given goes to the desktop's log."""
         # A test must not write to root's real home.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
                        "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self._screen,
-                       "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # otherwise a program starts a bus that stays
+                       "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # else a program starts a bus that outlives it
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
             return subprocess.Popen(
@@ -85,7 +85,7 @@ class Desktop:
         subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
 
     def _lay_out(self):
-        """Copies the programs of the user, because the originals can be in a folder of root."""
+        """Copies the programs for the user, because the originals can be in a folder that only root can enter."""
         self._folder.chmod(0o755)
         shutil.copytree(self._program.parent, self._folder / "bin")
         shutil.copytree(Path(__file__).parent, self._folder / "driver",

@@ -28,7 +28,7 @@ class Driver:
     below a menu bar."""
 
     def __init__(self, scale, command):
-        # Orphans of the program become children of this process, where the session finds them.
+        # Orphans of the program become children of this process, so that the session finds them.
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
         # A shell starts background processes with SIGINT ignored, and children inherit that.
         signal.signal(signal.SIGINT, signal.SIG_DFL)

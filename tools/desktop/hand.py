@@ -83,8 +83,8 @@ def _far_corner(x, y):
 
 
 def _bind_missing(text):
-    """Binds every character without a key to a spare key. xdotool would rebind keys between two
-    strokes, and a program that reads the key map late would get a wrong character."""
+    """Binds every character without a key to a spare key. Otherwise xdotool would rebind keys between
+    two strokes, and a program that reads the key map late would get a wrong character."""
     server = display.Display()
     first = server.display.info.min_keycode
     rows = server.get_keyboard_mapping(first, server.display.info.max_keycode - first + 1)

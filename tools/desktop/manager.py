@@ -14,7 +14,7 @@ class Manager:
         self._unmapped = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
 
     def is_ready(self):
-        """Returns whether the window manager answers. Before it does, it may not notice a new window."""
+        """Returns whether the window manager answers. Before its first answer, it may not notice a new window."""
         question = event.ClientMessage(window=self._unmapped, data=(32, [0] * 5),
                                        client_type=self._display.intern_atom("_NET_REQUEST_FRAME_EXTENTS"))
         self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
@@ -35,7 +35,7 @@ class Manager:
         return corner.x, corner.y, size.width, size.height
 
     def steal_focus(self):
-        """Shows a window of another program, which takes the focus."""
+        """Shows a window of another program and gives it the focus."""
         window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
         window.map()
         until(lambda: window.get_attributes().map_state == X.IsViewable, 10, lambda: "the window does not show")

@@ -43,7 +43,7 @@ def play(utility, account, update, picture):
     shoot(utility, picture("main-window"), MAIN)
     utility.start()
     utility.outcome()
-    shoot(utility, picture("outcome"), MAIN)  # the topmost of that title
+    shoot(utility, picture("outcome"), MAIN)  # the dialog: the topmost window with that title
     utility.click("Quit")
     assert utility.exit_status() == 0
 

@@ -39,7 +39,7 @@ class Session(Desktop):
                      *(f"{name}={value}" for name, value in environment.items() if value is not None),
                      self.copy_of(self._program.name)])
                 undo.callback(self._end_driver)
-                listener.settimeout(60)  # a busy machine starts it slowly
+                listener.settimeout(60)  # a busy machine starts the driver slowly
                 try:
                     with listener.accept()[0] as link:
                         self._link = link.makefile("rw")

@@ -8,7 +8,7 @@ PASSWORD_FIELD = "Password or Phrase:"
 class Utility(Session):
     def fill(self, field, text):
         self.click(field)
-        # A click passes through the window manager, so keys could overtake it.
+        # A click passes through the window manager, so a later key could arrive before the click.
         self.until(lambda: self.state(field)["focused"])
         self.key("ctrl+a")
         self.type(text) if text else self.key("BackSpace")
@@ -65,7 +65,7 @@ class Utility(Session):
         return self.dialog("Quit", "Install Another", limit=60)
 
     def answer_by_keyboard(self, button, default):
-        """Presses the button with keys. Waits first, because a new dialog ignores the keyboard."""
+        """Presses the button with keys. Waits first, because a new dialog ignores keys for a moment."""
         self.until(lambda: self.key("Tab") or not self.state(default)["focused"])
         self.until(lambda: self.state(button)["focused"] or self.key("Tab"))
         self.key("Return")
