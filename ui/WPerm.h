@@ -25,7 +25,7 @@ class WPerm : public ListWindow<class WPerm> {
   virtual void PushButton2_Action();
   virtual void Event_Open();
 
-  // Moves the dialog to the next position of the shake after a failed attempt.
+  // Moves the dialog by one step of its shake. The shake follows a failed attempt.
   void Shake();
 
   // Calls Shake.

@@ -30,7 +30,7 @@ class WPermTest : public testing::Test {
 
 }  // namespace
 
-// Replaces the function of the toolkit, which makes no sound offscreen.
+// Replaces the toolkit's function to count the beeps. Offscreen, a beep makes no sound.
 void QApplication::beep() { ++beeps; }
 
 TEST_F(WPermTest, OpensAtItsPositionWithTheUsersName) {
