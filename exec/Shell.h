@@ -43,7 +43,8 @@ class Shell : public Object {
     std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
-    // A success without output of the command itself: all output is from `su` and `sudo`.
+    // True if the command succeeded and wrote nothing. All output of this run is then from `su` and
+    // `sudo`.
     bool IsCheck() const { return Status == 0 && OutputSize == 0; }
   };
 
@@ -54,7 +55,8 @@ class Shell : public Object {
   String Gathered() const;
   // Appends the output of all runs from the file. `begin` is the member of Run with the start of a
   // run's output in this file. `clean(run, start, around)` edits the output of one run. `around` is
-  // the output of `su` and `sudo` in the last credential check.
+  // the output of `su` and `sudo` in the last credential check. The same output can surround that
+  // of the run.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;

@@ -7,8 +7,8 @@ namespace zelto {
 
 namespace {
 
-// Removes terminal control sequences: CSI, OSC and other strings up to BEL or ST, and two-character
-// escapes.
+// Removes terminal control sequences: CSI sequences, OSC and other strings that end with BEL or ST,
+// and two-character escapes.
 void RemoveEscapeSequences(QString& text) {
   if (!text.contains(QChar(0x1B)) && !text.contains(QChar(0x9B))) return;
   static const QRegularExpression sequence(
@@ -34,7 +34,8 @@ QString ToolTip(const QString& text) {
   return "<span style='white-space: pre-wrap'>" + text.toHtmlEscaped() + "</span>";
 }
 
-// Encodes into the buffer of the String, because the text can be a password.
+// Encodes into the buffer of the String. The text can be a password, and another buffer would keep
+// a copy of it.
 String FromQString(const QString& text) {
   QStringEncoder encoder(QStringEncoder::Utf8);
   std::string bytes(static_cast<std::size_t>(encoder.requiredSpace(text.size())), '\0');

@@ -35,7 +35,8 @@ class String {
 
 String operator+(const String& left, const String& right);
 
-// Compares without regard to the case of ASCII letters. 0 if equal, less than 0 if `left` is first.
+// Compares without regard to the case of ASCII letters. 0 if equal, negative if `left`
+// sorts before `right`.
 Int32 RuntimeStringCompare(std::string_view left, std::string_view right);
 inline Int32 RuntimeStringCompare(const String& left, const String& right) {
   return RuntimeStringCompare(left.Bytes(), right.Bytes());
