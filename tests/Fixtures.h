@@ -66,3 +66,12 @@ class WindowTest : public testing::Test {
   zelto::Ref<W> mWindow;
   QWidget* mTop;
 };
+
+// A fixture for tests that extract the record.
+class RecordTest : public WindowTest<> {
+ protected:
+  void SetUp() override {
+    if (!RemoveRecord()) GTEST_SKIP() << "the record in /tmp belongs to another user";
+  }
+  void TearDown() override { RemoveRecord(); }
+};

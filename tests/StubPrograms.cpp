@@ -87,6 +87,12 @@ std::string StubPrograms::Update(const std::string& name, const std::string& rec
   return Path(name);
 }
 
+bool RemoveRecord() {
+  std::error_code error;
+  std::filesystem::remove_all("/tmp/.KVX.Content", error);
+  return !error;
+}
+
 long Resident() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {

@@ -42,6 +42,9 @@ class StubPrograms {
 inline const std::string GoodRecord =
     "product=Zelto Core\nversion=4.2.1\ndescription=Fixes the frobnicator.\n";
 
+// Removes the entry at the record's path. Returns false if this user may not.
+bool RemoveRecord();
+
 // The anonymous resident memory of this process in bytes.
 long Resident();
 

@@ -11,13 +11,9 @@ namespace {
 
 constexpr const char* record = "/tmp/.KVX.Content";
 
-class Archives : public WindowTest<> {
+class Archives : public RecordTest {
  protected:
-  Archives() {
-    Write(mStubs.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n");
-    std::filesystem::remove_all(record);
-  }
-  ~Archives() override { std::filesystem::remove_all(record); }
+  Archives() { Write(mStubs.Path("private"), "a=PRIVATE\nb=PRIVATE\nc=PRIVATE\n"); }
 
   // Makes an archive of the files that the commands create in a new folder, sorted by name.
   std::string Archive(const std::string& name, const std::string& commands,
@@ -106,7 +102,7 @@ TEST_F(Archives, EntryPlantedAtTheRecordPathNeitherShowsNorRedirects) {
                {"mkdir $R; touch $R/held", "refused"},
                {"mkdir -m 700 $R; ln -s " + victim + " $R/held", "refused"}};
   for (const auto& each : cases) {
-    std::filesystem::remove_all(record);
+    RemoveRecord();
     const std::string plant =
         "R=" + std::string(record) + "; " + each.Plant + "; chown -h 65534 $R";
     EXPECT_EQ(system(plant.c_str()), 0);

@@ -13,8 +13,8 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// PATH contains only `sh`, the front end and the stubs. The stubs record their arguments and input,
-// and `su` runs its command. Any other command therefore fails as not found.
+// PATH contains only `sh`, the front end and the stubs, so any other program fails as not found.
+// The stubs record their arguments and input, and `su` also runs its command.
 class RecordingStubs : public StubPrograms {
  public:
   explicit RecordingStubs(const std::string& loginShell = "sh") {

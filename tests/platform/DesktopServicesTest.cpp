@@ -115,10 +115,8 @@ void RunOnPrivateBus() {
       std::filesystem::read_symlink("/proc/self/exe"));
 }
 
-class DesktopServicesTest : public WindowTest<> {
+class DesktopServicesTest : public RecordTest {
  protected:
-  ~DesktopServicesTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
-
   // Lets an installation end once both inhibitions are in effect.
   void Install(Services& services, const std::string& end, const std::string& button) {
     Choose(mStubs.Update("a.gz", GoodRecord));

@@ -10,10 +10,8 @@ using namespace zelto;
 
 namespace {
 
-class UpdateTest : public WindowTest<> {
+class UpdateTest : public RecordTest {
  protected:
-  ~UpdateTest() override { std::filesystem::remove("/tmp/.KVX.Content"); }
-
   void Press(const Ref<RectControl>& button) {
     InvokeHandler([&] { button->Raise("Action"); });
   }

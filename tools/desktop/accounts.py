@@ -20,8 +20,8 @@ class Account:
         self.password = password
         self.sudo = sudo
         self.name = name or "zelto-" + secrets.token_hex(3)
-        # Random, because the removal of an account kills all processes with its uid, also processes in
-        # containers.
+        # The removal of an account kills all processes with its uid, even those in containers. A random uid
+        # is unlikely to be that of another process.
         self.uid = 20_000 + secrets.randbelow(40_000)
 
     def __enter__(self):

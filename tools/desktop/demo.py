@@ -41,6 +41,7 @@ def demonstrate(program, account, pictures, root="", **session):
     finally:
         shutil.rmtree(folder)
         shutil.rmtree(f"{root}{target}", ignore_errors=True)
+        Path(f"{root}/tmp/.KVX.Content").unlink(missing_ok=True)  # root's, so other users cannot replace it
 
 
 def play(utility, account, update, pictures):
