@@ -98,6 +98,7 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
 
 TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
   const Int32 left = mDialog->Left();
+  mDialog->Timer1()->Mode(0);  // as one second after the dialog has opened
   Press("zt", "wrong");
   bool hasMoved = false;
   Until([&] {
@@ -105,4 +106,6 @@ TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
     hasMoved = hasMoved || isAway;
     return hasMoved && !isAway;
   });
+  QTest::qWait(150);  // three further steps of a shake that does not end
+  EXPECT_EQ(mDialog->Left(), left);
 }

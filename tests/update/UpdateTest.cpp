@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 
 #include "tests/Fixtures.h"
 
@@ -96,6 +97,8 @@ TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
   Once([&] { return mStubs.Calls("tar").size() == 1; },
        [&] {
          during = Bytes(mWindow->stStatus()->Text());
+         const auto* progress = mTop->findChild<QProgressBar*>();
+         EXPECT_TRUE(progress && progress->isVisible());
          mStubs.Release();
        });
   WhenModalPress("Install Another", &labels);
