@@ -110,7 +110,10 @@ void RuntimeInit() {
 }
 
 void RuntimeRun() {
-  if (!State().IsQuitting && !State().Failure) RunLoop();
+  if (!State().IsQuitting && !State().Failure) {
+    const Int32 status = RunLoop();
+    if (!State().IsQuitting) State().ExitStatus = status;
+  }
   const auto failure = std::exchange(State().Failure, nullptr);
   if (!failure) return;
   AllowLoops();  // for the message about it

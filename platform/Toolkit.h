@@ -105,8 +105,9 @@ std::shared_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
 // Windows exist only between StartToolkit and EndToolkit.
 void StartToolkit();
 void EndToolkit();
-// Runs the event loop until EndLoops.
-void RunLoop();
+// Runs the event loop until EndLoops. Returns 0, or the toolkit's status if the toolkit ends the
+// loop because of an error.
+Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
 // Shows the cursor and the progress bar for a handler that waits for a command in Mode 2 (Busy) or

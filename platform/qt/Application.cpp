@@ -116,7 +116,7 @@ void EndToolkit() {
   toolkit = nullptr;
 }
 
-void RunLoop() { QApplication::exec(); }
+Int32 RunLoop() { return QApplication::exec(); }
 
 void ServeEvents(Int32 milliseconds) {
   ServeUntil(TheToolkit().Waiter.WakeDescriptors(), milliseconds);

@@ -36,6 +36,13 @@ TEST(Sequence, ForeignExceptionEndsTheProgramWithAMessage) {
   EXPECT_EQ(labels, "The utility has to end.|std::exception: std::bad_alloc|");
 }
 
+TEST(Sequence, LostDisplayEndsTheProgramWithTheToolkitsStatus) {
+  RuntimeInit();
+  Once([] { return true; }, [] { QCoreApplication::exit(1); });
+  RuntimeRun();
+  EXPECT_EQ(RuntimeExit(), 1);
+}
+
 TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
   using Refusal = void (*)(QWidget&);
   const Refusal refusals[] = {
