@@ -9,8 +9,8 @@ from pathlib import Path
 TOP = Path(__file__).resolve().parents[2]
 RECORD = Path("/tmp/.KVX.Content")
 PAGE = TOP / "docs/vendor.md"
-# Checks and preparations before the sections of the page.
-AFTER = {
+# The commands that the test runs in place of a heading. They check the section above it or prepare the one below.
+AT_HEADING = {
     "## On the target": "mkdir -p /opt/sample; echo old >/opt/sample/greeting",
     "## What an update cannot": "test \"$(cat /opt/sample/greeting)\" = 'Good day.'; test -s public/sample.tar.gz.asc",
     "## Placeholders": "test \"$(cat /opt/sample/greeting)\" = old; test ! -s new.txt; test -s next.tar.gz",
@@ -20,7 +20,7 @@ AFTER = {
 class Vendor(unittest.TestCase):
     def script(self):
         for line in PAGE.read_text().splitlines():
-            checks = [check for heading, check in AFTER.items() if line.startswith(heading)]
+            checks = [check for heading, check in AT_HEADING.items() if line.startswith(heading)]
             yield checks[0] if checks else line.removeprefix("    ") if line.startswith("    ") else ""
 
     def test_every_command_of_the_page_works(self):
