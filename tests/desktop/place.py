@@ -35,8 +35,8 @@ class DesktopTest(unittest.TestCase):
         return account
 
     def _assert_nothing_kept(self, home, before):
-        # The window manager, sudo and the accessibility bus create these files. A core file is that of another
-        # program of the session, because the utility writes none.
+        # The window manager, sudo and the accessibility bus create these files. Other programs of the session can
+        # leave a core file. test_hardening.Secret looks for one of the utility.
         others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/dconf.*)?|\.sudo_as_admin_successful|core)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
