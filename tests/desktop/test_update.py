@@ -1,6 +1,5 @@
 import os
 
-from desktop.utility import MAIN
 from desktop.wait import until
 from place import DesktopTest
 
@@ -26,7 +25,7 @@ class Install(DesktopTest):
         utility.dialog("OK")
         utility.answer("OK")
         for way, name, members, enter in [("typed", odd, kinds, lambda path: utility.fill("Patchfile:", path)),
-                                          ("dropped", "ü b", many, lambda path: utility.drop(path, MAIN, 200, 85)),
+                                          ("dropped", "ü b", many, lambda path: utility.drop(path, "Patchfile:")),
                                           ("chosen", "chosen", again, utility.choose)]:
             path = self.update(f"{name}.tar.gz", f"Tools, {way}", "2.5", f"What was {way}.", members)
             self.assertFalse(utility.can_update())

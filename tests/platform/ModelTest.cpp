@@ -70,6 +70,7 @@ class ModelTest : public testing::Test {
   void SetUp() override {
     RecorderWindow::Log.clear();
     RecorderWindow::Cancels = false;
+    RecorderWindow::List = {};
   }
   ApplicationFixture mApplication;
 };
@@ -138,21 +139,15 @@ TEST_F(ModelTest, MeIsTheObjectThatRaisedTheEvent) {
   EXPECT_FALSE(Me());
 }
 
-TEST_F(ModelTest, VisibleWindowShowsItself) {
-  const auto visible = [](const String& list) {
-    const auto window = RuntimeNewObject<RecorderWindow>();
-    RecorderWindow::List = list;
-    window->Constructor();
-    auto* top = QApplication::topLevelWidgets().constFirst();
+TEST_F(ModelTest, WindowShowsItselfIfItsListSaysSo) {
+  for (const bool isVisible : {true, false}) {
+    RecorderWindow::List = WindowList{.Width = 50, .Height = 50, .Visible = isVisible};
+    const auto window = ImplicitWindow<RecorderWindow>();
     QApplication::processEvents();
-    const bool isVisible = top->isVisible();
+    EXPECT_EQ(QApplication::topLevelWidgets().constFirst()->isVisible(), isVisible);
     window->Close();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return isVisible;
-  };
-  EXPECT_TRUE(visible(WindowList{.Width = 50, .Height = 50}));
-  EXPECT_FALSE(visible(WindowList{.Width = 50, .Height = 50, .Visible = false}));
-  RecorderWindow::List = {};
+  }
 }
 
 TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {

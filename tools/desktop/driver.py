@@ -24,8 +24,7 @@ PR_SET_CHILD_SUBREAPER = 36
 
 class Driver:
     """The public methods are the requests. Of several windows with the same title, the active one is
-    used. A balloon does not count as a window. Offsets and extents are unscaled, and offsets start
-    below a menu bar."""
+    used. A balloon does not count as a window."""
 
     def __init__(self, scale, command):
         # Orphans of the program become children of this process, so that the session finds them.
@@ -52,8 +51,10 @@ class Driver:
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
     def click(self, name):
-        x, y, width, height = self.extents(name)
-        hand.click(round((x + width / 2) * self._scale), round((y + height / 2) * self._scale))
+        hand.click(*self._center(name))
+
+    def drop(self, path, name):
+        hand.drag_file(path, *self._center(name))
 
     def key(self, *keys):
         self._wait_for_keyboard()
@@ -92,9 +93,6 @@ class Driver:
     def description(self, name):
         return self._control(name).get_description()
 
-    def extents(self, name):
-        return _extents(self._control(name))
-
     def listen(self, event):
         self._listener = Atspi.EventListener.new(self._hear)
         self._listener.register(event)
@@ -120,10 +118,6 @@ class Driver:
 
     def kill(self, number):
         self._program.send_signal(number)
-
-    def drop(self, path, title, x, y):
-        left, top = self._wait(lambda: _content_origin(self._window(title)), f"no window {title!r}")
-        return hand.drag_file(path, round((left + x) * self._scale), round((top + y) * self._scale))
 
     def _hear(self, event):
         with contextlib.suppress(GLib.Error):
@@ -167,6 +161,11 @@ class Driver:
             return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
         return self._wait(found, f"nothing named {name!r}")
 
+    def _center(self, name):
+        """The center of the control in pixels of the screen."""
+        box = self._control(name).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return [round((start + size / 2) * self._scale) for start, size in ((box.x, box.width), (box.y, box.height))]
+
     def _screen(self):
         if self._program.poll() is not None:
             return f"the program ended with {self._program.returncode}"
@@ -189,19 +188,6 @@ def _walk(node):
 
 def _has(node, state):
     return node.get_state_set().contains(state)
-
-
-def _extents(node):
-    box = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
-    return [box.x, box.y, box.width, box.height]
-
-
-def _content_origin(window):
-    """The origin of the window's content, below a menu bar."""
-    left, top = _extents(window)[:2]
-    bars = [node for node in _children(window)
-            if node.get_role() == Atspi.Role.MENU_BAR and _has(node, Atspi.StateType.SHOWING)]
-    return left, top + sum(_extents(bar)[3] for bar in bars)
 
 
 def _text_of(node):

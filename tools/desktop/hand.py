@@ -2,6 +2,7 @@
 import os
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 from Xlib import display
@@ -41,45 +42,25 @@ def type_text(text):
 
 
 def drag_file(path, x, y):
-    """Drags the file from another program's window to the point. Returns whether it was accepted."""
-    start = _far_corner(x, y)
-    source = subprocess.Popen([sys.executable, Path(__file__).with_name("drag_source.py"), path,
-                               *map(str, start)], stdout=subprocess.PIPE, bufsize=0)
-    os.set_blocking(source.stdout.fileno(), False)
-    heard = bytearray()
+    """Drags the file from another program's window to the point and drops it once it is accepted."""
+    with tempfile.NamedTemporaryFile("r") as answers, subprocess.Popen(
+            [sys.executable, Path(__file__).with_name("drag_source.py"), path], stdout=answers) as source:
+        def hears(word):
+            answers.seek(0)
+            return word in answers.read()
 
-    def said(word):
-        heard.extend(source.stdout.read() or b"")
-        return word in heard
-
-    def welcome():
-        xdotool("mousemove_relative", "--", *((1, 0) if len(nudges) % 2 else (-1, 0)))
-        nudges.append(None)
-        return said(b"accept") and heard.rfind(b"accept") > heard.rfind(b"refuse")
-
-    nudges = []
-    try:
-        until(lambda: said(b"ready"), 10, lambda: "the window to drag from does not show")
-        from_x, from_y = start[0] + 32, start[1] + 32
-        xdotool("mousemove", from_x, from_y, "mousedown", 1)
-        for step in range(1, 31):
-            xdotool("mousemove", from_x + (x - from_x) * step // 30, from_y + (y - from_y) * step // 30)
         try:
-            until(welcome, 3, lambda: "not welcome")
-        except TimeoutError:
-            pass  # the target refuses the file
-        xdotool("mousemove", x, y, "mouseup", 1)
-        until(lambda: said(b"ended"), 10, lambda: "the drag does not end")
-        return not said(b"failed")
-    finally:
-        source.kill()
-        source.wait()
-
-
-def _far_corner(x, y):
-    screen = display.Display().screen()
-    return (0 if x > screen.width_in_pixels / 2 else screen.width_in_pixels - 64,
-            0 if y > screen.height_in_pixels / 2 else screen.height_in_pixels - 64)
+            until(lambda: hears("shown"), 10, lambda: "the window to drag from does not show")
+            xdotool("mousemove", 32, 32, "mousedown", 1)
+            for step in range(1, 31):
+                xdotool("mousemove", 32 + (x - 32) * step // 30, 32 + (y - 32) * step // 30)
+            # A source does not report a move while it waits for the answer to the last one.
+            until(lambda: xdotool("mousemove", x + 1, y, "mousemove", x, y) or hears("accepted"), 10,
+                  lambda: "the file is not accepted")
+            xdotool("mouseup", 1)
+            source.wait(10)
+        finally:
+            source.kill()
 
 
 def _bind_missing(text):
