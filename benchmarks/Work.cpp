@@ -1,4 +1,4 @@
-// The utility with time measurements. Answers each line of standard input with one line of JSON.
+// The utility, controlled by requests: each line of standard input is answered with a line of JSON.
 // Times are in milliseconds.
 #include <poll.h>
 #include <sys/syscall.h>

@@ -55,7 +55,7 @@ class Table:
 
 
 class Clockwork:
-    """The utility with time measurements, before or after authentication."""
+    """The program bench-work: the utility, controlled by requests. It answers with measured times."""
 
     def __init__(self, desktop, account):
         self._program = desktop.launch([desktop.copy_of("bench-work")], stdin=subprocess.PIPE,

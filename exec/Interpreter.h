@@ -7,9 +7,9 @@
 namespace zelto {
 
 // Starts `sh` in a new session and does not wait for it. `output` and `errors` become its standard
-// output and error. `sh` reads the command line from standard input, because `ps` would show it as
-// an argument. The front end writes `mark` before and after the output of each `sudo` command.
-// Returns the process id, or 0 and sets errno.
+// output and error. `sh` reads the command line from standard input, because `ps` shows arguments.
+// The front end writes `mark` before and after the output of each `sudo` command. Returns the
+// process id, or 0 and sets errno.
 pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int output, int errors);
 
 // The password prompt of `sudo`.

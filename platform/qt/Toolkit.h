@@ -34,7 +34,7 @@ struct Toolkit {
   InputGuard Guard;
   EventLoopWaiter Waiter;
   QPointer<QWidget> EditedField;  // the last focused widget other than a menu bar
-  QString LastFolder;             // the last one of the open dialog
+  QString LastFolder;             // where the open dialog starts
 };
 
 Toolkit& TheToolkit();

@@ -32,7 +32,7 @@ std::string Printed(const CommandLine& line) {
 // A real `sh` must parse the command line to the original values.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
-  // Shell refuses the first two characters. The others are separators of this test.
+  // Shell refuses NUL and newline. The other two characters are separators of this test.
   if (bytes.find_first_of(std::string("\0\n\036\037", 4)) != bytes.npos) return 0;
   const auto half = bytes.substr(0, size / 2);
   const auto path = "/" + bytes.substr(size / 2);
@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const auto printed = Printed(line);
     return printed.starts_with(start) && printed.ends_with(end);
   };
-  // On a busy machine, `sh` sometimes cannot fork. It is then wrong only once.
+  // Tries twice, because `sh` sometimes cannot fork on a busy machine.
   if (!isCorrect() && !isCorrect()) std::abort();
   return 0;
 }
