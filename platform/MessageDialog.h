@@ -27,8 +27,8 @@ class ActionButton : public MessageDialogButton {};
 class CancelButton : public MessageDialogButton {};
 class AlternateActionButton : public MessageDialogButton {};
 
-// A question or a message to the user. A new dialog has the default button "OK" and a hidden button
-// "Cancel", which Esc presses.
+// A question or a message to the user. A new dialog shows the default button "OK" and hides the
+// button "Cancel". While "Cancel" is visible, Esc presses it.
 class MessageDialog : public Object {
  public:
   void Init() override;

@@ -26,7 +26,7 @@ Balloon::Balloon(QWidget& anchor, const QString& text)
 }
 
 bool Balloon::eventFilter(QObject* object, QEvent* event) {
-  if (!mAnchor) return false;  // the window is being destroyed, and then this balloon
+  if (!mAnchor) return false;  // the window is being destroyed
   if (event->type() == QEvent::KeyPress) Dismiss();
   if (object != mAnchor->window()) return false;
   switch (event->type()) {

@@ -5,7 +5,8 @@
 
 using namespace zelto;
 
-// A list is refused, or encoding and decoding it again gives the same entries.
+// The decoder refuses a list or returns its entries. Encoded again, they have the length of the
+// list, and a second decoding changes nothing.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   static const std::vector<Property> classes[] = {
       WindowList::Schema(),     EditFieldList::Schema(),  BevelButtonList::Schema(),

@@ -30,7 +30,7 @@ TEST(String, LenCountsCharactersAndLenBBytes) {
   EXPECT_EQ(Bytes(Right(text, 2)), "😀z");
   EXPECT_EQ(Bytes(Right(text, 99)), Bytes(text));
   EXPECT_TRUE(Right(text, 0).IsNil());
-  EXPECT_EQ(Bytes(Right("\x80\x80", 1)).size(), 2U);  // no character starts here
+  EXPECT_EQ(Bytes(Right("\x80\x80", 1)).size(), 2U);  // continuation bytes only
 }
 
 TEST(String, SplitAndNthFieldFindPieces) {
