@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
   // Without a bus, an installation cannot inhibit the logout of the person who runs the tests. A
-  // test that needs a bus runs again in a process with a private one.
+  // test that needs a bus starts this program once more, with a private bus.
   if (!IsRunAgain()) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);

@@ -50,7 +50,7 @@ TEST_F(ShellTest, ReturnsOutputBeforeErrorsWithoutPrompts) {
             "outout\nbad\nsu: Authentication failure\nthe Password: is asked\nlast\n");
 }
 
-TEST_F(ShellTest, RecordKeepsItsLineNumbersWhateverSuPrints) {
+TEST_F(ShellTest, RecordIsReadWhateverSuPrints) {
   if (!RemoveRecord()) GTEST_SKIP() << "the record in /tmp belongs to another user";
   const std::string update = mStubs.Update("u.gz", GoodRecord);
   const std::string oneLine = "echo Your password expires soon.";

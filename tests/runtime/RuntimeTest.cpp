@@ -23,7 +23,7 @@ TEST(String, ComparesExactlyOrCaseInsensitively) {
   EXPECT_TRUE(EndOfLine() < "a");
 }
 
-TEST(String, LenCountsCharactersAndLenBBytes) {
+TEST(String, LenCountsCharactersAndLenBCountsBytes) {
   const String text = "pä€😀z";
   EXPECT_EQ(LenB(text), 11);
   EXPECT_EQ(Len(text), 5);
