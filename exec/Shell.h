@@ -36,15 +36,15 @@ class Shell : public Object {
  private:
   friend struct ShellPlugin;
 
-  // A started command: the offsets at which its output begins in both files, the expected size of
-  // the output, and the exit status.
+  // A started command line: the offsets at which its text begins in both files, the size that the
+  // output of its command must have, if it is known, and the exit status.
   struct Run {
     std::size_t Output = 0;
     std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
-    // True if the command succeeded and wrote nothing. All output of this run is then from `su` and
-    // `sudo`.
+    // True for a successful credential check. Its command prints nothing, so the text is what `su`
+    // and `sudo` print.
     bool IsCheck() const { return Status == 0 && OutputSize == 0; }
   };
 
@@ -53,10 +53,10 @@ class Shell : public Object {
   bool ReapChild();
   void ReleaseProcess();
   String Gathered() const;
-  // Appends the output of all runs from the file. `begin` is the member of Run with the start of a
-  // run's output in this file. `clean(run, start, around)` edits the output of one run. `around` is
-  // the output of `su` and `sudo` in the last credential check. The same output can surround that
-  // of the run.
+  // Appends the text of all runs from the file. `begin` is the member of Run with the offset in
+  // this file. `clean(run, start, around)` edits the text of one run, which begins at `start`.
+  // `around` is the text of the last credential check: `su` and `sudo` can print it again around
+  // the output of a command.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;

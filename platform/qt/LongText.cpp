@@ -20,7 +20,7 @@ std::size_t EndOfRow(std::string_view text, std::size_t start) {
   if (end != std::string_view::npos) return start + end + 1;
   auto length = line.size();
   if (start + length == text.size()) return text.size();
-  // If the text is UTF-8, does not split a character.
+  // A row must not end within a UTF-8 character.
   while (length > longestLine - 4 && (text[start + length] & '\xC0') == '\x80') --length;
   return start + length;
 }
