@@ -4,11 +4,12 @@
 
 namespace zelto {
 
-// Whether `su` has verified the password before `sudo`. `su` asks root for no password.
+// Whether `su` has verified the password before `sudo`. If root runs the utility, `su` verifies
+// nothing.
 enum class PriorCheck : std::uint8_t { None, Su };
 
-// The reason why CredentialCheck failed, as a sentence for the user. `text` is the output and
-// `status` the exit status of CredentialCheck. The result never contains the password.
+// The reason why CredentialCheck failed, as a sentence for the user. `text` is the output of the
+// shell, and `status` is its last exit status. The result never contains the password.
 String FailureReason(const String& text, Int32 status, PriorCheck prior, const String& passwd);
 
 }  // namespace zelto

@@ -14,14 +14,14 @@ namespace {
 
 constexpr Int32 allowedAttempts = 3;
 constexpr Int32 shakePeriod = 50;  // milliseconds
-constexpr Int32 shakeSteps = 7;    // a third of a second
+constexpr Int32 shakeSteps = 7;    // 350 ms in all
 
 String Explanation(Shell& shell, const String& passwd, Int32 failures) {
   const auto prior = getuid() == 0 ? PriorCheck::None : PriorCheck::Su;
   auto reason = FailureReason(shell.ReadAll(), shell.ErrorCode(), prior, passwd);
   if (failures < allowedAttempts) return reason;
   return reason + EndOfLine() +
-         "No further attempt counts. Press Cancel and start the utility again.";
+         "Further attempts have no effect. Press Cancel and start the utility again.";
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ bool IsMain(const QWidget& window) {
 
 bool IsAuthenticate(const QWidget& window) { return window.windowTitle() == authenticateTitle; }
 
-// Calls back after a matching window has been painted and the display has processed all requests.
+// Calls back after a matching window has been painted and the display server has drawn it.
 class Drawn : public QObject {
  public:
   Drawn() { qApp->installEventFilter(this); }

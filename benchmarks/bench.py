@@ -96,7 +96,7 @@ class Updates:
     def __init__(self, folder):
         self.folder = folder
         self.target = folder / "target"
-        block = os.urandom(1 << 20)  # gzip finds no repetition: the block is larger than its window
+        block = os.urandom(1 << 20)  # gzip finds no repetition, because the block is larger than the window of gzip
         self.small = self._make("small", {f"{self.target}/{name}": (name.encode() * 100, 0o644) for name in "abcde"})
         self.large = self._make("large", {f"{self.target}/{name}": (block * 100, 0o644) for name in "abcd"})
         self.many = self._make("many", self.members(30_000, b"A file of an update.\n" * 20))
@@ -143,9 +143,9 @@ def measure_start(table, desktop):
         for name in sorted(results, reverse=turn % 2):
             results[name].append(stopwatch.time(name))
     smallest, ours = results.values()
-    table.add("start to a dialog that accepts keys / smallest program", "ratio",
+    table.add("time from start until a dialog accepts keys / smallest program", "ratio",
               [mine[0] / other[0] for mine, other in zip(ours, smallest)], 1.10)
-    table.add("peak memory at that moment / smallest program", "ratio",
+    table.add("peak memory until a dialog accepts keys / smallest program", "ratio",
               [mine[1] / other[1] for mine, other in zip(ours, smallest)], 1.15)
     return statistics.median(memory for _, memory in smallest)
 
@@ -155,7 +155,7 @@ def measure_authentication(table, desktop, account):
         with Clockwork(desktop, account) as clockwork:
             time.sleep(0.5)  # the minimal time to type a password
             return clockwork.ask(request)["ms"]
-    table.ratio("right password to main window / two commands in sh", 1.15,
+    table.ratio("time from right password to main window / two commands in sh", 1.15,
                 lambda: timed("authenticate"), lambda: timed("authenticate lines"))
 
 
@@ -193,7 +193,7 @@ def measure_liveliness(table, clockwork, updates):
         updates.clear()
         return clockwork.ask("watched install", updates.empty(200_000))
     watched = [install() for _ in range(ROUNDS)]
-    table.add("end of the command to the outcome on the screen", "ms", [each["outcome"] for each in watched], 15)
+    table.add("time from end of command until outcome shows", "ms", [each["outcome"] for each in watched], 15)
     table.add("longest gap of the event loop, 200,000 members", "ms", [each["gap"] for each in watched], 20)
     table.add("failure dialog with 10 MB of text, creation to display", "ms",
               [clockwork.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
@@ -201,7 +201,7 @@ def measure_liveliness(table, clockwork, updates):
 
 def measure_idleness(table, desktop, clockwork):
     def wake_ups():
-        """Counts wake-ups: system calls that are at most 0.1 seconds apart count as one."""
+        """Counts wake-ups: the pauses of more than 0.1 seconds between two system calls."""
         time.sleep(2)
         with tempfile.NamedTemporaryFile() as calls:
             with contextlib.suppress(subprocess.TimeoutExpired):

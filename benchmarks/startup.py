@@ -12,7 +12,7 @@ class Stopwatch:
         self._desktop = desktop
         self._display = display.Display(desktop.display)
         self._root = self._display.screen().root
-        # The reply to a ping is sent to the root window with this mask.
+        # Reports changes of the root window, and the replies to pings, which are sent to it.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
         self._display.sync()
 

@@ -48,15 +48,15 @@ String DoubleQuoted(const String& text) {
   return {std::move(quoted)};
 }
 
-// `echo` interprets options and, in some shells, backslashes. It is used only for ordinary
-// passwords without a leading dash. All other passwords need `printf`.
+// `echo` interprets options and, in some shells, backslashes. It is used for an empty password and
+// for ordinary ones without a leading dash. All others need `printf`.
 String Echo(const String& passwd) {
   if (passwd.IsNil() || (IsOrdinary(passwd) && !StartsWithDash(passwd))) return "echo " + passwd;
   return "printf '%s\\n' " + Quoted(passwd);
 }
 
-// `su` reads a name with a leading dash as an option. It also reads a "-" after "--" as an option.
-// The name therefore follows "-- -".
+// `su` reads a name with a leading dash as an option. After "--", it still reads the name "-" as an
+// option. The name therefore follows "-- -".
 String Su(const String& user, const String& command) {
   const String argument = SingleQuoted(command);
   if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);

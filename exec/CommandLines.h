@@ -15,10 +15,10 @@ struct CommandLine {
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // The password for a `sudo` that does not get it through a pipe. Nil if no such `sudo` runs.
+  // The password that `sh` exports for `sudo`. Nil if no `sudo` needs it.
   String Passphrase;
-  // The number of bytes that the command itself writes to standard output if it succeeds. Empty if
-  // unknown. All other bytes of the output are from `su` and `sudo`.
+  // The number of bytes that the program under `sudo` writes to standard output if it succeeds.
+  // Empty if unknown. All other bytes of the output are from `su` and `sudo`.
   std::optional<std::size_t> OutputSize;
 };
 
@@ -29,7 +29,7 @@ CommandLine MemberExtract(const String& passwd, const String& user, const String
 // `size` is the size of the extracted member in bytes.
 CommandLine MemberRead(const String& passwd, const String& user, std::size_t size);
 CommandLine FullExtract(const String& passwd, const String& user, const String& path);
-// Exception: a path with blanks becomes several words.
+// Here a path with blanks becomes several words.
 CommandLine ListingTest(const String& path);
 
 // The value as one word of a command line.

@@ -61,8 +61,8 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// In a build, libexec is next to the folder of the program. ZELTO_LIBEXEC is the place of libexec
-// in an installation.
+// In a build, libexec is next to the folder of the program. In an installation, ZELTO_LIBEXEC is
+// the path from that folder to libexec.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {

@@ -9,7 +9,7 @@ namespace zelto {
 std::filesystem::path FrontEndFolder();
 
 // True if the file is regular, every account can execute it, and only root and the effective user
-// can change or replace it. The path must be absolute and free of symbolic links.
+// can change or replace it. False if the path is relative or contains a symbolic link.
 bool IsSafeForAll(const std::filesystem::path& file);
 
 }  // namespace zelto

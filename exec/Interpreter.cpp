@@ -53,8 +53,8 @@ std::vector<char*> Pointers(Environment& environment) {
   return pointers;
 }
 
-// The script exports the variable, because the initial environment of `sh` would stay readable in
-// /proc while the command runs.
+// The script exports the password. In the environment with which `sh` starts, the password would
+// stay readable in /proc while the command runs.
 String Script(const CommandLine& command) {
   String line = command.Text + "\n";
   if (command.Passphrase.IsNil()) return line;
@@ -93,7 +93,7 @@ class SpawnSettings {
     posix_spawnattr_destroy(&mAttributes);
   }
 
-  // Returns the process id, or 0 and sets errno.
+  // Returns the process id, or 0 with errno set.
   pid_t Spawn(const char* program, Environment environment) {
     std::string name = program;
     std::array<char*, 2> arguments{name.data(), nullptr};

@@ -16,7 +16,7 @@ class OutputFile {
   bool IsOpen() const { return mFile != nullptr; }
   int Descriptor() const { return fileno(mFile.get()); }
   std::size_t Size() const;
-  // Appends the bytes from `start` to `end` to the text.
+  // Appends the bytes at the offsets from `start` up to, but not including, `end` to `text`.
   void AppendTo(std::string& text, std::size_t start, std::size_t end) const;
 
  private:

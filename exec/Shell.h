@@ -25,19 +25,19 @@ class Shell : public Object {
   // ReadAll has the reason.
   void Execute(const CommandLine& command);
 
-  // True until the last command has ended. In Mode 2 this call starts the next queued command.
+  // True while a command runs or is queued. In Mode 2 this call starts the next queued command.
   bool IsRunning();
   // The exit status of the last command that ended, or 128 plus the signal that ended it.
   Int32 ErrorCode() const { return mErrorCode; }
-  // The output of all commands so far: standard output in order, then standard error. Prompts and
-  // PAM messages of `su` and `sudo` are removed, unless `su` or `sudo` fails.
+  // The output of all commands so far: standard output in order, then standard error. The prompts
+  // of `su` and `sudo` are removed. PAM messages are removed if `su` and `sudo` succeed.
   String ReadAll();
 
  private:
   friend struct ShellPlugin;
 
-  // A started command line: the offsets at which its text begins in both files, the size that the
-  // output of its command must have, if it is known, and the exit status.
+  // A started command line. Its output begins at these offsets of both files. OutputSize is that of
+  // the command line.
   struct Run {
     std::size_t Output = 0;
     std::size_t Errors = 0;
@@ -55,8 +55,8 @@ class Shell : public Object {
   String Gathered() const;
   // Appends the text of all runs from the file. `begin` is the member of Run with the offset in
   // this file. `clean(run, start, around)` edits the text of one run, which begins at `start`.
-  // `around` is the text of the last credential check: `su` and `sudo` can print it again around
-  // the output of a command.
+  // `around` is the text of the last credential check before the run: `su` and `sudo` can print it
+  // again around the output of each command.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;

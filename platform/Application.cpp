@@ -116,7 +116,7 @@ void RuntimeRun() {
   }
   const auto failure = std::exchange(State().Failure, nullptr);
   if (!failure) return;
-  AllowLoops();  // for the message about it
+  AllowLoops();  // for the message about the failure
   std::rethrow_exception(failure);
 }
 

@@ -22,7 +22,8 @@ class Application : public MenuTarget {
   // waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
-  // Calls a handler. Swallows EndException and reports any other RuntimeException.
+  // Calls a handler. Ignores EndException and ThreadEndException, and reports any other
+  // RuntimeException.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
@@ -60,14 +61,15 @@ class Screen : public Object {
   Int32 mHeight = 0;
 };
 
-// Screen 0 is the primary screen. Returns nil for any other index and without a screen.
+// Screen 0 is the primary screen. Returns nil for any other index, or if there is no screen.
 Ref<class Screen> Screen(Int32 index);
 
-// Calls the program from the toolkit. Throws nothing. An exception of another type than
-// RuntimeException ends the loops, and RuntimeRun rethrows it.
+// Calls a handler of the program from the toolkit. Throws nothing. An exception of another type
+// than RuntimeException ends the loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
 
-// True while the running handler waits for a command. Input must then be refused.
+// True if input must be refused because a handler waits. False if a dialog of an inner handler
+// accepts input.
 bool HandlerWaits();
 // Returns whether to obey a request to close or quit. While a handler waits, beeps and returns
 // false at the first request, and returns true at the next one.

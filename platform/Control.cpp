@@ -6,7 +6,7 @@ namespace zelto {
 
 namespace {
 
-// The entry point of the plug-in that writes a property.
+// An entry point of the plug-in. It writes a property.
 template <class T, T BevelButtonList::*Property>
 void Write(BevelButton& button, const T& value) {
   button.Set(Property, value);

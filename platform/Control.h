@@ -26,7 +26,7 @@ class Control : public EventSource {
   class Window* mWindow = nullptr;
 };
 
-// A named object in a window, but without a pane. Example: a timer.
+// A named object of a window that is not a Control. Example: a timer.
 class PaneChild {
  public:
   virtual ~PaneChild() = default;

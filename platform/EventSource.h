@@ -31,7 +31,7 @@ struct Binding {
 };
 
 // The metadata of a class: its name, its events with their handlers, and the properties that a list
-// can set. Includes the events of the base class.
+// can set. The events include those of the base class.
 class Class {
  public:
   struct Declaration {
@@ -66,15 +66,15 @@ class EventSource : public Object {
  private:
   friend void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
-  std::vector<Event> mEvents;  // empty: the events of the class
+  std::vector<Event> mEvents;  // if empty, the events of the class apply
 };
 
 // Binds a handler to an event of this object only. Throws KeyNotFoundException if there is no such
 // event and TypeMismatchException if the signatures differ.
 void InstallInstanceEventHandler(EventSource& object, const Binding& binding);
 
-// The object that raised the event of the running handler. Nil outside a handler. In a handler,
-// `this` is the window.
+// The object that raised the event of the running handler. Nil outside a handler. In the handler of
+// a control's event, `this` is the window.
 Ref<EventSource> Me();
 
 namespace detail {

@@ -8,7 +8,7 @@ namespace zelto {
 
 class Application;
 
-// A call of the toolkit into the program. Handlers nest if one runs an event loop.
+// A call from the toolkit to a handler. Frames nest if the handler runs an event loop.
 struct HandlerFrame {
   HandlerFrame* Outer = nullptr;
   Waiting Waits = Waiting::Not;
@@ -29,7 +29,7 @@ struct Framework {
   EventSource* Me = nullptr;  // the object whose event is handled
   bool IsQuitting = false;
   Int32 ExitStatus = 0;
-  std::exception_ptr Failure;  // a foreign exception that RuntimeRun rethrows
+  std::exception_ptr Failure;  // not a RuntimeException; RuntimeRun rethrows it
 
   std::vector<Ref<Window>> Windows;
   std::vector<std::pair<String, Ref<Window>>> ImplicitWindows;  // by class name

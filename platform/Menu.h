@@ -56,7 +56,7 @@ class QuitMenuItem : public MenuItem {
 
 class MenuBar : public MenuItem {};
 
-// The base class of the application and of windows: handlers of menu items.
+// The base class of Application and Window. Holds handlers of menu items.
 class MenuTarget : public EventSource {
  public:
   // `name` is the name of the menu item.

@@ -53,9 +53,9 @@ class MessageDialog : public Object {
   void AlternateActionButton(const Ref<class AlternateActionButton>&) {}
 
   // Both functions block until the dialog is closed and return the pressed button. If the user
-  // closes the dialog in another way, both return the cancel button if it is visible, or else the
-  // action button. Both throw EndException if the application ends. For the first 500 ms keys have
-  // no effect, because a key typed ahead must not answer the dialog.
+  // closes the dialog in another way, both return a visible button whose property Cancel is set, or
+  // else the action button. Both throw EndException if the application ends. For the first 500 ms
+  // keys have no effect, because a key typed ahead must not answer the dialog.
   Ref<MessageDialogButton> ShowModal();
   Ref<MessageDialogButton> ShowModalWithin(const Ref<Window>& parent);
 

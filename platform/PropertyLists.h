@@ -176,9 +176,9 @@ inline constexpr Color White{255, 255, 255};
 #key, PropertyValue(type()).index(), {} \
   }
 
-// Defines a list struct. Code creates the struct with designated initialisers. The conversion to a
-// String encodes the list. Schema() returns the properties of the class. Each object stores its
-// values in such a struct.
+// Defines a list struct. Create the struct with designated initialisers. The conversion to a String
+// encodes the list. Schema() returns the properties of the class. Each window and control stores
+// its values in such a struct.
 #define ZELTO_LIST(name, KEYS)                                                  \
   struct name##List {                                                           \
     using Class = name;                                                         \

@@ -95,8 +95,8 @@ std::unique_ptr<TimerImp> NewTimerImp(Timer& timer);
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent);
 // Returns nil if the file cannot be read as a picture.
 Ref<Picture> LoadPicture(const String& path);
-// Shows the open dialog for the types and blocks until it is closed. Returns nil if it is
-// cancelled.
+// Shows a dialog to open a file of the filter's types. Blocks until the dialog is closed. Returns
+// nil if it is cancelled.
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
 // Asks the desktop to inhibit sleep, logout and shutdown until the result is destroyed. The desktop
 // can show the reason. Does not block and does not fail.
@@ -110,11 +110,12 @@ void EndToolkit();
 Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// Shows the cursor and the progress bar for a handler that waits for a command in Mode 2 (Busy) or
-// in Mode 0 (Blocked).
+// Busy, while DoEvents runs: the busy cursor and the progress bar. Blocked, while RuntimeAwait
+// runs: the wait cursor. Not: neither.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
-// Ends RunLoop and all nested loops. New loops can return at once until AllowLoops is called.
+// Ends RunLoop and all nested loops. If none runs, each new loop ends at once until AllowLoops is
+// called.
 void EndLoops();
 void AllowLoops();
 void RuntimeBeep();

@@ -97,7 +97,7 @@ void Window::ShowModalWithin(const Ref<Window>& parent) {
 }
 
 void Window::Close() {
-  const Ref<Window> self(this);  // the lists can have the last reference
+  const Ref<Window> self(this);  // keeps the window until the end of this call
   if (mIsClosed || !UnifiedClose(false)) return;
   mImp->Close();
   Raise("Close");

@@ -31,7 +31,7 @@ class Window : public MenuTarget {
   void Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
   Int32 Width() const { return mImp->Width(); }
   Int32 Height() const { return mImp->Height(); }
-  // A new visible window is shown after its Open event.
+  // If True is set in the property list, the window is shown after its Open event.
   void Visible(bool visible);
 
   const WindowList& Properties() const { return mProperties; }
@@ -44,7 +44,7 @@ class Window : public MenuTarget {
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<class MenuBar>& bar);
 
-  // Creates an object that is owned by this window.
+  // Creates an object. If it is a Control or a PaneChild, this window becomes its owner.
   template <class T>
   Ref<T> New() {
     auto object = RuntimeNewObject<T>();
@@ -55,8 +55,8 @@ class Window : public MenuTarget {
     mControls.emplace_back(name, control);
   }
 
-  // Raises CancelClose. If a handler returns True, returns False and does nothing else. Otherwise
-  // releases the window and its controls.
+  // Raises CancelClose. If the handler returns True, the window stays open and the result is False.
+  // Otherwise the window and its controls are released.
   bool UnifiedClose(bool quitting);
   void CallActivated();
   void CallDeactivated();
@@ -67,7 +67,7 @@ class Window : public MenuTarget {
  private:
   friend Ref<Object> RuntimeWindowControlByName(Window& window, const String& name);
 
-  // Sets the owner of the object. Null: the object has no owner.
+  // Sets the owner of a Control or a PaneChild. Null removes the owner.
   static void SetOwner(Object& object, Window* owner);
   void ReleaseControls();
   std::vector<Ref<Control>> ControlList() const;

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QTest>
 #include <QTimer>
 
 #include "app/Sequence.h"
@@ -66,7 +67,8 @@ void WhenModalPress(const std::string& button, std::string* labels) {
       }
     }
     for (auto* each : window.findChildren<QAbstractButton*>()) {
-      if (each->text().toStdString() == button) return each->click();
+      // A click of the mouse, because the window must accept input.
+      if (each->text().toStdString() == button) return QTest::mouseClick(each, Qt::LeftButton);
     }
     ADD_FAILURE() << "no button " << button;
     window.close();

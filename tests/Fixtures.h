@@ -26,7 +26,7 @@ void Until(const std::function<bool()>& condition);
 
 // Calls the action once, when the condition becomes true. Delete the result to cancel.
 QPointer<QObject> Once(const std::function<bool()>& condition, const std::function<void()>& action);
-// Calls the action with the next modal window once it is shown.
+// Calls the action with the next modal window when it is shown.
 QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);

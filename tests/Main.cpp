@@ -11,11 +11,12 @@ extern "C" const char* __lsan_default_suppressions() { return "leak:libQt6DBus\n
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  // Otherwise Qt creates a runtime directory in /tmp and leaves it there.
+  // Without this variable, Qt creates a runtime directory in /tmp and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
-  // Without a bus, an installation cannot inhibit the logout of the person who runs the tests. A
-  // test that needs a bus starts this program once more, with a private bus.
+  setenv("XDG_CONFIG_HOME", runtime.c_str(), 1);
+  // The installations of the tests must not inhibit the logout of the person who runs them. A test
+  // that needs a bus starts this program once more, with a private bus.
   if (!IsRunAgain()) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);

@@ -29,7 +29,7 @@ class StubPrograms {
   void Release() const;
   // The arguments of each call of the program so far.
   std::vector<std::vector<std::string>> Calls(const std::string& program) const;
-  // Makes an update file with members below the folder. Returns its path.
+  // Makes an update file with one member below the folder and the control member. Returns its path.
   std::string Update(const std::string& name, const std::string& record,
                      const std::string& control = "/tmp/.KVX.Content") const;
 
@@ -53,8 +53,8 @@ zelto::Ref<zelto::Shell> NewShell();
 // The number of cases: `few`, or `many` in the long version, which takes minutes.
 inline int Cases(int few, int many) { return std::getenv("ZELTO_LONG") ? many : few; }
 
-// Runs the current test again in a new process. `program` is the test program, and `start` is the
-// start of the command line, before it. In the new process, IsRunAgain returns True.
+// RunAgain runs the current test again in a new process, with the command line `start` `program`.
+// `program` is the test program. In the new process, IsRunAgain returns True.
 bool IsRunAgain();
 void RunAgain(const std::string& start, const std::string& program);
 

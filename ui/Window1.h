@@ -52,7 +52,7 @@ class Window1 : public ListWindow<class Window1> {
   virtual void Event_Open();
   virtual void Event_Close();
   virtual bool mAbout_Action();
-  // Checks the file of EditField1. Returns whether to use it.
+  // Checks the file whose path is in EditField1. Returns whether to use that file.
   virtual bool CheckFile(const String& path);
 
  private:

@@ -10,8 +10,7 @@
 
 namespace zelto {
 
-// Locks the folder of the extracted member, which always exists. A lock file would have to be
-// created.
+// Locks /tmp, the folder of the record. Unlike a lock file, it always exists.
 ContentLock::ContentLock() : mFolder(open("/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
   constexpr int pause = 20;   // milliseconds
   constexpr int tries = 250;  // five seconds

@@ -8,7 +8,7 @@ namespace zelto {
 
 namespace {
 
-// Returns when the extraction has ended or failed.
+// Returns when the last command has ended.
 void Extract(Shell& shell, const String& path) {
   const ContentLock lock;
   const auto inhibitor = InhibitSessionEnd("Installing an update");

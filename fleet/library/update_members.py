@@ -1,4 +1,4 @@
-"""Compares the members of an update file with the installed files of a machine that does not have the file.
+"""Compares the members of an update file with the files of a machine that has no copy of the update file.
 
 With `file`, returns the members of that update file as the string `members`. With `members`, returns
 the list `differing` of the paths that differ on the machine. Changes nothing.

@@ -9,8 +9,7 @@ namespace {
 
 void ReportMasked(QAccessibleEvent* event);
 
-// ReportMasked replaces Qt's handler and is uninstalled for the call, so that Qt's handler gets the
-// event.
+// Uninstalls ReportMasked while Qt's own handler gets the event.
 void Report(QAccessibleEvent* event) {
   QAccessible::installUpdateHandler(nullptr);
   QAccessible::updateAccessibility(event);

@@ -97,7 +97,7 @@ void EventLoopWaiter::Await(int descriptor, int milliseconds) {
 }
 
 void StartToolkit() {
-  // Otherwise Qt's dialogs store their settings in the user's home folder.
+  // Qt's dialogs must not store settings in the user's home folder.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   CollectStartMessages([] { toolkit = new Toolkit; });
   QApplication::setWindowIcon(ApplicationIcon());
@@ -124,8 +124,8 @@ void ServeEvents(Int32 milliseconds) {
 
 void EndLoops() { QCoreApplication::exit(); }
 
-// After QCoreApplication::exit without a running loop, Qt ends every new loop at once. Only a run
-// of QCoreApplication::exec resets that state.
+// After QCoreApplication::exit without a running loop, Qt ends every new loop at once. Only
+// QCoreApplication::exec makes loops possible again.
 void AllowLoops() {
   QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
   QCoreApplication::exec();

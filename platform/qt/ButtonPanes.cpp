@@ -28,7 +28,7 @@ class FittedPushButton : public QPushButton {
   }
 
  protected:
-  // As in QDialog, the button that Return presses looks like the default button.
+  // As in QDialog, a focused button looks like the default button, because Return presses it.
   void initStyleOption(QStyleOptionButton* option) const override {
     QPushButton::initStyleOption(option);
     const auto* focused = qobject_cast<QAbstractButton*>(window()->focusWidget());
@@ -60,7 +60,7 @@ class FittedToolButton : public QToolButton {
   }
 };
 
-// The common part of both kinds of button. A click does not move the focus.
+// The common part of both kinds of button. A click moves the focus only if AcceptFocus is set.
 template <class Model, class Button>
 class ButtonPane : public WidgetPane<Model, Button> {
  public:

@@ -19,7 +19,7 @@ namespace zelto {
 
 namespace {
 
-// Accepts drops of files that match the filter on a widget, and refuses all other files.
+// Makes a widget accept drops of files that match the filter and refuse all other files.
 class FileDrops : public QObject {
  public:
   FileDrops(EditField& field, QWidget* widget, String filter)
@@ -89,7 +89,7 @@ class FramedEdit : public Widget {
 using LineEdit = FramedEdit<QLineEdit>;
 using AreaEdit = FramedEdit<QPlainTextEdit>;
 
-// Removes trailing newlines of typed and pasted text.
+// Removes trailing newlines of typed and pasted text, but not of passwords.
 class NewlineStrip : public QValidator {
  public:
   explicit NewlineStrip(QLineEdit* line) : QValidator(line), mLine(*line) {}
@@ -197,7 +197,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
 
   bool IsPassword() const { return mLine && Properties().Password; }
 
-  // Overwrites the buffer, which the text shares with the QLineEdit.
+  // Overwrites the buffer of the text, even if the QLineEdit shares it.
   static void Overwrite(const QString& text) {
     Wipe(const_cast<QChar*>(text.constData()),
          static_cast<std::size_t>(text.size()) * sizeof(QChar));

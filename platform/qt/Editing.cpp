@@ -23,7 +23,7 @@ struct Field {
   bool IsAllSelected = true;
 };
 
-// The field runs the command when it receives the key.
+// An editing command. The field runs it when the field receives the key.
 struct Command {
   const char* ItemName;
   QKeySequence::StandardKey Key;

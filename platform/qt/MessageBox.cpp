@@ -23,7 +23,7 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// QPlainTextEdit uses several times the memory of the text. Larger texts use LongText.
+// QPlainTextEdit uses several times the memory of the text. LongText shows texts above this size.
 constexpr Int32 hugeText = 1'000'000;  // bytes
 
 // QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.

@@ -9,7 +9,7 @@ namespace zelto {
 
 namespace {
 
-// The patterns of native dialogs are case-sensitive: "*.[tT][gG][zZ]" matches either case.
+// Patterns in native dialogs are case-sensitive. "*.[tT][gG][zZ]" matches either case.
 QString Pattern(const QString& extension) {
   QString pattern = "*.";
   for (const QChar c : extension) {

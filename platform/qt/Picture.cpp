@@ -69,13 +69,13 @@ QImage MaskedImage(const Picture& picture) {
 
 Ref<Picture> LoadPicture(const String& path) {
   const QString file = ToDisplayText(path);
-  // The extension selects the format, because detecting it loads the plug-ins of all formats.
+  // The extension selects the format. Detection would load Qt's plug-ins of all formats.
   QImageReader reader(file, QFileInfo(file).suffix().toLatin1().toLower());
   reader.setAutoDetectImageFormat(false);
   const QImage image = reader.read();
   if (image.isNull()) return nullptr;
   auto picture = RuntimeNewObject<ImagePicture>();
-  // A format that can be drawn on.
+  // QPainter draws on images of this pixel format.
   picture->Image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
   return picture;
 }

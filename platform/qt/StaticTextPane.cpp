@@ -11,7 +11,8 @@ namespace zelto {
 namespace {
 
 // Shows plain text in the control's text size. If the text does not fit, uses the largest size that
-// fits. If no readable size fits, a single line is shortened and the tool tip shows the whole text.
+// fits. If no readable size fits, text without wrapping is shortened and the tool tip shows all of
+// it.
 class Label : public QLabel {
  public:
   explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }

@@ -34,7 +34,7 @@ struct Toolkit {
   InputGuard Guard;
   EventLoopWaiter Waiter;
   QPointer<QWidget> EditedField;  // the last focused widget other than a menu bar
-  QString LastFolder;             // where the open dialog starts
+  QString LastFolder;             // where the next open dialog starts
 };
 
 Toolkit& TheToolkit();

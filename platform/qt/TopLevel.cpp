@@ -30,7 +30,8 @@ void TopLevel::ShowActivity(bool isActive) {
   mActivity->setRange(0, 0);  // indeterminate
   mActivity->setTextVisible(false);
   mActivity->setAttribute(Qt::WA_TransparentForMouseEvents);
-  mActivity->setGeometry(0, mContent->height() - 8, mContent->width(), 4);
+  constexpr int height = 8;  // pixels; in a lower bar, the moving stripes do not show
+  mActivity->setGeometry(0, mContent->height() - height, mContent->width(), height);
   mActivity->show();
 }
 
@@ -42,11 +43,11 @@ void TopLevel::Detach() {
 void TopLevel::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (!mWindow) return;
-  const bool isWaitedFor = HandlerWaits();
+  const bool isWaiting = HandlerWaits();
   if (!AllowClose()) return;
   InvokeHandler([=, window = Ref<Window>(mWindow)] {
     window->Close();
-    if (isWaitedFor && window->IsClosed())
+    if (isWaiting && window->IsClosed())
       Quit(0);  // the handler that waits must not go on without its window
   });
 }
@@ -68,7 +69,7 @@ void TopLevel::Mark(Button& marked, QAbstractButton& button, bool isMarked) {
   if (isMarked || marked == &button) marked = isMarked ? &button : nullptr;
 }
 
-// Returns false if there is no such visible button.
+// Returns false if there is no button or it is hidden.
 bool TopLevel::Press(const Button& button) {
   if (!button || !button->isVisible()) return false;
   button->click();

@@ -37,7 +37,7 @@ class RuntimeException {
     explicit name(String message = {}) : RuntimeException(#name, std::move(message)) {} \
   };
 
-// Thrown to leave the running event handlers when the application ends.
+// Leaves the running event handlers. Thrown by Quit and ThrowIfQuitting.
 ZELTO_EXCEPTION(EndException)
 ZELTO_EXCEPTION(FunctionNotFoundException)
 ZELTO_EXCEPTION(TypeMismatchException)

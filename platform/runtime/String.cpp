@@ -26,7 +26,7 @@ String::String(std::string&& bytes) {
   const std::shared_ptr<std::string> taken(new std::string, WipeAndDelete);
   taken->swap(bytes);
   mBytes = taken;
-  // The swap leaves a copy of a short string in the buffer of the other object.
+  // The swap leaves a copy of a short string in the buffer of `bytes`.
   bytes.resize(bytes.capacity());
   Wipe(bytes.data(), bytes.size());
 }

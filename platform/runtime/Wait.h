@@ -13,14 +13,16 @@ class Waiter {
   virtual void WakeOff(int descriptor) = 0;
 };
 
-// Null (default): RuntimeAwait runs no event loop.
+// If the waiter is null (the default), RuntimeAwait runs no event loop.
 void RuntimeSetWaiter(Waiter* waiter);
 
-// Blocks until the descriptor is readable or the time is over. -1 means no descriptor or no time
-// limit. Meanwhile the program's windows are repainted, but they accept no input.
+// Blocks until the descriptor is readable or the time is over. A descriptor of -1 means none, and a
+// time of -1 means no limit. With a waiter, the windows are repainted meanwhile, but accept no
+// input.
 void RuntimeAwait(int descriptor, int milliseconds);
 
-// Between On and Off, Application::DoEvents returns as soon as the descriptor is readable.
+// From RuntimeWakeOn to RuntimeWakeOff, Application::DoEvents returns as soon as the descriptor is
+// readable.
 void RuntimeWakeOn(int descriptor);
 void RuntimeWakeOff(int descriptor);
 

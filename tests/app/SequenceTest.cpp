@@ -43,7 +43,7 @@ TEST(Sequence, LostDisplayEndsTheProgramWithTheToolkitsStatus) {
   EXPECT_EQ(RuntimeExit(), 1);
 }
 
-TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
+TEST(Sequence, MainWindowIsNotShownAfterCancel) {
   using Refusal = void (*)(QWidget&);
   const Refusal refusals[] = {
       [](QWidget& dialog) {
@@ -67,7 +67,7 @@ TEST(Sequence, RefusedUserNeverSeesTheMainWindow) {
 
 TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   const StubPrograms programs;
-  std::signal(SIGCHLD, SIG_IGN);  // inherited from a parent process
+  std::signal(SIGCHLD, SIG_IGN);  // as if inherited from a parent process
   RuntimeInit();
   WhenModal([](QWidget& dialog) {
     dynamic_cast<QLineEdit&>(ControlWidget(dialog, "authuser")).setText("zt");

@@ -30,7 +30,7 @@ class WPermTest : public testing::Test {
 
 }  // namespace
 
-// Replaces the toolkit's function to count the beeps. Offscreen, a beep makes no sound.
+// Replaces the toolkit's function and counts the beeps, which make no sound offscreen.
 void QApplication::beep() { ++beeps; }
 
 TEST_F(WPermTest, OpensAtItsPositionWithTheUsersName) {
@@ -68,6 +68,14 @@ TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
   EXPECT_TRUE(GetImplicitWindow("WPerm.WPerm") == mDialog);
 }
 
+TEST_F(WPermTest, SecondCloseDuringAnAttemptEndsTheProgram) {
+  mDialog->Show();
+  mStubs.Script("su", mStubs.Blocker());
+  CloseTwiceWhen([&] { return !mStubs.Calls("su").empty(); });
+  Press("zt", "secret");
+  EXPECT_THROW(ThrowIfQuitting(), EndException);
+}
+
 TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   mDialog->Show();
   Until([] { return QApplication::activeWindow(); });
@@ -89,8 +97,9 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   QTest::keyClick(&field, Qt::Key_End);
   EXPECT_EQ(balloon() + field.accessibleDescription().toStdString(), "");
   Press("zt", "wrong");
-  EXPECT_EQ(balloon(),
-            reason + "\nNo further attempt counts. Press Cancel and start the utility again.");
+  EXPECT_EQ(
+      balloon(),
+      reason + "\nFurther attempts have no effect. Press Cancel and start the utility again.");
   QTest::keyClick(&field, Qt::Key_End);
   Press("zt", "wrong");
   EXPECT_EQ(balloon(), "");
@@ -98,7 +107,7 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
 
 TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
   const Int32 left = mDialog->Left();
-  mDialog->Timer1()->Mode(0);  // as one second after the dialog has opened
+  mDialog->Timer1()->Mode(0);  // the state one second after the dialog has opened
   Press("zt", "wrong");
   bool hasMoved = false;
   Until([&] {
@@ -106,6 +115,6 @@ TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {
     hasMoved = hasMoved || isAway;
     return hasMoved && !isAway;
   });
-  QTest::qWait(150);  // three further steps of a shake that does not end
+  QTest::qWait(150);  // an endless shake would make three more steps
   EXPECT_EQ(mDialog->Left(), left);
 }

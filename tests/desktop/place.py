@@ -36,7 +36,7 @@ class DesktopTest(unittest.TestCase):
 
     def _assert_nothing_kept(self, home, before):
         # The window manager, sudo and the accessibility bus create these files. Other programs of the session can
-        # leave a core file. test_hardening.Secret looks for one of the utility.
+        # leave a core file. test_hardening.Secret looks for a core file of the utility.
         others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/dconf.*)?|\.sudo_as_admin_successful|core)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
@@ -46,7 +46,7 @@ class DesktopTest(unittest.TestCase):
 
     @contextlib.contextmanager
     def running(self, account):
-        """Like authenticated, but the program runs only for a part of a test."""
+        """Like authenticated(), but ends the program at the end of the `with` block."""
         with Utility(account.name, PROGRAM) as utility:
             utility.authenticate(account.name, account.password)
             yield utility

@@ -19,7 +19,7 @@ class RightPassword(DesktopTest):
 
 class OddPasswords(DesktopTest):
     PASSWORDS = {"quotes": """it's a"b""", "expansions": r"$HOME`id`\n", "option": "-n",
-                 "operators beyond ASCII": "(x) & pä$$", "long": secrets.token_hex(100)}
+                 "operators and non-ASCII": "(x) & pä$$", "long": secrets.token_hex(100)}
 
     def test_odd_passwords_authenticate_and_install(self):
         for number, (kind, password) in enumerate(self.PASSWORDS.items()):

@@ -52,7 +52,7 @@ class Speech(DesktopTest):
 
 
 class Bare(DesktopTest):
-    def test_keyboard_works_without_pictures_and_assistive_technology(self):
+    def test_keyboard_works_with_damaged_pictures_and_accessibility_off(self):
         account, bare = self.account(), {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None}
         members = self.members(file=(b"new", 0o644))
 

@@ -23,5 +23,5 @@ class Secrecy(DesktopTest):
                     utility.answer("Install Another")
         seen = scanner.communicate()[0].splitlines()
         check = f"cmdline: 'su {account.name} -c echo *** | sudo -S /usr/bin/true '"
-        self.assertIn(check, seen, "the scanner misses what it has to see")
+        self.assertIn(check, seen, "the scanner misses the command of su")
         self.assertLessEqual(set(seen), {check, check.replace(f"su {account.name}", "bash")})

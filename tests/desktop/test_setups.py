@@ -56,7 +56,7 @@ class SetUps(DesktopTest):
         run(["chage", "-M", "10", "-W", "7", "-d", str(changed), account.name])
         yield
 
-    def test_update_installs_and_only_the_text_of_tar_is_shown(self):
+    def test_update_installs_and_a_failure_shows_only_what_tar_wrote(self):
         account = self.account()
         set_ups = {
             "visiblepw": self.defaults(account, "visiblepw"),

@@ -4,7 +4,7 @@
 
 using namespace zelto;
 
-TEST(CommandLines, HaveTheExactTextForOrdinaryValues) {
+TEST(CommandLines, HaveTheExactText) {
   EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");
   EXPECT_EQ(Bytes(CredentialCheck("pw1", "ann").Text),
             "echo pw1 | su ann -c 'echo pw1 | sudo -S /usr/bin/true'");

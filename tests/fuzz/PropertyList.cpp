@@ -5,8 +5,8 @@
 
 using namespace zelto;
 
-// The decoder refuses a list or returns its entries. Encoded again, they have the length of the
-// list, and a second decoding changes nothing.
+// The decoder refuses a list or returns its entries. Encoding the entries gives a list of the same
+// length, and decoding and encoding that list changes nothing.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
   static const std::vector<Property> classes[] = {
       WindowList::Schema(),     EditFieldList::Schema(),  BevelButtonList::Schema(),

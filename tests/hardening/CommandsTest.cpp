@@ -73,7 +73,7 @@ TEST(Hardening, LargeOutputUsesNoMemoryUntilItIsRead) {
   EXPECT_LT(Resident() - before, size + slack);
 }
 
-TEST(Hardening, SignalsDoNotAffectACommand) {
+TEST(Hardening, SignalsDoNotDisturbTheWaitForACommand) {
   struct sigaction action {};
   action.sa_handler = [](int) {};
   sigaction(SIGALRM, &action, nullptr);

@@ -29,7 +29,7 @@ class RecordingStubs : public StubPrograms {
 };
 
 std::string RandomValue(std::mt19937& random) {
-  // The shell refuses NUL and newline. 036 is a separator of the stubs.
+  // Shell refuses NUL and newline. 036 is a separator of the stubs.
   static const std::vector<std::string> parts{
       "'",    "\"", " ", "$", "\\", "`", ";", "|",  "&",    "(",    ")",  "<",  ">",  "!",   "*",
       "?",    "[",  "]", "{", "}",  "~", "#", "\t", "\x01", "\x7F", "\r", "ä",  "€",  "😀",   "\xFF",
@@ -54,7 +54,7 @@ TEST(Hardening, ValuesReachTheProgramsUnchanged) {
     const auto shell = NewShell();
     for (const auto& line : {CredentialCheck(passwd, user), FullExtract(passwd, user, path)}) {
       shell->Execute(line);
-      // The argument of -c is a command line. The commands that it runs are recorded as well.
+      // Ignores the argument of -c, a command line. What it runs is compared below.
       auto words = stubs.Calls("su").back();
       std::find(words.begin(), words.end(), "-c")[1].clear();
       const bool isDashed = user[0] == '-';

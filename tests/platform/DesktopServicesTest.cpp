@@ -41,7 +41,8 @@ class Services : public QDBusVirtualObject {
 
   bool HoldsLogind() const {
     pollfd end{.fd = mReading};
-    return mReading >= 0 && poll(&end, 1, 0) == 0;  // poll reports a closed descriptor
+    return mReading >= 0 &&
+           poll(&end, 1, 0) == 0;  // poll reports that the client has closed its end
   }
   bool HoldsSession() const {
     return !mClient.isEmpty() && mBus.interface()->isServiceRegistered(mClient);
@@ -117,7 +118,7 @@ void RunOnPrivateBus() {
 
 class DesktopServicesTest : public RecordTest {
  protected:
-  // Lets an installation end once both inhibitions are in effect.
+  // Installs an update. The installation ends when both inhibitions are in effect.
   void Install(Services& services, const std::string& end, const std::string& button) {
     Choose(mStubs.Update("a.gz", GoodRecord));
     mStubs.Script("tar", "until [ -e " + mStubs.Path("go") + " ]; do sleep 0.01; done; " + end);
@@ -173,7 +174,7 @@ TEST(DesktopServices, DesktopOpenDialogIsUsed) {
   // Replies of a service arrive in order, so Qt has the version before the reply to this call.
   QDBusConnection::sessionBus().call(
       QDBusMessage::createMethodCall("org.freedesktop.portal.Desktop", "/", "any.name", "Get"));
-  QApplication::processEvents({}, 1000);  // one pass need not handle all events
+  QApplication::processEvents({}, 1000);  // one pass can leave some events
   const auto open = [] { return RuntimeGetOpenFolderItem("gzip compressed tar file"); };
   EXPECT_FALSE(open());
   services.ChosenFiles = QStringList(QString("file:///x/%C3%A4 b.TGZ"));

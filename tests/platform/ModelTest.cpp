@@ -163,7 +163,7 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {
   EXPECT_THROW(InstallInstanceEventHandler(*Field(window), wrongKind), TypeMismatchException);
 }
 
-TEST_F(ModelTest, DispatcherSwallowsOnlyEndExceptions) {
+TEST_F(ModelTest, OnlyEndExceptionsAreIgnored) {
   const auto run = [](const std::function<void()>& function) {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
   };

@@ -114,7 +114,7 @@ TEST_F(WidgetsTest, PastedPathLosesTrailingNewlines) {
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb\r\n\n");
 }
 
-TEST(DisplayText, DropsEscapeSequencesAndConvertsCarriageReturns) {
+TEST(DisplayText, OmitsEscapeSequencesAndConvertsCarriageReturns) {
   const std::pair<const char*, const char*> shown[] = {
       {"\x1B[1;31mred\x1B[0m \x1B[Kend", "red end"},
       {"\xC2\x9B"
@@ -133,7 +133,7 @@ TEST(DisplayText, DropsEscapeSequencesAndConvertsCarriageReturns) {
   }
 }
 
-TEST_F(WidgetsTest, OnlyRegisteredFileTypesDrop) {
+TEST_F(WidgetsTest, OnlyRegisteredFileTypesCanBeDropped) {
   EXPECT_TRUE(Drop("file:///x/a.tar.gz"));
   EXPECT_TRUE(Drop("file:///x/%C3%A4%20b.TGZ"));
   EXPECT_FALSE(Drop("file:///x/a.gz"));
@@ -152,6 +152,7 @@ TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
     App()->DoEvents(20);
     QTest::keyClick(&line, Qt::Key_Return);
     QTest::keyClick(&line, Qt::Key_A);
+    QTest::keyClick(&line, Qt::Key_Tab);
     QTest::mouseClick(&button, Qt::LeftButton);
     button.click();  // like assistive technology
     line.setText("typed");
@@ -159,6 +160,7 @@ TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
   });
   EXPECT_EQ(mWindow->Log, "");
   EXPECT_EQ(line.text(), "");
+  EXPECT_TRUE(line.hasFocus());
 }
 
 TEST_F(WidgetsTest, PropertiesTakeEffect) {
@@ -171,6 +173,8 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   EXPECT_TRUE(line.alignment() & Qt::AlignRight);
   field->Set(&EditFieldList::Password, true);
   EXPECT_EQ(line.displayText().count(QChar('a')), 0);
+  QTest::keyClick(&line, Qt::Key_Backspace);
+  EXPECT_FALSE(line.isUndoAvailable());  // the undo history would hold the letters
   mWindow->Set(&WindowList::MaxWidth, 600);
   mWindow->Set(&WindowList::Resizeable, true);
   mTop->resize(900, 400);

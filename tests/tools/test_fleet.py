@@ -20,7 +20,7 @@ class Fleet(unittest.TestCase):
         if not shutil.which("ansible-playbook"):
             self.skipTest("ansible-playbook is not installed")
         if os.getuid() != 0:
-            self.skipTest("needs root to give files to root")
+            self.skipTest("needs root to change owners")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.installed = self.folder / "installed"
         RECORD.unlink(missing_ok=True)
@@ -46,7 +46,7 @@ class Fleet(unittest.TestCase):
         return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
 
     def spoil(self):
-        """Changes each installed member in a different way. Returns the original content and time."""
+        """Changes or removes each installed member except "well". Returns the original content and time of "content"."""
         mode, owner, time, content, odd, well = (self.installed / name for name in NAMES)
         before = content.read_bytes(), content.stat().st_mtime
         mode.chmod(0o600)

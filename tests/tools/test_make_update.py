@@ -1,4 +1,4 @@
-"""Refusals and reports of zelto-make-update, as any user. desktop.test_made installs its updates."""
+"""Refusals and reports of zelto-make-update. tests/desktop/test_made.py installs an update that it made."""
 import hashlib
 import os
 import subprocess
@@ -39,7 +39,7 @@ NOT_DONE = [
 
 class MakeUpdate(unittest.TestCase):
     def run_in_folder(self, script, **update):
-        """Returns the completed script, the names in its folder and the update file after it."""
+        """Returns the completed script, and then the names in its folder and the content of update.gz."""
         with tempfile.TemporaryDirectory() as folder:
             make_update(Path(folder, "other.gz"), **update)
             done = subprocess.run(["sh", "-c", PREPARE + script], cwd=folder, timeout=60, capture_output=True,
@@ -56,7 +56,7 @@ class MakeUpdate(unittest.TestCase):
             'break_gzip; "$TOOL" --product P --version V --description D tree update.gz & stop')
         self.assertEqual((done.returncode, left), (1, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
 
-    def test_suggested_command_restores_lost_modes(self):
+    def test_suggested_command_corrects_the_modes(self):
         done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; chmod 700 tree/opt "
                                   "tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; . ./mend; make")[0]
         self.assertEqual((done.returncode, done.stderr), (0, ""))
@@ -70,7 +70,7 @@ class MakeUpdate(unittest.TestCase):
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
 
-    def test_times_are_those_of_the_files_up_to_the_limit(self):
+    def test_times_are_those_of_the_files_up_to_source_date_epoch(self):
         done = self.run_in_folder(
             "touch -d @1000000000 tree/b; touch -d @1500000000 tree/opt/*; list() { TZ=UTC tar -tvPzf update.gz; }; "
             "make >/dev/null; list | grep -c -e 2001-09-09.*/b -e 2017-07-14; "
@@ -82,7 +82,7 @@ class MakeUpdate(unittest.TestCase):
         empty, invalid = r"\w+: \nWarning: .*empty\n", "Invalid Update File\nz.*other.gz"
         link = f"ln -s tree/b l; tar -czPf other.gz --transform 'flags=r;s,^l$,{RECORD},' l; "
         for prepare, update, pattern in [
-                # A check works with a full disk and a full folder of temporary files.
+                # A check works even if no file can be written.
                 ("disk_with 0; ", {"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
                  f"Product: P\nVersion: V\n{empty}Content: 1 members, 37 bytes .*\n"),
                 ("", {"members": odd},
@@ -102,13 +102,13 @@ class MakeUpdate(unittest.TestCase):
         self.assertIn("Content: 13 members, ", said)
         warnings = [f"{name} ({count} in all): {text}" for name, count, text in [
             ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'), (r'/opt/li\"\nnk/x', 1, "installed through"),
-            ("/usr", 1, "an existing"), ("/usr", 1, "replaces"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
+            ("/usr", 1, "sets the mode"), ("/usr", 1, "replaces"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
             ("/opt/setuid", 2, "setuid"), ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
         for warning in warnings:
             self.assertIn("Warning: " + warning, said)
         self.assertEqual(said.count("Warning"), len(warnings))
 
-    @unittest.skipIf(os.getuid() != 0, "needs root to give files away")
+    @unittest.skipIf(os.getuid() != 0, "needs root to change owners")
     def test_unsupported_attributes_are_warned_of(self):
         done = self.run_in_folder("chown 12345 tree/b; chgrp 12345 tree/opt/a; setcap cap_chown+ep tree/opt/c; make")[0]
         self.assertRegex(done.stdout, r"owner .*\(2 in all\)\n.*capability .*\(1 in all\)\n")

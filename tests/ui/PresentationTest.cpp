@@ -35,7 +35,8 @@ class PresentationTest : public WindowTest<> {
     throw std::runtime_error("no such item");
   }
 
-  // Whether Undo, Cut, Copy, Paste, Delete and Select All are enabled, in this order.
+  // For Undo, Cut, Copy, Paste, Delete and Select All: the third letter if the item is enabled, or
+  // else "-".
   std::string EnabledEdits() {
     std::string enabled;
     for (const char* const text : {"&Undo", "Cu&t", "&Copy", "&Paste", "&Delete", "Select &All"}) {
@@ -266,7 +267,7 @@ TEST_F(PresentationTest, DialogShowsTheIconOfItsCode) {
   }
 }
 
-TEST_F(PresentationTest, OnlyTheDefaultButtonLooksLikeTheDefault) {
+TEST_F(PresentationTest, DefaultButtonLosesItsLookToAFocusedButton) {
   WPerm()->Show();
   Until([] { return QApplication::activeWindow()->windowTitle() == "Authenticate"; });
   auto& dialog = *QApplication::activeWindow();
@@ -280,7 +281,7 @@ TEST_F(PresentationTest, OnlyTheDefaultButtonLooksLikeTheDefault) {
   EXPECT_EQ(beside, looks());
 }
 
-// Runs in a copy of this executable, because the pictures are next to its folder.
+// Runs in a copy of this executable, and changes the pictures next to the folder of the copy.
 TEST(Pictures, LoadOnFirstUseAndAreCached) {
   const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
   if (!IsRunAgain()) {

@@ -37,7 +37,7 @@ bool IsRefused(const std::string& list, const Class& of) {
 }  // namespace
 
 TEST(PropertyLists, HaveTheExpectedSizes) {
-  // Only the legal notice of the About window can change. Its size is added.
+  // The legal notice of the About window is the only text that changes, so its size is computed.
   const int notice = LenB("© 2026 ZELTO Group. All rights reserved.");
   std::vector<int> sizes;
   AddSizes<class Window1>(sizes);

@@ -17,7 +17,7 @@ using namespace zelto;
 
 namespace {
 
-// The errors that `flock` returns before its first success.
+// The next calls of `flock` fail with these errors.
 std::deque<int> lockErrors;
 
 }  // namespace
@@ -29,7 +29,7 @@ extern "C" int flock(int descriptor, int operation) {
   return -1;
 }
 
-TEST(ContentLock, RetriesOnlyWhileAnotherProcessHoldsIt) {
+TEST(ContentLock, RetriesOnlyIfHeldOrInterrupted) {
   const auto isHeld = [] { return system("flock -n /tmp true") != 0; };
   {
     lockErrors = {EWOULDBLOCK, EINTR};

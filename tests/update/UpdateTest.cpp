@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
@@ -8,6 +10,7 @@
 #include "tests/Fixtures.h"
 
 using namespace zelto;
+using namespace std::string_literals;
 
 namespace {
 
@@ -42,7 +45,7 @@ TEST_F(UpdateTest, ValidFileShowsItsMetadataAndEnablesTheButtons) {
   EXPECT_EQ(Read("/tmp/.KVX.Content"), GoodRecord);
 }
 
-TEST_F(UpdateTest, RecordIsShownUnchanged) {
+TEST_F(UpdateTest, RecordIsShownAsPlainText) {
   Choose(mStubs.Update("odd.gz", "a=caf\xE9\nb=<img>\nc=<i>No</i> &amp; \xC3\xA4\xC3\n"));
   const auto label = [&](const char* name) {
     return dynamic_cast<QLabel&>(ControlWidget(*mTop, name)).text().toStdString();
@@ -83,7 +86,7 @@ TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
   EXPECT_EQ(Shown(), bad[0] + GoodLine + "Ready|on|on");
 }
 
-TEST_F(UpdateTest, OnlyTheExtractionDecidesACheck) {
+TEST_F(UpdateTest, CheckIgnoresTheStatusOfTheCredentialCheck) {
   mStubs.Script("sudo", "shift; [ $1 = /usr/bin/true ] && exit 1; exec \"$@\"");
   Choose(mGood);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
@@ -205,14 +208,22 @@ TEST_F(UpdateTest, OpenDialogMatchesEitherCaseAndChecksTheChosenFile) {
   EXPECT_TRUE(Globals::thePatchName.IsNil());
 }
 
-TEST_F(UpdateTest, CancelledOpenDialogShowsAnErrorAndClearsTheFields) {
-  Choose(mGood);
-  std::string labels;
-  WhenModal([&](QWidget& dialog) {
-    WhenModalPress("OK", &labels);
-    dialog.close();
-  });
-  Press(mWindow->BevelButton1());
-  EXPECT_EQ(labels, "Unable to access file.|I am unable to open the file selected for reading.|");
-  EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Ready|off|off");
+TEST_F(UpdateTest, CancelledOrUnreadableChoiceShowsAnErrorAndClearsTheFields) {
+  const auto unreadable = mStubs.Update("unreadable.tgz", GoodRecord);
+  std::filesystem::permissions(unreadable, std::filesystem::perms::none);
+  for (const bool isCancelled : {true, false}) {
+    if (!isCancelled && getuid() == 0) GTEST_SKIP() << "root can read every file";
+    Choose(mGood);
+    std::string labels;
+    WhenModal([&](QWidget& shown) {
+      auto& dialog = dynamic_cast<QFileDialog&>(shown);
+      WhenModalPress("OK", &labels);
+      dialog.selectFile(QString::fromStdString(unreadable));
+      dynamic_cast<QDialog&>(shown).done(isCancelled ? QDialog::Rejected : QDialog::Accepted);
+    });
+    Press(mWindow->BevelButton1());
+    EXPECT_EQ(labels, "Unable to access file.|I am unable to open the file selected for reading.|");
+    EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Ready|off|off");
+    EXPECT_FALSE(std::filesystem::exists(getenv("XDG_CONFIG_HOME") + "/QtProject.conf"s));
+  }
 }

@@ -19,7 +19,7 @@ def main(program, pictures):
 
 
 def demonstrate(program, account, pictures, root="", **session):
-    """root: the root directory of the program."""
+    """root: the directory that is / for the program."""
     pictures = Path(pictures)
     pictures.mkdir(parents=True, exist_ok=True)
     unique = "zelto-demo-" + secrets.token_hex(4)
@@ -41,7 +41,7 @@ def demonstrate(program, account, pictures, root="", **session):
     finally:
         shutil.rmtree(folder)
         shutil.rmtree(f"{root}{target}", ignore_errors=True)
-        Path(f"{root}/tmp/.KVX.Content").unlink(missing_ok=True)  # root's, so other users cannot replace it
+        Path(f"{root}/tmp/.KVX.Content").unlink(missing_ok=True)  # other users cannot remove a file of root
 
 
 def play(utility, account, update, pictures):
@@ -76,8 +76,8 @@ def play(utility, account, update, pictures):
 
 def check(path, content, mode):
     found = path.stat()
-    assert path.read_bytes() == content, f"{path}: other content"
-    assert (found.st_uid, found.st_gid, found.st_mode & 0o777) == (0, 0, mode), f"{path}: other owner or mode"
+    assert path.read_bytes() == content, f"{path}: wrong content"
+    assert (found.st_uid, found.st_gid, found.st_mode & 0o777) == (0, 0, mode), f"{path}: wrong owner or mode"
 
 
 if __name__ == "__main__":

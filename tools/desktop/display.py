@@ -1,4 +1,4 @@
-"""A private virtual desktop for any user. Needs root."""
+"""A private virtual desktop for one user. Needs root."""
 import contextlib
 import os
 import pwd
@@ -20,7 +20,7 @@ class Desktop:
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
-        self._prepare = prepare  # called before the start, with the folder of the program's copy
+        self._prepare = prepare  # called before the display starts, with the folder that contains the copied bin
 
     def __enter__(self):
         with contextlib.ExitStack() as undo:
@@ -80,7 +80,7 @@ class Desktop:
         self._server.wait()
 
     def screenshot(self, path, title=None):
-        """Saves a picture of the whole screen, or of the window with the title and its border."""
+        """Saves a picture of the whole screen or, with a title, of that window and its border."""
         window = "root" if title is None else str(self.manager.frame(title))
         subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
 

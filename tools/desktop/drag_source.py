@@ -1,5 +1,5 @@
 """A window of another program in the corner of the screen, with a file to drag: drag_source.py FILE.
-Prints the answers to the drag to stdout."""
+Prints "shown" and then the answers of the target."""
 import sys
 from pathlib import Path
 

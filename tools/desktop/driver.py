@@ -42,7 +42,7 @@ class Driver:
     def window(self, title, limit=LIMIT):
         """Waits until the window is active. Before that, it may not have been painted."""
         self._wait(lambda: _has(self._window(title), Atspi.StateType.ACTIVE) or None,
-                   f"no window {title!r} in use", limit)
+                   f"no active window {title!r}", limit)
 
     def windows(self):
         """Titles of the visible windows, the active window first."""
@@ -83,7 +83,7 @@ class Driver:
             labels = [node.get_name() for node in _showing(self._window(title)) if node.get_role() == Atspi.Role.LABEL]
             at, = (number for number, name in enumerate(labels) if name.startswith(text))
             return labels[at + 1]
-        return self._wait(found, f"no label after {text!r} of {title!r}")
+        return self._wait(found, f"no label after {text!r} in {title!r}")
 
     def state(self, name):
         node = self._control(name)

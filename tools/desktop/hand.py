@@ -54,7 +54,7 @@ def drag_file(path, x, y):
             xdotool("mousemove", 32, 32, "mousedown", 1)
             for step in range(1, 31):
                 xdotool("mousemove", 32 + (x - 32) * step // 30, 32 + (y - 32) * step // 30)
-            # A source does not report a move while it waits for the answer to the last one.
+            # A source reports no move until the target has answered the previous report.
             until(lambda: xdotool("mousemove", x + 1, y, "mousemove", x, y) or hears("accepted"), 10,
                   lambda: "the file is not accepted")
             xdotool("mouseup", 1)

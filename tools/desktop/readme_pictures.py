@@ -34,7 +34,7 @@ def main(program, pictures):
 
 def play(utility, account, update, picture):
     utility.window(AUTHENTICATE)
-    utility.key("Home")  # the caret shows
+    utility.key("Home")  # shows the caret
     shoot(utility, picture("authenticate"), AUTHENTICATE)
     utility.authenticate(account.name, account.password)
     utility.fill("Patchfile:", str(update))

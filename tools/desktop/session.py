@@ -12,7 +12,7 @@ from .wait import until
 
 
 class Session(Desktop):
-    """Forwards calls of methods that it does not define to the Driver of driver.py, as requests."""
+    """Sends each call of a method that this class lacks to the Driver of driver.py, as a request."""
 
     def __init__(self, user, program, scale=1, environment={}, **desktop):
         super().__init__(user, program, **desktop)
@@ -58,7 +58,7 @@ class Session(Desktop):
 
     def until(self, condition, limit=15):
         """Waits for a condition. A failure reports the texts on the screen."""
-        return until(condition, limit, lambda: f"never came true; on the screen: "
+        return until(condition, limit, lambda: f"the condition was not met; on the screen:  "
                      f"{ {title: self.texts(title) for title in self.windows()} }")
 
     def stderr(self):
@@ -86,7 +86,7 @@ class Session(Desktop):
 
     def _end_driver(self):
         started = psutil.Process(self._driver.pid).children(recursive=True)
-        if self._link:  # the driver ends itself, and then its bus cleans up
+        if self._link:  # closing the link ends the driver, and then its bus
             with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
                 self._link.close()
                 self._driver.wait(5)
