@@ -43,7 +43,7 @@ class Memory(DesktopTest):
             with self.running(self.account(password)) as utility:
                 def count(when):
                     plain = [re.escape(password.encode(code)) for code in ("utf-8", "utf-16-le")]
-                    # The undo history of a field has one entry per letter. The first entries are soon reused.
+                    # The undo history of a field has one entry per letter. The memory of the first entries is soon overwritten.
                     letters = b".{15}".join(re.escape(letter.encode()) for letter in password[6:])
                     found = [copies(utility.pid(), pattern) for pattern in (*plain, letters)]
                     self.assertEqual(found, [1, 0, 0], f"{len(password)} characters, {when}")
