@@ -41,7 +41,7 @@ double Now() {
   return static_cast<double>(clock.nsecsElapsed()) / 1e6;
 }
 
-// Records when the last child ended, even before the program detects the end.
+// Records the time at which the last child ended, independently of when the program detects it.
 class ChildWatch {
  public:
   double LastEnd() const { return mLastEnd; }

@@ -15,8 +15,8 @@ int main(int argc, char** argv) {
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
   setenv("XDG_CONFIG_HOME", runtime.c_str(), 1);
-  // The installations of the tests must not inhibit the logout of the person who runs them. A test
-  // that needs a bus starts this program once more, with a private bus.
+  // An installation inhibits logout through the buses. A test must not do that to the person who
+  // runs it. A test that needs a bus starts this program once more, with a private bus.
   if (!IsRunAgain()) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
