@@ -177,6 +177,7 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   field->Set(&EditFieldList::Password, true);
   EXPECT_EQ(line.displayText().count(QChar('a')), 0);
   QTest::keyClick(&line, Qt::Key_Backspace);
+  QTest::keyClick(&line, Qt::Key_X);
   EXPECT_FALSE(line.isUndoAvailable());  // the undo history would hold the letters
   mWindow->Set(&WindowList::MaxWidth, 600);
   mWindow->Set(&WindowList::Resizeable, true);
