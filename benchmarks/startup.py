@@ -12,7 +12,8 @@ class Stopwatch:
         self._desktop = desktop
         self._display = display.Display(desktop.display)
         self._root = self._display.screen().root
-        # Reports changes of the root window, and the replies to pings, which are sent to it.
+        # Requests the events of the root window: changes of its properties, and the replies to pings, which clients
+        # send to it.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
         self._display.sync()
 

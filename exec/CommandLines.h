@@ -15,7 +15,8 @@ struct CommandLine {
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // The password that `sh` exports for `sudo`. Nil if no `sudo` needs it.
+  // The password that `sh` exports for `sudo`. Nil if no `sudo` runs or `sudo` gets the password
+  // through a pipe.
   String Passphrase;
   // The number of bytes that the program under `sudo` writes to standard output if it succeeds.
   // Empty if unknown. All other bytes of the output are from `su` and `sudo`.

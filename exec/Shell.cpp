@@ -159,8 +159,8 @@ String Shell::Gathered() const {
       RemoveLeading(text, start, around);
     });
     // A prompt ends without a newline, so the next message follows on the same line. The prompt of
-    // `sudo` is SudoPrompt. What the last credential check wrote is the prompt of `su`. Before the
-    // first one, the prompt is PAM's default.
+    // `sudo` is SudoPrompt. What the last successful credential check wrote begins with the prompt
+    // of `su`. Before the first one, PAM's default prompt is assumed.
     AppendRuns(text, mErrors, &Run::Errors, [&](const Run&, auto start, const auto& around) {
       RemoveLeading(text, start, around.empty() ? "Password: " : around);
       EraseAll(text, start, SudoPrompt);

@@ -30,21 +30,22 @@ class Shell : public Object {
   // The exit status of the last command that ended, or 128 plus the signal that ended it.
   Int32 ErrorCode() const { return mErrorCode; }
   // The output of all commands so far: standard output in order, then standard error. The prompts
-  // of `su` and `sudo` are removed. PAM messages are removed if `su` and `sudo` succeed.
+  // of `su` and `sudo` are removed. PAM messages are removed if the front end marks the output, or
+  // if the last successful credential check printed the same ones.
   String ReadAll();
 
  private:
   friend struct ShellPlugin;
 
   // A started command line. Its output begins at these offsets of both files. OutputSize is that of
-  // the command line.
+  // the command line. Status is the exit status, or -1 until the command has ended.
   struct Run {
     std::size_t Output = 0;
     std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
-    // True for a successful credential check. Its command prints nothing, so the text is what `su`
-    // and `sudo` print.
+    // True if the command succeeded and printed nothing, as a credential check does. The whole text
+    // is then from `su` and `sudo`.
     bool IsCheck() const { return Status == 0 && OutputSize == 0; }
   };
 
@@ -55,8 +56,8 @@ class Shell : public Object {
   String Gathered() const;
   // Appends the text of all runs from the file. `begin` is the member of Run with the offset in
   // this file. `clean(run, start, around)` edits the text of one run, which begins at `start`.
-  // `around` is the text of the last credential check before the run: `su` and `sudo` can print it
-  // again around the output of each command.
+  // `around` is the text of the last successful credential check up to this run: `su` and `sudo`
+  // can print it again around the output of a command.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;

@@ -22,8 +22,9 @@ class Application : public MenuTarget {
   // waiting, so user input has no effect. Throws EndException if the application ends.
   void DoEvents(Int32 milliseconds);
 
-  // Calls a handler. Ignores EndException and ThreadEndException, and reports any other
-  // RuntimeException.
+  // Calls a handler. Ignores EndException and ThreadEndException. Any other RuntimeException raises
+  // UnhandledException. If no handler of that event returns True, shows a message and ends the
+  // application.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:

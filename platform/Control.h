@@ -26,7 +26,7 @@ class Control : public EventSource {
   class Window* mWindow = nullptr;
 };
 
-// A named object of a window that is not a Control. Example: a timer.
+// An object of a window that has a name but is not a Control, for example a timer.
 class PaneChild {
  public:
   virtual ~PaneChild() = default;

@@ -8,7 +8,7 @@ class Picture;
 
 class Graphics : public Object {
  public:
-  // DrawPicture takes this value for the width or the height of the picture.
+  // As a width or a height, this value tells DrawPicture to use that of the picture.
   static constexpr Int32 OwnSize = -10000;
 
   // Draws a part of the picture. All numbers are pixels. Does nothing if the picture is nil.

@@ -96,7 +96,7 @@ Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* par
 // Returns nil if the file cannot be read as a picture.
 Ref<Picture> LoadPicture(const String& path);
 // Shows a dialog to open a file of the filter's types. Blocks until the dialog is closed. Returns
-// nil if it is cancelled.
+// nil if it is cancelled. Throws EndException if the application ends.
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter);
 // Asks the desktop to inhibit sleep, logout and shutdown until the result is destroyed. The desktop
 // can show the reason. Does not block and does not fail.
@@ -110,12 +110,13 @@ void EndToolkit();
 Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// Busy, while DoEvents runs: the busy cursor and the progress bar. Blocked, while RuntimeAwait
-// runs: the wait cursor. Not: neither.
+// What the windows show while a handler waits. DoEvents sets Busy: the busy cursor and the progress
+// bar. RuntimeAwait sets Blocked: the wait cursor. Both last until the handler returns or
+// AllowInput is called.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
-// Ends RunLoop and all nested loops. If none runs, each new loop ends at once until AllowLoops is
-// called.
+// Ends RunLoop and all nested loops. After that, each new nested loop ends at once until RunLoop
+// has returned or AllowLoops is called.
 void EndLoops();
 void AllowLoops();
 void RuntimeBeep();

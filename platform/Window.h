@@ -31,7 +31,8 @@ class Window : public MenuTarget {
   void Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
   Int32 Width() const { return mImp->Width(); }
   Int32 Height() const { return mImp->Height(); }
-  // If True is set in the property list, the window is shown after its Open event.
+  // Shows or hides the window. If the property list has True, the default, the window is shown
+  // after its Open event.
   void Visible(bool visible);
 
   const WindowList& Properties() const { return mProperties; }

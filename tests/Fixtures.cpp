@@ -67,7 +67,7 @@ void WhenModalPress(const std::string& button, std::string* labels) {
       }
     }
     for (auto* each : window.findChildren<QAbstractButton*>()) {
-      // A click of the mouse, because the window must accept input.
+      // A mouse click and not click(), so that the test fails if the window refuses input.
       if (each->text().toStdString() == button) return QTest::mouseClick(each, Qt::LeftButton);
     }
     ADD_FAILURE() << "no button " << button;

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
   // Without this variable, Qt creates a runtime directory in /tmp and leaves it there.
   std::string runtime = (std::filesystem::temp_directory_path() / "zelto-runtime-XXXXXX").string();
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime.data()), 1);
-  setenv("XDG_CONFIG_HOME", runtime.c_str(), 1);
+  setenv("XDG_CONFIG_HOME", runtime.c_str(), 1);  // the user's settings stay out of the tests
   // An installation inhibits logout through the buses. A test must not do that to the person who
   // runs it. A test that needs a bus starts this program once more, with a private bus.
   if (!IsRunAgain()) {

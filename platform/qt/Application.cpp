@@ -124,8 +124,8 @@ void ServeEvents(Int32 milliseconds) {
 
 void EndLoops() { QCoreApplication::exit(); }
 
-// After QCoreApplication::exit without a running loop, Qt ends every new loop at once. Only
-// QCoreApplication::exec makes loops possible again.
+// After QCoreApplication::exit, Qt ends every new QEventLoop at once, until QCoreApplication::exec
+// starts or returns.
 void AllowLoops() {
   QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
   QCoreApplication::exec();

@@ -12,7 +12,7 @@ namespace zelto {
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 
-// Calls `changed` when a result of CanEdit can be different, until `context` is destroyed. While
+// Calls `changed` when a result of CanEdit can have changed, until `context` is destroyed. While
 // the menu bar has the focus, the commands apply to the field that had it before.
 void FollowEditing(QObject& context, const std::function<void()>& changed);
 

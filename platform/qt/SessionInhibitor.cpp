@@ -23,8 +23,8 @@ QDBusPendingCall Call(const char* bus, const char* service, const char* path, co
   return QDBusConnection(bus).asyncCall(message);
 }
 
-// Refuses the request of an X11 session manager to end the session, and alerts the user to the
-// active window.
+// If the X11 session manager allows interaction, refuses its request to end the session and alerts
+// the user to the active window.
 void Refuse(QSessionManager& manager) {
   if (!manager.allowsInteraction()) return;
   if (auto* window = QApplication::activeWindow()) QApplication::alert(window);

@@ -19,8 +19,8 @@ class TopLevel : public QWidget {
   void SetMenuBar(QWidget* bar) { mLayout->setMenuBar(bar); }
   // Inserts a control into the tab order.
   void AddToTabOrder(QWidget& control, int tabIndex);
-  // Return presses the default button unless another button has the focus. Esc presses the cancel
-  // button.
+  // Return presses the focused button, or the default button if no button has the focus. Esc
+  // presses the cancel button.
   void SetDefault(QAbstractButton& button, bool isDefault) { Mark(mDefault, button, isDefault); }
   void SetCancel(QAbstractButton& button, bool isCancel) { Mark(mCancel, button, isCancel); }
   // Shows or hides the progress bar.

@@ -94,8 +94,8 @@ class QtWindowImp : public WindowImp {
     return flags;
   }
 
-  // Called only by Show: QMenuBar loads Qt's plug-ins of all picture formats, and earlier that
-  // would delay the Authenticate dialog.
+  // Called only by Show. QMenuBar loads Qt's plug-ins of all picture formats, which would delay the
+  // Authenticate dialog.
   void AddMenuBar() {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
     QWidget* bar = NewMenuBar(mWindow, mMenuBar, mContext);

@@ -37,7 +37,7 @@ class RuntimeException {
     explicit name(String message = {}) : RuntimeException(#name, std::move(message)) {} \
   };
 
-// Leaves the running event handlers. Thrown by Quit and ThrowIfQuitting.
+// Unwinds the running event handlers. Quit and ThrowIfQuitting throw it.
 ZELTO_EXCEPTION(EndException)
 ZELTO_EXCEPTION(FunctionNotFoundException)
 ZELTO_EXCEPTION(TypeMismatchException)

@@ -18,7 +18,7 @@ void RuntimeSetWaiter(Waiter* waiter);
 
 // Blocks until the descriptor is readable or the time is over. A descriptor of -1 means none, and a
 // time of -1 means no limit. With a waiter, the windows are repainted meanwhile, but accept no
-// input.
+// input. It throws EndException if the application ends.
 void RuntimeAwait(int descriptor, int milliseconds);
 
 // From RuntimeWakeOn to RuntimeWakeOff, Application::DoEvents returns as soon as the descriptor is

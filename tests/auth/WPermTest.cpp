@@ -70,6 +70,7 @@ TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
 
 TEST_F(WPermTest, SecondCloseDuringAnAttemptEndsTheProgram) {
   mDialog->Show();
+  Until([] { return QApplication::activeWindow(); });
   mStubs.Script("su", mStubs.Blocker());
   CloseTwiceWhen([&] { return !mStubs.Calls("su").empty(); });
   Press("zt", "secret");

@@ -37,13 +37,14 @@ class Memory(DesktopTest):
         if not can_look():
             with self.running(self.account()) as utility, self.assertRaises(PermissionError):
                 copies(utility.pid(), b"")
-            self.skipTest("the memory is unreadable, as required; to read it takes CAP_SYS_PTRACE")
+            self.skipTest("the memory is unreadable, as required; reading it takes CAP_SYS_PTRACE")
         path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
         for password in [token_hex(20), token_hex(6), "it's $" + token_hex(8)] * (5 if LONG else 1):
             with self.running(self.account(password)) as utility:
                 def count(when):
                     plain = [re.escape(password.encode(code)) for code in ("utf-8", "utf-16-le")]
-                    # The undo history of a field has one entry per letter. The memory of the first entries is soon overwritten.
+                    # The undo history of a field has one entry per letter. The memory of the first entries is soon
+                    # overwritten.
                     letters = b".{15}".join(re.escape(letter.encode()) for letter in password[6:])
                     found = [copies(utility.pid(), pattern) for pattern in (*plain, letters)]
                     self.assertEqual(found, [1, 0, 0], f"{len(password)} characters, {when}")
@@ -73,7 +74,7 @@ class Secret(DesktopTest):
                 utility.until(lambda: utility.text("Name:").count("x") == 2)
                 self.assertTrue(utility.text("Name:") == "xx", "the clipboard holds the password")
                 told = "".join(text for _, text in utility.heard()) + utility.text(PASSWORD_FIELD)
-                self.assertTrue("x" in told and account.password not in told, "assistive technology is told nothing or the password")
+                self.assertTrue("x" in told and account.password not in told, "told: nothing or the password")
                 for file in "mem", "environ":
                     readable = {pid for pid in account.processes() if account.can_open(f"/proc/{pid}/{file}")}
                     self.assertTrue(readable)

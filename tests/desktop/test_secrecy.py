@@ -6,7 +6,7 @@ from place import LONG, DesktopTest
 
 
 class Secrecy(DesktopTest):
-    def test_other_users_see_the_password_only_while_su_verifies_it(self):
+    def test_other_users_see_the_password_only_during_a_credential_check(self):
         account, stranger = self.account(), self.account(sudo=False)
         path = self.update("update.gz", members=self.members(file=(b"new", 0o644)))
         script = shutil.copy(Path(__file__).with_name("scanner.py"), self.folder)

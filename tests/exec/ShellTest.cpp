@@ -48,7 +48,7 @@ TEST_F(ShellTest, ReturnsOutputBeforeErrorsWithoutPrompts) {
   mShell->Execute({"echo out; echo 'the Password: is asked' >&2; printf last >&2"});
   EXPECT_EQ(Bytes(mShell->ReadAll()),
             "outout\nbad\nsu: Authentication failure\nthe Password: is asked\nlast\n");
-  // Without the front end, a `sudo` that fails leaves its prompt.
+  // A `sudo` that fails writes its message after its prompt. Only the prompt is removed.
   mStubs.Script("su", "read -r password; PATH=" + mStubs.Path("bin") + ":/bin; sh -c \"$3\"");
   mStubs.Script("sudo", "printf '%sno' \"$SUDO_PROMPT\" >&2; exit 1");
   const auto shell = NewShell();

@@ -2,6 +2,7 @@
 
 #include <stdio.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 

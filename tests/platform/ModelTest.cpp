@@ -141,7 +141,7 @@ TEST_F(ModelTest, MeIsTheObjectThatRaisedTheEvent) {
 
 TEST_F(ModelTest, WindowShowsItselfIfItsListSaysSo) {
   for (const bool isVisible : {true, false}) {
-    RecorderWindow::List = WindowList{.Width = 50, .Height = 50, .Visible = isVisible};
+    RecorderWindow::List = isVisible ? WindowList{.Width = 50} : WindowList{.Visible = false};
     const auto window = ImplicitWindow<RecorderWindow>();
     QApplication::processEvents();
     EXPECT_EQ(QApplication::topLevelWidgets().constFirst()->isVisible(), isVisible);

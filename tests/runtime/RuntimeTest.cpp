@@ -47,19 +47,28 @@ TEST(String, SplitAndNthFieldFindPieces) {
   EXPECT_EQ(Bytes(NthField("aXXb", "XX", 2)), "b");
 }
 
-TEST(Objects, NilAccessAndWrongCastsThrow) {
+TEST(Objects, LiveUntilTheLastReferenceAndAreCastByTheirClass) {
   struct Base : Object {
-    int Value = 7;
+    bool* IsDestroyed = nullptr;
+    ~Base() override {
+      if (IsDestroyed) *IsDestroyed = true;
+    }
   };
   struct Derived : Base {};
   struct Other : Object {};
   const Ref<Base> nil;
-  EXPECT_THROW(nil->Value, NilObjectException);
+  EXPECT_THROW(nil->IsDestroyed, NilObjectException);
   EXPECT_FALSE(RuntimeCheckCast<Derived>(nil));
-  const Ref<Object> object = RuntimeNewObject<Derived>();
-  EXPECT_EQ(RuntimeCheckCast<Base>(object)->Value, 7);
-  EXPECT_TRUE(RuntimeCheckCast<Base>(object) == object);
+  bool isDestroyed = false;
+  Ref<Object> object = RuntimeNewObject<Derived>();
+  auto base = RuntimeCheckCast<Base>(object);
+  base->IsDestroyed = &isDestroyed;
+  EXPECT_TRUE(base == object);
   EXPECT_THROW(RuntimeCheckCast<Other>(object), IllegalCastException);
+  object = nullptr;
+  EXPECT_FALSE(isDestroyed);
+  base = nullptr;
+  EXPECT_TRUE(isDestroyed);
 }
 
 TEST(Plugins, EachSlotHasTheEntryOfItsKey) {

@@ -46,7 +46,7 @@ class Fleet(unittest.TestCase):
         return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
 
     def spoil(self):
-        """Changes or removes each installed member except "well". Returns the original content and time of "content"."""
+        """Changes or removes all members except "well". Returns the content and time that "content" had."""
         mode, owner, time, content, odd, well = (self.installed / name for name in NAMES)
         before = content.read_bytes(), content.stat().st_mtime
         mode.chmod(0o600)

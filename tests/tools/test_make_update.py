@@ -56,9 +56,15 @@ class MakeUpdate(unittest.TestCase):
             'break_gzip; "$TOOL" --product P --version V --description D tree update.gz & stop')
         self.assertEqual((done.returncode, left), (1, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
 
+    def test_help_shows_both_forms_and_the_statuses(self):
+        lines = self.run_in_folder('"$TOOL" --help')[0].stdout.splitlines()
+        self.assertEqual([line.split(" ")[:2] for line in lines[::2]], [
+            ["zelto-make-update", "--product"], ["zelto-make-update", "--check"], ["Exit", "status:"]])
+
     def test_suggested_command_corrects_the_modes(self):
-        done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; chmod 700 tree/opt "
-                                  "tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; . ./mend; make")[0]
+        done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; "
+                                  "chmod 700 tree/opt tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; "
+                                  ". ./mend; make")[0]
         self.assertEqual((done.returncode, done.stderr), (0, ""))
 
     def test_same_tree_gives_same_bytes_and_checksum(self):
@@ -101,9 +107,10 @@ class MakeUpdate(unittest.TestCase):
         said = self.run_in_folder('"$TOOL" --check other.gz', members=dict(sorted(members.items())))[0].stdout
         self.assertIn("Content: 13 members, ", said)
         warnings = [f"{name} ({count} in all): {text}" for name, count, text in [
-            ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'), (r'/opt/li\"\nnk/x', 1, "installed through"),
-            ("/usr", 1, "sets the mode"), ("/usr", 1, "replaces"), ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"),
-            ("/opt/setuid", 2, "setuid"), ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
+            ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'),
+            (r'/opt/li\"\nnk/x', 1, "installed through"), ("/usr", 1, "sets the mode"), ("/usr", 1, "replaces"),
+            ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"), ("/opt/setuid", 2, "setuid"),
+            ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
         for warning in warnings:
             self.assertIn("Warning: " + warning, said)
         self.assertEqual(said.count("Warning"), len(warnings))

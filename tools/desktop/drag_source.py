@@ -1,4 +1,4 @@
-"""A window of another program in the corner of the screen, with a file to drag: drag_source.py FILE.
+"""A window of another program in the top left corner, with a file to drag: drag_source.py FILE.
 Prints "shown" and then the answers of the target."""
 import sys
 from pathlib import Path

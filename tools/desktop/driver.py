@@ -51,10 +51,10 @@ class Driver:
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
     def click(self, name):
-        hand.click(*self._center(name))
+        hand.click(*self._centre(name))
 
     def drop(self, path, name):
-        hand.drag_file(path, *self._center(name))
+        hand.drag_file(path, *self._centre(name))
 
     def key(self, *keys):
         self._wait_for_keyboard()
@@ -161,8 +161,8 @@ class Driver:
             return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
         return self._wait(found, f"nothing named {name!r}")
 
-    def _center(self, name):
-        """The center of the control in pixels of the screen."""
+    def _centre(self, name):
+        """The centre of the control in pixels of the screen."""
         box = self._control(name).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
         return [round((start + size / 2) * self._scale) for start, size in ((box.x, box.width), (box.y, box.height))]
 

@@ -43,11 +43,10 @@ def type_text(text):
 
 def drag_file(path, x, y):
     """Drags the file from another program's window to the point and drops it once it is accepted."""
-    with tempfile.NamedTemporaryFile("r") as answers, subprocess.Popen(
+    with tempfile.NamedTemporaryFile() as answers, subprocess.Popen(
             [sys.executable, Path(__file__).with_name("drag_source.py"), path], stdout=answers) as source:
         def hears(word):
-            answers.seek(0)
-            return word in answers.read()
+            return word in Path(answers.name).read_text()
 
         try:
             until(lambda: hears("shown"), 10, lambda: "the window to drag from does not show")

@@ -58,7 +58,7 @@ class Session(Desktop):
 
     def until(self, condition, limit=15):
         """Waits for a condition. A failure reports the texts on the screen."""
-        return until(condition, limit, lambda: f"the condition was not met; on the screen:  "
+        return until(condition, limit, lambda: f"the condition was not met; on the screen: "
                      f"{ {title: self.texts(title) for title in self.windows()} }")
 
     def stderr(self):

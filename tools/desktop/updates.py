@@ -8,8 +8,9 @@ SPECIAL = {"link": tarfile.SYMTYPE, "device": tarfile.CHRTYPE}
 
 def make_update(path, product="Sample", version="1.0", description="A sample update.",
                 members={}, record=None, control="/tmp/.KVX.Content", level=9):
-    """members: maps each absolute name to (content, mode), (target, "link") or ("", "device"). record: the content of the control member, if it is not to have the three texts. control: the name of the control member, or None to omit the
-    member. level: compression level."""
+    """members: maps each absolute name to (content, mode), (target, "link") or ("", "device"). record: the content
+    of the control member (default: product, version and description). control: the name of the control member, or
+    None to omit the member. level: compression level."""
     if record is None:
         record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
     with open(path, "wb") as raw, gzip.GzipFile("", "wb", level, raw, mtime=0) as packed, \
