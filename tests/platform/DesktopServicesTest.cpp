@@ -41,8 +41,8 @@ class Services : public QDBusVirtualObject {
 
   bool HoldsLogind() const {
     pollfd end{.fd = mReading};
-    return mReading >= 0 &&
-           poll(&end, 1, 0) == 0;  // poll reports that the client has closed its end
+    // Once the client has closed its end, poll reports an event.
+    return mReading >= 0 && poll(&end, 1, 0) == 0;
   }
   bool HoldsSession() const {
     return !mClient.isEmpty() && mBus.interface()->isServiceRegistered(mClient);

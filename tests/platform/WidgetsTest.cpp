@@ -157,7 +157,7 @@ TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
     button.click();  // like assistive technology
     line.setText("typed");
     Drop("file:///x/a.tar.gz");
-    QEvent quit(QEvent::Quit);  // the desktop's; only a second one would have an effect
+    QEvent quit(QEvent::Quit);  // the desktop asks to quit; the first request is refused
     QApplication::sendEvent(qApp, &quit);
   });
   EXPECT_NO_THROW(ThrowIfQuitting());

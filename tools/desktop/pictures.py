@@ -74,7 +74,8 @@ def make_files(folder):
 
 def desktop_of(settings):
     """The environment for the theme. For a dark one, Qt reads the settings of a KDE desktop."""
-    return {} if settings.name == "light" else {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
+    dark = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
+    return {} if settings.name == "light" else dark
 
 
 def play(utility, account, folder, shots):

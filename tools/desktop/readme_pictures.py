@@ -7,7 +7,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop.accounts import Account
-from desktop.pictures import DARK
+from desktop.pictures import DARK, desktop_of
 from desktop.updates import make_update
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 
@@ -18,17 +18,14 @@ TEXTS = "ZELTO Core Services", "4.2", "Faster start, and a fix for reports that 
 def main(program, pictures):
     for theme in "light", "dark":
         with Account(secrets.token_urlsafe(), name="anna") as account:
-            downloads, settings = Path("/home/anna/Downloads"), Path("/home/anna/settings")
+            downloads, settings = Path("/home/anna/Downloads"), Path("/home/anna", theme)
             for folder in downloads, settings:
                 folder.mkdir()
                 folder.chmod(0o755)
             update = downloads / "zelto-core-4.2.tar.gz"
             make_update(update, *TEXTS, MEMBERS)
-            environment = {}
-            if theme == "dark":
-                (settings / "kdeglobals").write_text(DARK)
-                environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5", "XDG_CONFIG_HOME": str(settings)}
-            with Utility(account.name, program, environment=environment) as utility:
+            (settings / "kdeglobals").write_text(DARK)
+            with Utility(account.name, program, environment=desktop_of(settings)) as utility:
                 play(utility, account, update, lambda name: Path(pictures, f"{name}-{theme}.png"))
 
 
