@@ -24,29 +24,21 @@ bool IsOrdinary(const String& value) {
 
 bool StartsWithDash(const String& value) { return value.Bytes().starts_with('-'); }
 
-String SingleQuoted(const String& text) {
-  std::string quoted = "'";
-  quoted.reserve(4 * text.Bytes().size() + 2);  // growing would leave an unwiped copy behind
+// The text between two quotes, with `escape` in front of each special character.
+String Enclosed(const String& text, char quote, std::string_view special, const char* escape) {
+  std::string enclosed(1, quote);
+  enclosed.reserve(4 * text.Bytes().size() + 2);  // growing would leave an unwiped copy behind
   for (const char c : text.Bytes()) {
-    if (c == '\'') {
-      quoted += R"('\'')";
-    } else {
-      quoted += c;
-    }
+    if (Holds(special, c)) enclosed += escape;
+    enclosed += c;
   }
-  quoted += '\'';
-  return {std::move(quoted)};
+  enclosed += quote;
+  return {std::move(enclosed)};
 }
 
-String DoubleQuoted(const String& text) {
-  std::string quoted = "\"";
-  for (const char c : text.Bytes()) {
-    if (Holds(R"("\$`)", c)) quoted += '\\';
-    quoted += c;
-  }
-  quoted += '"';
-  return {std::move(quoted)};
-}
+String SingleQuoted(const String& text) { return Enclosed(text, '\'', "'", R"('\')"); }
+
+String DoubleQuoted(const String& text) { return Enclosed(text, '"', R"("\$`)", "\\"); }
 
 // `echo` interprets options and, in some shells, backslashes. It is used for an empty password and
 // for ordinary ones without a leading dash. All others need `printf`.

@@ -70,43 +70,32 @@ void WriteAll(int descriptor, std::string_view bytes) {
   }
 }
 
-class SpawnSettings {
- public:
-  SpawnSettings(int input, int output, int errors) {
-    posix_spawn_file_actions_init(&mActions);
-    posix_spawn_file_actions_adddup2(&mActions, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&mActions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&mActions, errors, STDERR_FILENO);
-    posix_spawnattr_init(&mAttributes);
-    posix_spawnattr_setflags(&mAttributes,
-                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&mAttributes, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&mAttributes, &signals);
-  }
-  SpawnSettings(const SpawnSettings&) = delete;
-  SpawnSettings& operator=(const SpawnSettings&) = delete;
-  ~SpawnSettings() {
-    posix_spawn_file_actions_destroy(&mActions);
-    posix_spawnattr_destroy(&mAttributes);
-  }
-
-  // Returns the process id, or 0 with errno set.
-  pid_t Spawn(const char* program, Environment environment) {
-    std::string name = program;
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    pid_t process = 0;
-    errno = posix_spawnp(&process, program, &mActions, &mAttributes, arguments.data(),
-                         Pointers(environment).data());
-    return errno == 0 ? process : 0;
-  }
-
- private:
-  posix_spawn_file_actions_t mActions{};
-  posix_spawnattr_t mAttributes{};
-};
+// Starts `sh` in a new session, with the default action for every signal and none blocked. Returns
+// the process id, or 0 with errno set.
+pid_t Spawn(int input, int output, int errors, Environment environment) {
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  posix_spawnattr_setflags(&attributes,
+                           POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+  sigset_t signals;
+  sigemptyset(&signals);
+  posix_spawnattr_setsigmask(&attributes, &signals);
+  sigfillset(&signals);
+  posix_spawnattr_setsigdefault(&attributes, &signals);
+  char name[] = "sh";
+  char* const arguments[] = {name, nullptr};
+  pid_t process = 0;
+  errno =
+      posix_spawnp(&process, name, &actions, &attributes, arguments, Pointers(environment).data());
+  posix_spawn_file_actions_destroy(&actions);
+  posix_spawnattr_destroy(&attributes);
+  return errno == 0 ? process : 0;
+}
 
 }  // namespace
 
@@ -115,8 +104,7 @@ pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int 
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  const pid_t process =
-      SpawnSettings(ends[0], output, errors).Spawn("sh", CommandEnvironment(mark));
+  const pid_t process = Spawn(ends[0], output, errors, CommandEnvironment(mark));
   const int reason = errno;
   close(ends[0]);
   if (process != 0) WriteAll(ends[1], Script(command).Bytes());

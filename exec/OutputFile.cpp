@@ -5,33 +5,19 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 
 namespace zelto {
 
 namespace {
 
-int NewFileIn(const char* folder) {
-  std::string name = std::string(folder ? folder : "") + "/zelto-XXXXXX";
-  const int descriptor = folder ? mkstemp(name.data()) : -1;
-  if (descriptor >= 0) unlink(name.c_str());
-  return descriptor;
-}
-
-int NewFileInMemory() {
-#ifdef __linux__
-  return memfd_create("output", MFD_CLOEXEC);
-#else
-  return -1;
-#endif
-}
-
 // Returns null if no file can be created.
 std::FILE* NewFile() {
-  if (auto* file = std::tmpfile()) return file;
-  int descriptor = NewFileIn(std::getenv("TMPDIR"));
-  if (descriptor < 0) descriptor = NewFileInMemory();
+#ifdef __linux__
+  const int descriptor = memfd_create("output", MFD_CLOEXEC);
   return descriptor < 0 ? nullptr : fdopen(descriptor, "w+");
+#else
+  return std::tmpfile();
+#endif
 }
 
 }  // namespace

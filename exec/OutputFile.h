@@ -7,10 +7,10 @@
 namespace zelto {
 
 // An unnamed file for the output of commands. All writers append. A running command keeps the file
-// alive after this process has ended.
+// alive after this process has ended. On Linux it is in memory that no process owns, so a full or
+// read-only disk does not disturb a command.
 class OutputFile {
  public:
-  // Creates the file in /tmp, else in TMPDIR, else in memory.
   OutputFile();
 
   bool IsOpen() const { return mFile != nullptr; }

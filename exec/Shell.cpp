@@ -4,13 +4,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <random>
 #include <utility>
 
 #include "exec/Interpreter.h"
-#include "exec/OwnText.h"
 #include "platform/runtime/Plugins.h"
 #include "platform/runtime/Wait.h"
 
@@ -19,6 +19,39 @@ namespace zelto {
 namespace {
 
 constexpr int notStarted = 127;
+
+// Functions that remove the text of `su` and `sudo` from the output of a command. Each edits the
+// part of `text` from `start` on.
+
+// Keeps the text between the first and the last mark, or all text if there is no mark.
+void KeepMarked(std::string& text, std::size_t start, std::string_view mark) {
+  const auto first = text.find(mark, start);
+  if (first == std::string::npos) return;
+  const auto last = text.rfind(mark);
+  if (last != first) text.resize(last);
+  text.erase(start, first + mark.size() - start);
+}
+
+// Removes the longest common prefix of the text and `words`. If only a part of `words` matches, the
+// removed prefix ends after a blank or a newline.
+void RemoveLeading(std::string& text, std::size_t start, std::string_view words) {
+  const auto rest = std::string_view(text).substr(start);
+  const auto differs = std::mismatch(words.begin(), words.end(), rest.begin(), rest.end()).first;
+  auto common = static_cast<std::size_t>(differs - words.begin());
+  if (common < words.size()) common = words.substr(0, common).find_last_of(" \n") + 1;
+  text.erase(start, common);
+}
+
+void KeepLast(std::string& text, std::size_t start, std::size_t size) {
+  const auto length = text.size() - start;
+  text.erase(start, length - std::min(length, size));
+}
+
+void EraseAll(std::string& text, std::size_t start, std::string_view part) {
+  for (auto at = text.find(part, start); at != std::string::npos; at = text.find(part, at)) {
+    text.erase(at, part.size());
+  }
+}
 
 void EndLine(std::string& text) {
   if (!text.empty() && text.back() != '\n') text += '\n';
@@ -43,30 +76,19 @@ int EndDescriptor([[maybe_unused]] pid_t process) {
 
 }  // namespace
 
-struct ShellPlugin {
-  static void Init(Shell& shell) { shell.mMark = NewMark(); }
-
-  static void Exit(Shell& shell) { shell.ReleaseProcess(); }
-
-  static void Execute(Shell& shell, const CommandLine& command) {
-    shell.mQueue.push_back(command);
-    if (!shell.IsRunning() || shell.mMode != 0) return;
-    do RuntimeAwait(shell.mEnd, shell.mEnd < 0 ? 5 : -1);
-    while (shell.IsRunning());
-  }
-
-  static String ReadAll(Shell& shell) { return shell.Gathered(); }
-
-  static void SetMode(Shell& shell, Int32 mode) { shell.mMode = mode; }
-};
-
 void PublishShell() {
   RuntimePublishPluginEntrypoints({
-      {"Shell.__init", ShellPlugin::Init},
-      {"Shell.__exit", ShellPlugin::Exit},
-      {"Shell.Execute(command as String)", ShellPlugin::Execute},
-      {"Shell.ReadAll() as String", ShellPlugin::ReadAll},
-      {"Shell.Mode.Set", ShellPlugin::SetMode},
+      {"Shell.__init", +[](Shell& shell) { shell.mMark = NewMark(); }},
+      {"Shell.__exit", +[](Shell& shell) { shell.ReleaseProcess(); }},
+      {"Shell.Execute(command as String)",
+       +[](Shell& shell, const CommandLine& command) {
+         shell.mQueue.push_back(command);
+         if (!shell.IsRunning() || shell.mMode != 0) return;
+         do RuntimeAwait(shell.mEnd, shell.mEnd < 0 ? 5 : -1);
+         while (shell.IsRunning());
+       }},
+      {"Shell.ReadAll() as String", +[](Shell& shell) { return shell.Gathered(); }},
+      {"Shell.Mode.Set", +[](Shell& shell, Int32 mode) { shell.mMode = mode; }},
   });
 }
 
@@ -101,7 +123,7 @@ void Shell::Start(const CommandLine& command) {
     return Refuse("A line end or a NUL cannot be part of a command.");
   }
   if (!mOutput.IsOpen() || !mErrors.IsOpen()) {
-    return Refuse("No temporary file can be made in /tmp, in TMPDIR or in memory.");
+    return Refuse("No file for the output can be made.");
   }
   mRuns.push_back({mOutput.Size(), mErrors.Size(), command.OutputSize});
   mProcess = StartInterpreter(command, mMark, mOutput.Descriptor(), mErrors.Descriptor());

@@ -35,7 +35,7 @@ class Shell : public Object {
   String ReadAll();
 
  private:
-  friend struct ShellPlugin;
+  friend void PublishShell();
 
   // A started command line. Its output begins at these offsets of both files. OutputSize is that of
   // the command line. Status is the exit status, or -1 until the command has ended.

@@ -18,17 +18,6 @@ bool Says(const Ref<Shell>& shell, const char* text) {
   return Bytes(shell->ReadAll()).find(text) != std::string::npos;
 }
 
-// Runs the current test again, after the commands, in a new mount namespace. Starts the test
-// program from a descriptor, because a mount can hide its file.
-void RunAgainWithMounts(const std::string& commands) {
-  if (system("unshare --mount true 2>/dev/null") != 0) {
-    GTEST_SKIP() << "needs root and the right to make a mount namespace";
-  }
-  const std::string program = std::filesystem::read_symlink("/proc/self/exe");
-  RunAgain("exec 9<'" + program + "'; unshare --mount sh -c '" + commands + " && exec \"$@\"' sh",
-           "/proc/self/fd/9");
-}
-
 }  // namespace
 
 TEST(Hardening, MissingProgramIsReported) {
@@ -102,31 +91,4 @@ TEST(Hardening, FullProcessTableIsReported) {
   int status = 1;
   waitpid(child, &status, 0);
   EXPECT_EQ(status, 0);
-}
-
-TEST(Hardening, OutputFallsBackIfTmpIsNotWritable) {
-  if (!IsRunAgain()) {
-    return RunAgainWithMounts(
-        "mount -t tmpfs tmpfs /tmp && mkdir /tmp/ours && mount --bind /tmp/ours /tmp/ours && "
-        "mount -o remount,bind,ro /tmp && export TMPDIR=/tmp/ours");
-  }
-  const auto place = [] {
-    const auto shell = NewShell();
-    shell->Execute({"readlink /proc/$$/fd/1 /proc/$$/fd/2"});
-    return Bytes(shell->ReadAll());
-  };
-  for (const auto& [folder, start] : {std::pair("/tmp/ours", "/tmp/ours/"), {"/tmp", "/memfd:"}}) {
-    setenv("TMPDIR", folder, 1);
-    const auto text = place();
-    EXPECT_EQ(text.find(start), 0U) << text;
-    EXPECT_NE(text.find(start, 1), std::string::npos) << text;
-  }
-}
-
-TEST(Hardening, FullTemporaryFolderDoesNotStopACommand) {
-  if (!IsRunAgain()) return RunAgainWithMounts("mount -t tmpfs -o size=64k tmpfs /tmp");
-  const auto shell = NewShell();
-  shell->Execute({"head -c 200000 /dev/zero | tr '\\0' x; exit 5"});
-  EXPECT_EQ(shell->ErrorCode(), 5);
-  EXPECT_LE(LenB(shell->ReadAll()), 65536 + 500);
 }
