@@ -28,23 +28,17 @@ void ReportChange(QLineEdit& line, const QAccessibleTextCursorEvent& event, int 
 void ReportMasked(QAccessibleEvent* event) {
   auto* line = qobject_cast<QLineEdit*>(event->object());
   if (!line || line->echoMode() == QLineEdit::Normal) return Report(event);
-  switch (event->type()) {
-    case QAccessible::TextInserted: {
-      const auto& change = static_cast<QAccessibleTextInsertEvent&>(*event);
-      return ReportChange(*line, change, change.changePosition(), {}, change.textInserted());
-    }
-    case QAccessible::TextRemoved: {
-      const auto& change = static_cast<QAccessibleTextRemoveEvent&>(*event);
-      return ReportChange(*line, change, change.changePosition(), change.textRemoved(), {});
-    }
-    case QAccessible::TextUpdated: {
-      const auto& change = static_cast<QAccessibleTextUpdateEvent&>(*event);
-      return ReportChange(*line, change, change.changePosition(), change.textRemoved(),
-                          change.textInserted());
-    }
-    default:
-      return Report(event);
+  if (const auto* text = dynamic_cast<QAccessibleTextInsertEvent*>(event)) {
+    return ReportChange(*line, *text, text->changePosition(), {}, text->textInserted());
   }
+  if (const auto* text = dynamic_cast<QAccessibleTextRemoveEvent*>(event)) {
+    return ReportChange(*line, *text, text->changePosition(), text->textRemoved(), {});
+  }
+  if (const auto* text = dynamic_cast<QAccessibleTextUpdateEvent*>(event)) {
+    return ReportChange(*line, *text, text->changePosition(), text->textRemoved(),
+                        text->textInserted());
+  }
+  Report(event);
 }
 
 }  // namespace

@@ -22,21 +22,11 @@ namespace zelto {
 namespace {
 
 bool IsInput(const QEvent& event) {
-  switch (event.type()) {
-    case QEvent::Enter:
-    case QEvent::HoverEnter:
-    case QEvent::HoverMove:
-    case QEvent::HoverLeave:
-      return false;
-    case QEvent::Shortcut:
-    case QEvent::InputMethod:
-    case QEvent::DragEnter:
-    case QEvent::DragMove:
-    case QEvent::Drop:
-      return true;
-    default:
-      return event.isInputEvent();
+  if (IsAnyOf(event, QEvent::Enter, QEvent::HoverEnter, QEvent::HoverMove, QEvent::HoverLeave)) {
+    return false;
   }
+  return event.isInputEvent() || IsAnyOf(event, QEvent::Shortcut, QEvent::InputMethod,
+                                         QEvent::DragEnter, QEvent::DragMove, QEvent::Drop);
 }
 
 bool IsQuitRequest(const QEvent& event) {

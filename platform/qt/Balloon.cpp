@@ -27,24 +27,11 @@ Balloon::Balloon(QWidget& anchor, const QString& text)
 
 bool Balloon::eventFilter(QObject* object, QEvent* event) {
   if (!mAnchor) return false;  // the window is being destroyed
-  if (event->type() == QEvent::KeyPress) Dismiss();
-  if (object != mAnchor->window()) return false;
-  switch (event->type()) {
-    case QEvent::Move:
-      Place();
-      break;
-    case QEvent::WindowActivate:
-      show();
-      break;
-    case QEvent::WindowDeactivate:
-      hide();
-      break;
-    case QEvent::Hide:
-      Dismiss();
-      break;
-    default:
-      break;
-  }
+  const auto* window = mAnchor->window();
+  const bool isOfWindow = object == window;
+  if (isOfWindow && event->type() == QEvent::Move) Place();
+  if (isOfWindow && event->type() == QEvent::ActivationChange) setVisible(window->isActiveWindow());
+  if (event->type() == QEvent::KeyPress || (isOfWindow && event->type() == QEvent::Hide)) Dismiss();
   return false;
 }
 

@@ -5,13 +5,13 @@
 #include <QStyleOptionFrame>
 #include <QTimer>
 #include <QUrl>
-#include <QValidator>
 
 #include "platform/Application.h"
 #include "platform/Control.h"
 #include "platform/Files.h"
 #include "platform/qt/Balloon.h"
 #include "platform/qt/FittedText.h"
+#include "platform/qt/Toolkit.h"
 #include "platform/qt/WidgetPane.h"
 #include "platform/runtime/Secrecy.h"
 
@@ -30,8 +30,7 @@ class FileDrops : public QObject {
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    const auto type = event->type();
-    if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
+    if (!IsAnyOf(*event, QEvent::DragEnter, QEvent::DragMove, QEvent::Drop)) return false;
     auto& drop = static_cast<QDropEvent&>(*event);
     if (!drop.mimeData()->hasUrls()) return false;
     const String path = FirstFile(drop.mimeData()->urls());
@@ -42,7 +41,7 @@ class FileDrops : public QObject {
     drop.setDropAction(Qt::CopyAction);
     drop.accept();
     // Deferred, because the source of the drag waits until the event has been handled.
-    if (type == QEvent::Drop) QTimer::singleShot(0, this, [=, this] { Deliver(path); });
+    if (event->type() == QEvent::Drop) QTimer::singleShot(0, this, [=, this] { Deliver(path); });
     return true;
   }
 
@@ -89,22 +88,6 @@ class FramedEdit : public Widget {
 using LineEdit = FramedEdit<QLineEdit>;
 using AreaEdit = FramedEdit<QPlainTextEdit>;
 
-// Removes trailing newlines of typed and pasted text, but not of passwords.
-class NewlineStrip : public QValidator {
- public:
-  explicit NewlineStrip(QLineEdit* line) : QValidator(line), mLine(*line) {}
-
-  State validate(QString& text, int& cursor) const override {
-    if (mLine.echoMode() != QLineEdit::Normal) return Acceptable;
-    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
-    cursor = std::min(cursor, static_cast<int>(text.size()));
-    return Acceptable;
-  }
-
- private:
-  const QLineEdit& mLine;
-};
-
 // Either a single-line or a multi-line field.
 class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
  public:
@@ -112,7 +95,6 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
       : WidgetPane(field, NewWidget(field, top.Content())),
         mLine(dynamic_cast<LineEdit*>(mWidget.data())),
         mArea(dynamic_cast<AreaEdit*>(mWidget.data())) {
-    if (mLine) mLine->setValidator(new NewlineStrip(mLine));
     const auto changed = [this] { Changed(); };
     if (mLine) QObject::connect(mLine, &QLineEdit::textChanged, mLine, changed);
     if (mArea) QObject::connect(mArea, &QPlainTextEdit::textChanged, mArea, changed);
@@ -120,8 +102,6 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     EditFieldPaneImp::Update();
     EditFieldPaneImp::SetText(Properties().Text);
   }
-  EditFieldPaneImp(const EditFieldPaneImp&) = delete;
-  EditFieldPaneImp& operator=(const EditFieldPaneImp&) = delete;
   ~EditFieldPaneImp() override {
     if (!IsPassword()) return;
     Overwrite(mBefore);
@@ -217,6 +197,12 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     mLine->setCursorPosition(cursor);
   }
 
+  void StripNewlines() {
+    QString text = mLine->text();
+    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
+    if (text != mLine->text()) Show(text);
+  }
+
   // QLineEdit enforces the limit itself.
   bool IsTooLong() const {
     return mArea && Properties().LimitText > 0 && ShownText().size() > Properties().LimitText;
@@ -227,6 +213,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     if (mIsWriting) return;
     if (HandlerWaits() || IsTooLong()) return Show(mBefore);
     if (IsPassword()) ForgetHistory();
+    if (mLine && !IsPassword()) StripNewlines();
     mBefore = ShownText();
     InvokeHandler([alive = Ref<EditField>(&mModel)] { alive->Raise("TextChange"); });
   }

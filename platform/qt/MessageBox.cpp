@@ -15,6 +15,7 @@
 #include "platform/MessageDialog.h"
 #include "platform/qt/LongText.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/Toolkit.h"
 #include "platform/qt/TopLevel.h"
 
 namespace zelto {
@@ -23,8 +24,8 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// QPlainTextEdit uses several times the memory of the text. LongText shows texts above this size.
-constexpr Int32 hugeText = 1'000'000;  // bytes
+// QPlainTextEdit takes seconds to lay out a line of this length. LongText shows larger texts.
+constexpr Int32 hugeText = 50'000;  // bytes
 
 // QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.
 bool IsLong(std::string_view text) {
@@ -74,16 +75,8 @@ class MessageBoxDialog : public QDialog {
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::KeyPress:
-      case QEvent::KeyRelease:
-      case QEvent::Shortcut:
-      case QEvent::ShortcutOverride:
-      case QEvent::InputMethod:
-        return true;
-      default:
-        return false;
-    }
+    return IsAnyOf(*event, QEvent::KeyPress, QEvent::KeyRelease, QEvent::Shortcut,
+                   QEvent::ShortcutOverride, QEvent::InputMethod);
   }
 
  private:
@@ -130,7 +123,7 @@ class MessageBoxDialog : public QDialog {
 
   QWidget* ExplanationWidget() {
     const String& text = mDialog.Explanation();
-    if (LenB(text) > hugeText) return Sized(new LongText(text, this));
+    if (LenB(text) > hugeText) return Sized(NewLongText(ToDisplayText(text), this));
     if (!IsLong(text.Bytes())) return NewLabel(text);
     auto* area = new QPlainTextEdit(this);
     area->setReadOnly(true);

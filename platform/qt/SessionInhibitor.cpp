@@ -46,8 +46,6 @@ class SessionInhibitor {
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &mSessionManager, Refuse,
                      Qt::DirectConnection);
   }
-  SessionInhibitor(const SessionInhibitor&) = delete;
-  SessionInhibitor& operator=(const SessionInhibitor&) = delete;
   ~SessionInhibitor() {
     QDBusConnection::disconnectFromBus(systemBus);
     QDBusConnection::disconnectFromBus(sessionBus);

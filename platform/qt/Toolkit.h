@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <concepts>
 
 #include "platform/runtime/Wait.h"
 
@@ -38,5 +39,9 @@ struct Toolkit {
 };
 
 Toolkit& TheToolkit();
+
+bool IsAnyOf(const QEvent& event, std::same_as<QEvent::Type> auto... types) {
+  return ((event.type() == types) || ...);
+}
 
 }  // namespace zelto

@@ -18,8 +18,6 @@ namespace {
 class QtWindowImp : public WindowImp {
  public:
   explicit QtWindowImp(Window& window) : mWindow(window), mTop(new TopLevel(window)) {}
-  QtWindowImp(const QtWindowImp&) = delete;
-  QtWindowImp& operator=(const QtWindowImp&) = delete;
   ~QtWindowImp() override { mTop->Detach(); }
 
   Int32 Left() const override { return mTop->geometry().left() - PrimaryCorner().x(); }

@@ -12,8 +12,6 @@ namespace zelto {
 class RuntimeException {
  public:
   explicit RuntimeException(const char* className, String message = {});
-  RuntimeException(const RuntimeException&) = default;
-  RuntimeException& operator=(const RuntimeException&) = delete;
   virtual ~RuntimeException() = default;
 
   const char* ClassName() const { return mClassName; }

@@ -109,7 +109,7 @@ TEST_F(WidgetsTest, PastedPathLosesTrailingNewlines) {
   mWindow->EditField1()->Text("/x/a\n");
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\n");
   line.clear();
-  line.setEchoMode(QLineEdit::Password);
+  mWindow->EditField1()->Set(&EditFieldList::Password, true);
   line.paste();
   EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb\r\n\n");
 }
