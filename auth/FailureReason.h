@@ -4,8 +4,7 @@
 
 namespace zelto {
 
-// Whether `su` has verified the password before `sudo`. If root runs the utility, `su` verifies
-// nothing.
+// Whether `su` has verified the password before `sudo`. It does not if root runs the utility.
 enum class PriorCheck : std::uint8_t { None, Su };
 
 // The reason why CredentialCheck failed, as a sentence for the user. `text` is the output of the

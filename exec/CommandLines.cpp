@@ -47,8 +47,7 @@ String Echo(const String& passwd) {
   return "printf '%s\\n' " + Quoted(passwd);
 }
 
-// `su` reads a name with a leading dash as an option. After "--", it still reads the name "-" as an
-// option. The name therefore follows "-- -".
+// `su` would read a name with a leading dash as an option and, after "--", still the name "-".
 String Su(const String& user, const String& command) {
   const String argument = SingleQuoted(command);
   if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);

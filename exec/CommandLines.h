@@ -9,14 +9,12 @@ namespace zelto {
 // The name of the control member in an update file, and the path to which `tar` extracts it.
 inline constexpr const char* ContentRecordPath = "/tmp/.KVX.Content";
 
-// A command line for `sh`.
 struct CommandLine {
   CommandLine(String text, String passphrase = {}, std::optional<std::size_t> outputSize = {})
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // The password that `sh` exports for `sudo`. Nil if no `sudo` runs or `sudo` gets the password
-  // through a pipe.
+  // The password that `sh` exports for `sudo`. Nil if no `sudo` runs or a pipe passes it.
   String Passphrase;
   // The number of bytes that the program under `sudo` writes to standard output if it succeeds.
   // Empty if unknown. All other bytes of the output are from `su` and `sudo`.

@@ -61,8 +61,7 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// In a build, libexec is next to the folder of the program. In an installation, ZELTO_LIBEXEC is
-// the path from that folder to libexec.
+// ZELTO_LIBEXEC is the path from the program's folder to libexec in an installation.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {

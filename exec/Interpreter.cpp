@@ -26,11 +26,10 @@ std::string SearchPath() {
   return (frontEnd.empty() ? "" : frontEnd + ":") + (path ? path : _PATH_DEFPATH);
 }
 
-// `su -c` starts a new session, in which `sudo` has neither a terminal nor the cached credentials
-// of an earlier command. The front end passes the password to `sudo`. If PATH does not lead to the
-// front end, `sudo` runs the program in SUDO_ASKPASS with the prompt as the argument. That program
-// is printenv, and the prompt is the name of the variable with the password. `sudo` runs
-// SUDO_ASKPASS only if DISPLAY is set.
+// `su -c` starts a new session, in which `sudo` has neither a terminal nor cached credentials. The
+// front end passes the password to `sudo`. If PATH does not lead to it, `sudo` runs SUDO_ASKPASS
+// with the prompt as the argument: printenv, with the name of the variable that has the password.
+// `sudo` does so only if DISPLAY is set.
 Environment CommandEnvironment(const std::string& mark) {
   Environment environment{
       "PATH=" + SearchPath(),

@@ -10,7 +10,6 @@ namespace zelto {
 
 namespace {
 
-// Returns null if no file can be created.
 std::FILE* NewFile() {
 #ifdef __linux__
   const int descriptor = memfd_create("output", MFD_CLOEXEC);

@@ -6,9 +6,8 @@
 
 namespace zelto {
 
-// An unnamed file for the output of commands. All writers append. A running command keeps the file
-// alive after this process has ended. On Linux it is in memory that no process owns, so a full or
-// read-only disk does not disturb a command.
+// An unnamed file for the output of commands, in memory on Linux. All writers append. A running
+// command keeps the file alive after this process has ended.
 class OutputFile {
  public:
   OutputFile();

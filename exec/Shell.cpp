@@ -20,8 +20,7 @@ namespace {
 
 constexpr int notStarted = 127;
 
-// Functions that remove the text of `su` and `sudo` from the output of a command. Each edits the
-// part of `text` from `start` on.
+// The next four functions remove the text of `su` and `sudo` from `text`, from `start` on.
 
 // Keeps the text between the first and the last mark, or all text if there is no mark.
 void KeepMarked(std::string& text, std::size_t start, std::string_view mark) {
@@ -32,8 +31,7 @@ void KeepMarked(std::string& text, std::size_t start, std::string_view mark) {
   text.erase(start, first + mark.size() - start);
 }
 
-// Removes the longest common prefix of the text and `words`. If only a part of `words` matches, the
-// removed prefix ends after a blank or a newline.
+// Removes the common prefix with `words`. A part of `words` must end after a blank or a newline.
 void RemoveLeading(std::string& text, std::size_t start, std::string_view words) {
   const auto rest = std::string_view(text).substr(start);
   const auto differs = std::mismatch(words.begin(), words.end(), rest.begin(), rest.end()).first;
@@ -57,7 +55,6 @@ void EndLine(std::string& text) {
   if (!text.empty() && text.back() != '\n') text += '\n';
 }
 
-// 128 random bits.
 std::string NewMark() {
   std::random_device random;
   std::string mark;
@@ -180,9 +177,9 @@ String Shell::Gathered() const {
       if (run.Status == 0 && run.OutputSize) return KeepLast(text, start, *run.OutputSize);
       RemoveLeading(text, start, around);
     });
-    // A prompt ends without a newline, so the next message follows on the same line. The prompt of
-    // `sudo` is SudoPrompt. What the last successful credential check wrote begins with the prompt
-    // of `su`. Before the first one, PAM's default prompt is assumed.
+    // A prompt ends without a newline, so a message follows on the same line. The text of a
+    // successful check begins with the prompt of `su`. Before the first check, it is assumed to be
+    // PAM's default.
     AppendRuns(text, mErrors, &Run::Errors, [&](const Run&, auto start, const auto& around) {
       RemoveLeading(text, start, around.empty() ? "Password: " : around);
       EraseAll(text, start, SudoPrompt);

@@ -11,8 +11,8 @@
 
 namespace zelto {
 
-// Runs command lines with `sh`, each in its own session. A running command continues if the object
-// is destroyed or the program ends.
+// Runs command lines with `sh`, each in its own session. A command outlives the object and the
+// program.
 class Shell : public Object {
  public:
   Shell();
@@ -21,8 +21,7 @@ class Shell : public Object {
   // 0 (default): Execute blocks until the command has ended. 2: Execute returns at once, and a
   // command line is queued while another runs. Set the mode before the first Execute.
   void Mode(Int32 mode);
-  // If the command line contains a NUL or a newline, or cannot be started, ErrorCode is 127 and
-  // ReadAll has the reason.
+  // If the line contains NUL or a newline or cannot be started: ErrorCode 127, reason in ReadAll.
   void Execute(const CommandLine& command);
 
   // True while a command runs or is queued. In Mode 2 this call starts the next queued command.
@@ -37,15 +36,14 @@ class Shell : public Object {
  private:
   friend void PublishShell();
 
-  // A started command line. Its output begins at these offsets of both files. OutputSize is that of
-  // the command line. Status is the exit status, or -1 until the command has ended.
+  // A started command line. Output and Errors are the offsets in both files at which its text
+  // begins. Status is -1 until it has ended.
   struct Run {
     std::size_t Output = 0;
     std::size_t Errors = 0;
     std::optional<std::size_t> OutputSize;
     Int32 Status = -1;
-    // True if the command succeeded and printed nothing, as a credential check does. The whole text
-    // is then from `su` and `sudo`.
+    // A successful credential check prints nothing, so its text is from `su` and `sudo`.
     bool IsCheck() const { return Status == 0 && OutputSize == 0; }
   };
 
@@ -54,10 +52,9 @@ class Shell : public Object {
   bool ReapChild();
   void ReleaseProcess();
   String Gathered() const;
-  // Appends the text of all runs from the file. `begin` is the member of Run with the offset in
-  // this file. `clean(run, start, around)` edits the text of one run, which begins at `start`.
-  // `around` is the text of the last successful credential check up to this run: `su` and `sudo`
-  // can print it again around the output of a command.
+  // Appends the text of all runs from the file. `begin` is the member of Run with the offset in it.
+  // `clean(run, start, around)` edits the text of one run from `start` on. `around` is the text of
+  // the last successful credential check, which `su` and `sudo` can print again around any output.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;
@@ -75,7 +72,6 @@ class Shell : public Object {
   std::string mRefusals;  // reasons why command lines were not started
 };
 
-// Registers the entry points of the shell plug-in.
 void PublishShell();
 
 }  // namespace zelto

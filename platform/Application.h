@@ -23,8 +23,7 @@ class Application : public MenuTarget {
   void DoEvents(Int32 milliseconds);
 
   // Calls a handler. Ignores EndException and ThreadEndException. Any other RuntimeException raises
-  // UnhandledException. If no handler of that event returns True, shows a message and ends the
-  // application.
+  // UnhandledException, and unless its handler returns True, a message ends the application.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
@@ -35,15 +34,13 @@ void RuntimeRegisterAppObject(const Ref<Application>& app);
 Ref<Application> GetAppObject();
 
 void RuntimeInit();
-// Runs the event loop until Quit. Returns at once if Quit has already been called. Rethrows an
-// exception that InvokeHandler has stored.
+// Runs the event loop until Quit, if not yet called. Rethrows what InvokeHandler has stored.
 void RuntimeRun();
 // Ends the framework and returns the exit status.
 Int32 RuntimeExit();
 
-// If CancelClose of the application or of a window returns True, the application continues.
-// Otherwise it ends with the exit status, and waiting handlers unwind. Throws EndException in both
-// cases.
+// Ends the application with the exit status, unless CancelClose of the application or of a window
+// returns True. Throws EndException in both cases.
 [[noreturn]] void Quit(Int32 status);
 // Reports the exception (null if unknown) and ends the application with exit status 1.
 void RuntimeUnhandledException(const RuntimeException* exception);
@@ -69,15 +66,12 @@ Ref<class Screen> Screen(Int32 index);
 // than RuntimeException ends the loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
 
-// True if input must be refused because a handler waits. False if a dialog of an inner handler
-// accepts input.
+// True if a handler waits, unless a dialog of an inner handler accepts input.
 bool HandlerWaits();
-// Returns whether to obey a request to close or quit. While a handler waits, beeps and returns
-// false at the first request, and returns true at the next one.
+// Returns whether to obey a request to close or quit. While a handler waits, the first one beeps.
 bool AllowClose();
 
-// BeginWaiting marks the running handler as waiting until the handler returns. AllowInput removes
-// this mark earlier.
+// Marks the running handler as waiting, until it returns or calls AllowInput.
 void BeginWaiting(Waiting waiting);
 void AllowInput();
 

@@ -6,7 +6,6 @@ namespace zelto {
 
 namespace {
 
-// An entry point of the plug-in. It writes a property.
 template <class T, T BevelButtonList::*Property>
 void Write(BevelButton& button, const T& value) {
   button.Set(Property, value);
@@ -35,10 +34,6 @@ void RectControl::SetWindow(class Window* window) {
 void RectControl::CallOpenEvent() {
   PaneOf();
   Control::CallOpenEvent();
-}
-
-void RectControl::UpdatePane() {
-  if (mPane) mPane->Update();
 }
 
 Pane& RectControl::PaneOf() {
@@ -81,24 +76,9 @@ void PublishBevelButton() {
   });
 }
 
-void Canvas::Backdrop(const Ref<Picture>& picture) {
-  mBackdrop = picture;
-  UpdatePane();
-}
-
-void Timer::Period(Int32 milliseconds) {
-  mPeriod = milliseconds;
-  Restart();
-}
-
-void Timer::Mode(Int32 mode) {
-  mMode = mode;
-  Restart();
-}
-
-void Timer::Restart() {
-  if (mMode == 0 || mPeriod <= 0) return mImp->Stop();
-  mImp->Start(mPeriod, mMode == 2);
+void Timer::Start(Int32 period, Int32 mode) {
+  if (mode == 0 || period <= 0) return mImp->Stop();
+  mImp->Start(period, mode == 2);
 }
 
 }  // namespace zelto

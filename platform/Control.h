@@ -51,9 +51,10 @@ class RectControl : public Control {
   void AcceptFileDrop(const String& type) { PaneOf().AcceptFileDrop(type); }
 
  protected:
-  void UpdatePane();
-  // Creates the pane on first use, after the property list has been applied. Throws
-  // NilObjectException if the window has closed.
+  void UpdatePane() {
+    if (mPane) mPane->Update();
+  }
+  // Created on first use, after the list. Throws NilObjectException if the window has closed.
   Pane& PaneOf();
   bool HasPane() const { return bool(mPane); }
 
@@ -126,8 +127,7 @@ class PushButton : public ListControl<PushButtonList> {
   static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }
 };
 
-// A control that a plug-in provides. Entry points of the plug-in write the PLUGIN properties of the
-// control.
+// A control of a plug-in, whose entry points write the PLUGIN properties.
 class BevelButton : public ListControl<BevelButtonList> {
  public:
   static std::vector<Event> OwnEvents() { return {{"Action", "(  )"}}; }
@@ -152,7 +152,10 @@ class Canvas : public ListControl<CanvasList> {
 
   // The picture of the canvas. Nil shows nothing.
   const Ref<Picture>& Backdrop() const { return mBackdrop; }
-  void Backdrop(const Ref<Picture>& picture);
+  void Backdrop(const Ref<Picture>& picture) {
+    mBackdrop = picture;
+    UpdatePane();
+  }
 
  private:
   Ref<Picture> mBackdrop;
@@ -164,13 +167,13 @@ class Timer : public EventSource {
   const Class& ClassOf() const override { return ClassTable(); }
   virtual void Constructor() {}
 
-  void Period(Int32 milliseconds);
+  void Period(Int32 milliseconds) { Start(mPeriod = milliseconds, mMode); }
   // 0: off. 1: fires once after the period. 2: fires after each period.
-  void Mode(Int32 mode);
+  void Mode(Int32 mode) { Start(mPeriod, mMode = mode); }
   virtual void Fire() {}
 
  private:
-  void Restart();
+  void Start(Int32 period, Int32 mode);
 
   Int32 mPeriod = 0;
   Int32 mMode = 0;

@@ -16,7 +16,6 @@ void Bind(std::vector<Event>& events, const Binding& binding) {
   event->Handler = binding.Handler;
 }
 
-// Sets `Me` while the handler of the object runs.
 class MeScope {
  public:
   explicit MeScope(EventSource& object)

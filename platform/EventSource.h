@@ -106,27 +106,22 @@ String Signature() {
   return "( " + names + " )" + (std::is_void_v<R> ? "" : " as Boolean");
 }
 
-template <class W, class R, class... A, std::size_t... I>
-bool Invoke(W& receiver, R (W::*operation)(A...), const Arguments& arguments,
-            std::index_sequence<I...>) {
-  if constexpr (std::is_void_v<R>) {
-    (receiver.*operation)(ParameterFrom<std::remove_cvref_t<A>>(arguments.at(I))...);
-    return false;
-  } else {
-    return (receiver.*operation)(ParameterFrom<std::remove_cvref_t<A>>(arguments.at(I))...);
-  }
-}
-
 }  // namespace detail
 
 template <class W, class R, class... A>
 Method RuntimeCreateDelegate(R (W::*operation)(A...)) {
-  return {detail::Signature<R, std::remove_cvref_t<A>...>(),
-          [operation](Object& self, const Arguments& arguments) {
-            auto* receiver = dynamic_cast<W*>(&self);
-            if (!receiver) throw IllegalCastException();
-            return detail::Invoke(*receiver, operation, arguments, std::index_sequence_for<A...>());
-          }};
+  const auto call = [operation](Object& self, const Arguments& arguments) {
+    auto* receiver = dynamic_cast<W*>(&self);
+    if (!receiver) throw IllegalCastException();
+    const auto pass = [&]<std::size_t... I>(std::index_sequence<I...>) {
+      return (receiver->*operation)(
+          detail::ParameterFrom<std::remove_cvref_t<A>>(arguments.at(I))...);
+    };
+    if constexpr (!std::is_void_v<R>) return pass(std::index_sequence_for<A...>());
+    pass(std::index_sequence_for<A...>());
+    return false;
+  };
+  return {detail::Signature<R, std::remove_cvref_t<A>...>(), call};
 }
 
 template <class Operation>

@@ -52,16 +52,10 @@ class Reader {
   }
 
   PropertyValue TakeValue(std::size_t type) {
-    switch (type) {
-      case 0:
-        return static_cast<Int32>(TakeBigEndian());
-      case 1:
-        return TakeBoolean();
-      case 2:
-        return TakeColor();
-      default:
-        return String(Take(TakeBigEndian()));
-    }
+    if (type == 0) return static_cast<Int32>(TakeBigEndian());
+    if (type == 1) return TakeBoolean();
+    if (type == 2) return TakeColor();
+    return String(Take(TakeBigEndian()));
   }
 
  private:

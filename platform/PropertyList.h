@@ -23,7 +23,6 @@ struct Color {
 
 using PropertyValue = std::variant<Int32, bool, Color, String>;
 
-// A declared property of a class.
 struct Property {
   std::string_view Name;
   std::size_t Type = 0;  // the index of an alternative of PropertyValue

@@ -176,9 +176,8 @@ inline constexpr Color White{255, 255, 255};
 #key, PropertyValue(type()).index(), {} \
   }
 
-// Defines a list struct. Create the struct with designated initialisers. The conversion to a String
-// encodes the list. Schema() returns the properties of the class. Each window and control stores
-// its values in such a struct.
+// Defines a list struct, in which each window and control stores its values. Designated
+// initialisers create a list, and the conversion to a String encodes it.
 #define ZELTO_LIST(name, KEYS)                                                  \
   struct name##List {                                                           \
     using Class = name;                                                         \

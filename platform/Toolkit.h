@@ -7,8 +7,7 @@
 #include "platform/PropertyList.h"
 
 // The interface that a toolkit implements. Each object of the model owns its counterpart on the
-// screen. The counterpart refers to its object and raises the object's events through
-// InvokeHandler.
+// screen, which raises the object's events through InvokeHandler.
 namespace zelto {
 
 class BevelButton;
@@ -39,8 +38,7 @@ class WindowImp {
   // Applies the window's properties. Called after the controls are created and after each change.
   virtual void Update() = 0;
   virtual void Show() = 0;
-  // Shows the window after the running handler has returned, unless the handler has shown or hidden
-  // it.
+  // Shows the window after the running handler, unless that has shown or hidden it.
   virtual void ShowLater() = 0;
   virtual void Hide() = 0;
   // Blocks until Close. `parent` can be null.
@@ -105,14 +103,12 @@ std::shared_ptr<SessionInhibitor> InhibitSessionEnd(const String& reason);
 // Windows exist only between StartToolkit and EndToolkit.
 void StartToolkit();
 void EndToolkit();
-// Runs the event loop until EndLoops. Returns 0, or the toolkit's status if the toolkit ends the
-// loop because of an error.
+// Runs the event loop until EndLoops. Returns 0, or the toolkit's status after an error.
 Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// What the windows show while a handler waits. DoEvents sets Busy: the busy cursor and the progress
-// bar. RuntimeAwait sets Blocked: the wait cursor. Both last until the handler returns or
-// AllowInput is called.
+// What the windows show while a handler waits. Busy (DoEvents): the busy cursor and the progress
+// bar. Blocked (RuntimeAwait): the wait cursor.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
 // Ends RunLoop and all nested loops. After that, each new nested loop ends at once until RunLoop

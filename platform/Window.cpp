@@ -1,7 +1,5 @@
 #include "platform/Window.h"
 
-#include <algorithm>
-
 #include "platform/Application.h"
 #include "platform/Framework.h"
 #include "platform/runtime/Plugins.h"
@@ -10,11 +8,6 @@
 namespace zelto {
 
 namespace {
-
-auto FindImplicit(const String& className) {
-  return std::ranges::find(State().ImplicitWindows, className,
-                           &std::pair<String, Ref<Window>>::first);
-}
 
 void DrawNow(Window& window) { window.Imp().UpdateNow(); }
 
@@ -135,13 +128,9 @@ bool Window::UnifiedClose(bool quitting) {
     RuntimeBackgroundTask();
   }
   ReleaseControls();
-  auto& windows = State().Windows;
-  const auto listed = std::ranges::find(windows, Ref<Window>(this));
-  if (listed != windows.end()) windows.erase(listed);
-  const auto implicit = FindImplicit(ClassOf().Name());
-  if (implicit != State().ImplicitWindows.end() && implicit->second.Get() == this) {
-    State().ImplicitWindows.erase(implicit);
-  }
+  std::erase(State().Windows, Ref<Window>(this));
+  std::erase_if(State().ImplicitWindows,
+                [this](const auto& entry) { return entry.second.Get() == this; });
   return true;
 }
 
@@ -163,8 +152,10 @@ Ref<Object> RuntimeWindowControlByName(Window& window, const String& name) {
 }
 
 Ref<Window> GetImplicitWindow(const String& className) {
-  const auto found = FindImplicit(className);
-  return found == State().ImplicitWindows.end() ? nullptr : found->second;
+  for (const auto& [name, window] : State().ImplicitWindows) {
+    if (name == className) return window;
+  }
+  return nullptr;
 }
 
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {

@@ -31,8 +31,7 @@ class Window : public MenuTarget {
   void Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
   Int32 Width() const { return mImp->Width(); }
   Int32 Height() const { return mImp->Height(); }
-  // Shows or hides the window. If the property list has True, the default, the window is shown
-  // after its Open event.
+  // Shows or hides the window. In the property list, True shows it after its Open event.
   void Visible(bool visible);
 
   const WindowList& Properties() const { return mProperties; }
@@ -117,7 +116,6 @@ struct ControlExtras {
   Ref<Picture> (*Backdrop)() = nullptr;
 };
 
-// The description of one control of a window.
 struct ControlRow {
   String Name;
   Ref<EventSource> (*Create)(Window& window) = nullptr;
@@ -160,7 +158,6 @@ class ListWindow : public Window {
 
 namespace WindowSupport {
 
-// Releases all windows.
 void Finalize();
 const std::vector<Ref<Window>>& Windows();
 void AddDirtyWindow(const Ref<Window>& window);

@@ -4,7 +4,6 @@
 
 namespace zelto {
 
-// The menu bar of the application.
 class MenuBar1 : public MenuBar {
  public:
   static const Class& ClassTable();
@@ -13,7 +12,6 @@ class MenuBar1 : public MenuBar {
   virtual void FileMenu();
   virtual void EditMenu();
 
-  // Releases the shared menu bar.
   static void Finalize();
 };
 

@@ -4,7 +4,6 @@
 
 namespace zelto {
 
-// The About window with the product's name and version.
 class WAbout : public ListWindow<class WAbout> {
  public:
   static const Class& ClassTable();

@@ -28,7 +28,6 @@ class WPerm : public ListWindow<class WPerm> {
   // Moves the dialog by one step of its shake. The shake follows a failed attempt.
   void Shake();
 
-  // Calls Shake.
   class Timer1 : public Timer, public PaneChild {
    public:
     static const Class& ClassTable();

@@ -6,7 +6,6 @@
 
 namespace zelto {
 
-// The metadata of an update file.
 struct ContentRecord {
   String Product;
   String Version;

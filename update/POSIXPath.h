@@ -4,9 +4,8 @@
 
 namespace zelto::File {
 
-// The absolute path of the item, in the encoding of the file system. Nil for a nil item. If the
-// item does not exist, its path consists of the path of the parent folder, "/" and the name of the
-// item.
+// The absolute path of the item, in the bytes of the file system. Nil for a nil item. The path of a
+// missing item is the path of its parent, "/" and its name.
 String POSIXPath(const Ref<FolderItem>& item);
 
 }  // namespace zelto::File

@@ -41,8 +41,7 @@ void QuitIfAllowed() {
 
 Toolkit* toolkit = nullptr;
 
-// Runs an event loop until a descriptor is readable or the time is over. A negative time means no
-// limit.
+// Runs an event loop until a descriptor is readable or the time, if not negative, is over.
 void ServeUntil(const std::vector<int>& descriptors, int milliseconds) {
   QEventLoop loop;
   for (const int descriptor : descriptors) {

@@ -5,8 +5,7 @@
 
 namespace zelto {
 
-// A text next to a widget, shown until the next key press. It is also the widget's accessible
-// description.
+// A text next to a widget until the next key press, also the widget's accessible description.
 class Balloon : public QLabel {
  public:
   Balloon(QWidget& anchor, const QString& text);

@@ -6,14 +6,12 @@
 
 #include "platform/Application.h"
 #include "platform/Control.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/WidgetPane.h"
 
 namespace zelto {
 
 namespace {
 
-// Returns the font in which the caption fits into the button's frame.
 QFont CaptionFont(const QAbstractButton& button) {
   constexpr QSize frame(8, 2);
   return FittedFont(button.font(), button.text(), button.size() - frame,

@@ -10,7 +10,6 @@
 #include "platform/Control.h"
 #include "platform/Files.h"
 #include "platform/qt/Balloon.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/Toolkit.h"
 #include "platform/qt/WidgetPane.h"
 #include "platform/runtime/Secrecy.h"

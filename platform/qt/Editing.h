@@ -7,8 +7,7 @@
 
 namespace zelto {
 
-// Returns whether the editing command of the menu item applies to the focused field. Returns False
-// if the item has no editing command.
+// Returns whether the item has an editing command that applies to the focused field.
 bool CanEdit(const String& itemName);
 void Edit(const String& itemName);
 

@@ -37,8 +37,7 @@ void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QOb
   });
 }
 
-// Enables the items with an applicable editing command, the Quit item, and the items with a
-// handler.
+// Enables the applicable editing commands, the Quit item, and the items with a handler.
 void Enable(Window& window, const Ref<MenuItem>& menu) {
   for (const auto& item : menu->Items()) {
     item->Disable();

@@ -6,8 +6,7 @@
 
 namespace zelto {
 
-// Creates the widget of the window's menu bar. The window owns `context`. After `context` is
-// destroyed, the widget no longer accesses the window.
+// Creates the widget of the window's menu bar. It accesses the window until `context` is destroyed.
 QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context);
 
 }  // namespace zelto

@@ -23,8 +23,7 @@ QDBusPendingCall Call(const char* bus, const char* service, const char* path, co
   return QDBusConnection(bus).asyncCall(message);
 }
 
-// If the X11 session manager allows interaction, refuses its request to end the session and alerts
-// the user to the active window.
+// Refuses a request of the X11 session manager, if it allows interaction, and alerts the user.
 void Refuse(QSessionManager& manager) {
   if (!manager.allowsInteraction()) return;
   if (auto* window = QApplication::activeWindow()) QApplication::alert(window);

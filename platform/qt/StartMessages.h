@@ -5,8 +5,7 @@
 namespace zelto {
 
 // Calls the function, which starts Qt. If no display can be opened, the process ends with status 1
-// and one line on standard error, without a core dump. Other messages of Qt are printed when the
-// function returns.
+// and one line on standard error. Other messages of Qt are printed when the function returns.
 void CollectStartMessages(const std::function<void()>& start);
 
 }  // namespace zelto

@@ -2,7 +2,6 @@
 #include <QPainter>
 
 #include "platform/Control.h"
-#include "platform/qt/FittedText.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
 
@@ -10,9 +9,8 @@ namespace zelto {
 
 namespace {
 
-// Shows plain text in the control's text size. If the text does not fit, uses the largest size that
-// fits. If no readable size fits, text without wrapping is shortened and the tool tip shows all of
-// it.
+// Shows plain text, set smaller until it fits. If no readable size fits, text without wrapping is
+// shortened and the tool tip shows all of it.
 class Label : public QLabel {
  public:
   explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }

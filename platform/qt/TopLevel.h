@@ -23,9 +23,8 @@ class TopLevel : public QWidget {
   // presses the cancel button.
   void SetDefault(QAbstractButton& button, bool isDefault) { Mark(mDefault, button, isDefault); }
   void SetCancel(QAbstractButton& button, bool isCancel) { Mark(mCancel, button, isCancel); }
-  // Shows or hides the progress bar.
   void ShowActivity(bool isActive);
-  // Clears the reference to the window and schedules the deletion of the widget.
+  // Forgets the window and deletes the widget later.
   void Detach();
 
  protected:

@@ -84,8 +84,7 @@ consteval std::size_t PluginSlotOf(std::string_view key) {
   return slot;
 }
 
-// Calls the entry point in the slot as a Function. Throws FunctionNotFoundException if the slot is
-// empty.
+// Calls the entry point as a Function. Throws FunctionNotFoundException if the slot is empty.
 template <class Function, class... A>
 auto Glink(std::size_t slot, A&&... arguments) {
   const auto entry = PluginSlot(slot);

@@ -35,8 +35,7 @@ class String {
 
 String operator+(const String& left, const String& right);
 
-// Compares without regard to the case of ASCII letters. 0 if equal, negative if `left`
-// sorts before `right`.
+// Ignores the case of ASCII letters. 0 if equal, negative if `left` sorts before `right`.
 Int32 RuntimeStringCompare(std::string_view left, std::string_view right);
 inline Int32 RuntimeStringCompare(const String& left, const String& right) {
   return RuntimeStringCompare(left.Bytes(), right.Bytes());

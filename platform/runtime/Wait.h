@@ -16,13 +16,11 @@ class Waiter {
 // If the waiter is null (the default), RuntimeAwait runs no event loop.
 void RuntimeSetWaiter(Waiter* waiter);
 
-// Blocks until the descriptor is readable or the time is over. A descriptor of -1 means none, and a
-// time of -1 means no limit. With a waiter, the windows are repainted meanwhile, but accept no
-// input. It throws EndException if the application ends.
+// Blocks until the descriptor is readable or the time is over; -1 means none. With a waiter, the
+// windows are repainted meanwhile, but accept no input, and EndException ends the wait at Quit.
 void RuntimeAwait(int descriptor, int milliseconds);
 
-// From RuntimeWakeOn to RuntimeWakeOff, Application::DoEvents returns as soon as the descriptor is
-// readable.
+// Between the two calls, Application::DoEvents returns as soon as the descriptor is readable.
 void RuntimeWakeOn(int descriptor);
 void RuntimeWakeOff(int descriptor);
 
