@@ -1,4 +1,4 @@
-"""Runs inside the virtual desktop as its user. driver.py SOCKET SCALE COMMAND... starts the
+"""Runs inside the virtual desktop as its user. driver.py DESCRIPTOR SCALE COMMAND... starts the
 program and answers requests, each one line of JSON."""
 import contextlib
 import ctypes
@@ -206,9 +206,8 @@ def _texts(window):
 
 
 def main():
-    meeting, scale, *command = sys.argv[1:]
-    with socket.socket(socket.AF_UNIX) as link:
-        link.connect(meeting)
+    descriptor, scale, *command = sys.argv[1:]
+    with socket.socket(fileno=int(descriptor)) as link:
         driver = Driver(float(scale), command)
         requests = link.makefile("rw")
         for line in requests:

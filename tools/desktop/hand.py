@@ -5,8 +5,6 @@ import sys
 import tempfile
 from pathlib import Path
 
-from Xlib import display
-
 from wait import until
 
 ON_WAYLAND = "WAYLAND_DISPLAY" in os.environ
@@ -37,7 +35,6 @@ def key(*keys):
 def type_text(text):
     if ON_WAYLAND:
         return wtype("-d", 30, "-", text=text)
-    _bind_missing(text)
     xdotool("type", "--clearmodifiers", "--delay", 10, "--file", "-", text=text)
 
 
@@ -60,21 +57,3 @@ def drag_file(path, x, y):
             source.wait(10)
         finally:
             source.kill()
-
-
-def _bind_missing(text):
-    """Binds every character without a key to a spare key. Otherwise xdotool would rebind keys between
-    two strokes, and a program that reads the key map late would get a wrong character."""
-    server = display.Display()
-    first = server.display.info.min_keycode
-    rows = server.get_keyboard_mapping(first, server.display.info.max_keycode - first + 1)
-    known = {symbol for row in rows for symbol in row}
-    wanted = {ord(c) if ord(c) < 0x100 else 0x1000000 | ord(c) for c in text if c.isprintable()}
-    spare = [first + i for i, row in enumerate(rows) if not any(row)]
-    missing = sorted(wanted - known)
-    if len(missing) > len(spare):
-        raise ValueError(f"{len(missing)} characters without a key, room for {len(spare)}")
-    for code, symbol in zip(spare, missing):
-        server.change_keyboard_mapping(code, [(symbol, symbol)])
-    server.sync()
-    server.close()

@@ -18,7 +18,6 @@ class Session(Desktop):
         super().__init__(user, program, **desktop)
         self._scale = scale
         self._environment = environment  # additional variables of the program; None removes a variable
-        self._link = None
 
     def __enter__(self):
         super().__enter__()
@@ -30,21 +29,15 @@ class Session(Desktop):
             environment = {"PATH": PATH, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                            "QT_SCALE_FACTOR": str(self._scale)} | self._environment
             # A socket, because the session's services also write to the driver's stdout.
-            meeting = self._runtime / "driver.socket"
-            with socket.create_server(str(meeting), family=socket.AF_UNIX) as listener:
-                meeting.chmod(0o777)
+            near, far = socket.socketpair()
+            with near, far:
                 self._driver = self.launch(
                     ["dbus-run-session", "--", "/usr/bin/python3", "-X", "faulthandler",
-                     self._folder / "driver/driver.py", meeting, str(self._scale), "/usr/bin/env",
+                     self._folder / "driver/driver.py", str(far.fileno()), str(self._scale), "/usr/bin/env",
                      *(f"{name}={value}" for name, value in environment.items() if value is not None),
-                     self.copy_of(self._program.name)])
-                undo.callback(self._end_driver)
-                listener.settimeout(60)  # a busy machine starts the driver slowly
-                try:
-                    with listener.accept()[0] as link:
-                        self._link = link.makefile("rw")
-                except TimeoutError:
-                    raise self._no_driver() from None
+                     self.copy_of(self._program.name)], pass_fds=[far.fileno()])
+                self._link = near.makefile("rw")
+            undo.callback(self._end_driver)
             self._undo_session = undo.pop_all()
         return self
 
@@ -86,10 +79,9 @@ class Session(Desktop):
 
     def _end_driver(self):
         started = psutil.Process(self._driver.pid).children(recursive=True)
-        if self._link:  # closing the link ends the driver, and then its bus
-            with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
-                self._link.close()
-                self._driver.wait(5)
+        with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
+            self._link.close()  # ends the driver, and then its bus
+            self._driver.wait(5)
         end(self._driver)
         for process in started:
             with contextlib.suppress(psutil.NoSuchProcess):
