@@ -4,7 +4,7 @@
 
 namespace zelto {
 
-// Whether `su` has verified the password before `sudo`. It does not if root runs the utility.
+// Whether `su` has verified the password before `sudo`, as it does unless root runs the utility.
 enum class PriorCheck : std::uint8_t { None, Su };
 
 // The reason why CredentialCheck failed, as a sentence for the user. `text` is the output of the

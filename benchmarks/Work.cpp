@@ -12,7 +12,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 #include <atomic>
-#include <cstdio>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -21,6 +20,7 @@
 
 #include "app/Sequence.h"
 #include "exec/Interpreter.h"
+#include "exec/OutputFile.h"
 #include "platform/Application.h"
 #include "platform/MessageDialog.h"
 #include "platform/runtime/Numbers.h"
@@ -153,14 +153,13 @@ QWidget& Find(bool (*isIt)(const QWidget&)) {
 void RunLines(const std::vector<CommandLine>& lines) {
   String script;
   for (const auto& line : lines) script = script + line.Text + "\n";
-  std::FILE* output = std::tmpfile();
+  const OutputFile output;
   const double start = Now();
-  const pid_t process =
-      StartInterpreter({script, lines.back().Passphrase}, "mark", fileno(output), fileno(output));
+  const pid_t process = StartInterpreter({script, lines.back().Passphrase}, "mark",
+                                         output.Descriptor(), output.Descriptor());
   int status = 0;
   waitpid(process, &status, 0);
   Answer({{"ms", Now() - start}, {"status", WEXITSTATUS(status)}});
-  std::fclose(output);
 }
 
 void Authenticate(const String& user, const String& passwd) {

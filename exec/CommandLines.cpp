@@ -47,7 +47,8 @@ String Echo(const String& passwd) {
   return "printf '%s\\n' " + Quoted(passwd);
 }
 
-// `su` would read a name with a leading dash as an option and, after "--", still the name "-".
+// A name with a leading dash would be an option for `su`, and the name "-" even after "--". The
+// name therefore follows "-- -".
 String Su(const String& user, const String& command) {
   const String argument = SingleQuoted(command);
   if (StartsWithDash(user)) return "su -c " + argument + " -- - " + Quoted(user);

@@ -14,7 +14,7 @@ struct CommandLine {
       : Text(std::move(text)), Passphrase(std::move(passphrase)), OutputSize(outputSize) {}
 
   String Text;
-  // The password that `sh` exports for `sudo`. Nil if no `sudo` runs or a pipe passes it.
+  // The password that `sh` exports for `sudo`. Nil if none asks for it or a pipe passes it.
   String Passphrase;
   // The number of bytes that the program under `sudo` writes to standard output if it succeeds.
   // Empty if unknown. All other bytes of the output are from `su` and `sudo`.

@@ -61,7 +61,8 @@ bool IsSafeForAll(const fs::path& file) {
   }
 }
 
-// ZELTO_LIBEXEC is the path from the program's folder to libexec in an installation.
+// In a build, libexec is next to the program's folder. In an installation, ZELTO_LIBEXEC leads to
+// it.
 fs::path FrontEndFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {

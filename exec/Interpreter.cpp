@@ -89,11 +89,12 @@ pid_t Spawn(int input, int output, int errors, Environment environment) {
   char name[] = "sh";
   char* const arguments[] = {name, nullptr};
   pid_t process = 0;
-  errno =
+  const int reason =
       posix_spawnp(&process, name, &actions, &attributes, arguments, Pointers(environment).data());
   posix_spawn_file_actions_destroy(&actions);
   posix_spawnattr_destroy(&attributes);
-  return errno == 0 ? process : 0;
+  errno = reason;
+  return reason == 0 ? process : 0;
 }
 
 }  // namespace

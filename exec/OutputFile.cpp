@@ -13,10 +13,9 @@ namespace {
 std::FILE* NewFile() {
 #ifdef __linux__
   const int descriptor = memfd_create("output", MFD_CLOEXEC);
-  return descriptor < 0 ? nullptr : fdopen(descriptor, "w+");
-#else
-  return std::tmpfile();
+  if (descriptor >= 0) return fdopen(descriptor, "w+");
 #endif
+  return std::tmpfile();
 }
 
 }  // namespace

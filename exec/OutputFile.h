@@ -6,8 +6,8 @@
 
 namespace zelto {
 
-// An unnamed file for the output of commands, in memory on Linux. All writers append. A running
-// command keeps the file alive after this process has ended.
+// An unnamed file for the output of commands, in memory where the system supports it. All writers
+// append. A running command keeps the file alive after this process has ended.
 class OutputFile {
  public:
   OutputFile();

@@ -31,7 +31,7 @@ void KeepMarked(std::string& text, std::size_t start, std::string_view mark) {
   text.erase(start, first + mark.size() - start);
 }
 
-// Removes the common prefix with `words`. A part of `words` must end after a blank or a newline.
+// Removes the common prefix with `words`, cut after a blank or a newline if it is not all of them.
 void RemoveLeading(std::string& text, std::size_t start, std::string_view words) {
   const auto rest = std::string_view(text).substr(start);
   const auto differs = std::mismatch(words.begin(), words.end(), rest.begin(), rest.end()).first;

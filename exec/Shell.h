@@ -11,8 +11,8 @@
 
 namespace zelto {
 
-// Runs command lines with `sh`, each in its own session. A command outlives the object and the
-// program.
+// Runs command lines with `sh`, each in its own session. A running command continues if the object
+// is destroyed or the program ends.
 class Shell : public Object {
  public:
   Shell();
@@ -54,7 +54,7 @@ class Shell : public Object {
   String Gathered() const;
   // Appends the text of all runs from the file. `begin` is the member of Run with the offset in it.
   // `clean(run, start, around)` edits the text of one run from `start` on. `around` is the text of
-  // the last successful credential check, which `su` and `sudo` can print again around any output.
+  // the last successful credential check up to this run. `su` and `sudo` can print it again.
   template <class Clean>
   void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
                   Clean clean) const;

@@ -23,7 +23,7 @@ class Application : public MenuTarget {
   void DoEvents(Int32 milliseconds);
 
   // Calls a handler. Ignores EndException and ThreadEndException. Any other RuntimeException raises
-  // UnhandledException, and unless its handler returns True, a message ends the application.
+  // UnhandledException. Unless its handler returns True, shows a message and ends the application.
   void CallFunctionWithExceptionHandling(const std::function<void()>& function);
 
  private:
@@ -34,7 +34,7 @@ void RuntimeRegisterAppObject(const Ref<Application>& app);
 Ref<Application> GetAppObject();
 
 void RuntimeInit();
-// Runs the event loop until Quit, if not yet called. Rethrows what InvokeHandler has stored.
+// Runs the event loop until Quit, or not at all after Quit. Rethrows what InvokeHandler has stored.
 void RuntimeRun();
 // Ends the framework and returns the exit status.
 Int32 RuntimeExit();
@@ -68,7 +68,7 @@ void InvokeHandler(const std::function<void()>& function);
 
 // True if a handler waits, unless a dialog of an inner handler accepts input.
 bool HandlerWaits();
-// Returns whether to obey a request to close or quit. While a handler waits, the first one beeps.
+// Whether to obey a request to close or quit. While a handler waits, refuses the first with a beep.
 bool AllowClose();
 
 // Marks the running handler as waiting, until it returns or calls AllowInput.

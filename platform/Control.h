@@ -54,7 +54,7 @@ class RectControl : public Control {
   void UpdatePane() {
     if (mPane) mPane->Update();
   }
-  // Created on first use, after the list. Throws NilObjectException if the window has closed.
+  // Created on first use. Throws NilObjectException if the window has closed.
   Pane& PaneOf();
   bool HasPane() const { return bool(mPane); }
 

@@ -74,6 +74,7 @@ class FileType : public Object {
   bool mRegistered = false;
 };
 
+// A filter of several types.
 String operator+(const Ref<FileType>& left, const Ref<FileType>& right);
 String operator+(const Ref<FileType>& left, const String& right);
 String operator+(const String& left, const Ref<FileType>& right);

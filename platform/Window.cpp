@@ -7,12 +7,6 @@
 
 namespace zelto {
 
-namespace {
-
-void DrawNow(Window& window) { window.Imp().UpdateNow(); }
-
-}  // namespace
-
 const Class& Window::ClassTable() {
   static const Class table({.Name = "Window",
                             .Events = {{"Layout", "(  )"},
@@ -197,7 +191,8 @@ void UpdateDirtyWindows() {
 }  // namespace WindowSupport
 
 void PublishWindowFunctions() {
-  RuntimePublishPluginEntrypoints({{"window.UpdateNowMBS", DrawNow}});
+  RuntimePublishPluginEntrypoints(
+      {{"window.UpdateNowMBS", +[](Window& window) { window.Imp().UpdateNow(); }}});
 }
 
 void UpdateNowMBS(const Ref<Window>& window) {

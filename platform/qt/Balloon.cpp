@@ -27,11 +27,12 @@ Balloon::Balloon(QWidget& anchor, const QString& text)
 
 bool Balloon::eventFilter(QObject* object, QEvent* event) {
   if (!mAnchor) return false;  // the window is being destroyed
+  const auto type = event->type();
   const auto* window = mAnchor->window();
   const bool isOfWindow = object == window;
-  if (isOfWindow && event->type() == QEvent::Move) Place();
-  if (isOfWindow && event->type() == QEvent::ActivationChange) setVisible(window->isActiveWindow());
-  if (event->type() == QEvent::KeyPress || (isOfWindow && event->type() == QEvent::Hide)) Dismiss();
+  if (isOfWindow && type == QEvent::Move) Place();
+  if (isOfWindow && type == QEvent::ActivationChange) setVisible(window->isActiveWindow());
+  if (type == QEvent::KeyPress || (isOfWindow && type == QEvent::Hide)) Dismiss();
   return false;
 }
 

@@ -191,15 +191,19 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
   // QLineEdit keeps typed letters for undo, even in a password field. setText clears that history.
   void ForgetHistory() {
     Overwrite(mBefore);
+    Replace(mLine->text());
+  }
+
+  void Replace(const QString& text) {
     const int cursor = mLine->cursorPosition();
-    Show(mLine->text());
+    Show(text);
     mLine->setCursorPosition(cursor);
   }
 
   void StripNewlines() {
     QString text = mLine->text();
     while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
-    if (text != mLine->text()) Show(text);
+    if (text != mLine->text()) Replace(text);
   }
 
   // QLineEdit enforces the limit itself.

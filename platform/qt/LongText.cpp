@@ -10,13 +10,16 @@ namespace zelto {
 
 namespace {
 
-constexpr qsizetype longestRow = 1000;  // characters; a longer line continues in the next row
+constexpr qsizetype longestRow = 500;  // characters; a row of this length continues in the next row
 
 QStringList RowsOf(const QString& text) {
   QStringList rows;
   for (QStringView line : QStringView(text).split('\n')) {
-    for (; line.size() >= longestRow; line = line.mid(longestRow)) {
-      rows << line.left(longestRow).toString();
+    while (line.size() >= longestRow) {
+      // A row must not end within a surrogate pair.
+      const auto length = longestRow + (line[longestRow - 1].isHighSurrogate() ? 1 : 0);
+      rows << line.left(length).toString();
+      line = line.mid(length);
     }
     rows << line.toString();
   }
@@ -28,11 +31,11 @@ void CopySelection(const QListView& view) {
   std::sort(selected.begin(), selected.end());
   QString copied;
   for (const auto& index : selected) {
-    copied += index.data().toString();
-    if (index.data().toString().size() < longestRow && index != selected.constLast())
-      copied += '\n';
+    const QString row = index.data().toString();
+    copied += row;
+    if (row.size() < longestRow && index != selected.constLast()) copied += '\n';
   }
-  if (!selected.isEmpty()) QGuiApplication::clipboard()->setText(copied);
+  if (!copied.isEmpty()) QGuiApplication::clipboard()->setText(copied);
 }
 
 }  // namespace
@@ -41,14 +44,15 @@ QListView* NewLongText(const QString& text, QWidget* parent) {
   auto* view = new QListView(parent);
   view->setModel(new QStringListModel(RowsOf(text), view));
   const auto& metrics = view->fontMetrics();
-  view->setGridSize({metrics.averageCharWidth() * int(longestRow), metrics.lineSpacing()});
+  constexpr int widest = 2 * int(longestRow);  // a full-width character takes the space of two
+  view->setGridSize({widest * metrics.averageCharWidth(), metrics.lineSpacing()});
   view->setEditTriggers(QAbstractItemView::NoEditTriggers);
   view->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   view->setTextElideMode(Qt::ElideNone);
   view->scrollToBottom();
-  auto* copy = new QShortcut(QKeySequence::Copy, view, nullptr, nullptr, Qt::WidgetShortcut);
-  QObject::connect(copy, &QShortcut::activated, view, [view] { CopySelection(*view); });
+  new QShortcut(
+      QKeySequence::Copy, view, view, [view] { CopySelection(*view); }, Qt::WidgetShortcut);
   return view;
 }
 

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// QPlainTextEdit takes seconds to lay out a line of this length. LongText shows larger texts.
+// The time of QPlainTextEdit grows with the square of the length of a line: 10 s for 400 kB.
 constexpr Int32 hugeText = 50'000;  // bytes
 
 // QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.

@@ -92,8 +92,8 @@ class QtWindowImp : public WindowImp {
     return flags;
   }
 
-  // Only for Show: QMenuBar loads the plug-ins of all picture formats, which delays the first
-  // dialog.
+  // Called only by Show: QMenuBar loads Qt's plug-ins of all picture formats, which would delay the
+  // first dialog.
   void AddMenuBar() {
     if (!mMenuBar || mTop->layout()->menuBar()) return;
     QWidget* bar = NewMenuBar(mWindow, mMenuBar, mContext);

@@ -9,7 +9,7 @@ class Install(DesktopTest):
         account, markers, touch = self.account(), self.folder / "markers", f"touch {self.folder}/markers/"
         markers.mkdir()
         markers.chmod(0o777)
-        odd = self.folder / (f"a  b ü漢\\ $HOME $({touch}1)`{touch}2`;{touch}3;';{touch}4;'\"\";{touch}5;"
+        odd = self.folder / (f"a  b \\ $HOME $({touch}1)`{touch}2`;{touch}3;';{touch}4;'\"\";{touch}5;"
                              f"\"$({touch}6)\";{touch}7;'\\';{touch}8;\\\";{touch}9; # ")
         odd.parent.mkdir(parents=True)
         kinds = self.members(**{

@@ -124,6 +124,7 @@ TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
   const auto closed = RecorderWindow::Log.find("Close ");
   EXPECT_NE(closed, std::string::npos);
   EXPECT_EQ(RecorderWindow::Log.find("Close ", closed + 1), std::string::npos);
+  EXPECT_TRUE(WindowSupport::Windows().empty());
 }
 
 TEST_F(ModelTest, MeIsTheObjectThatRaisedTheEvent) {

@@ -7,7 +7,7 @@ PASSWORD_FIELD = "Password or Phrase:"
 
 class Utility(Session):
     def fill(self, field, text):
-        if not text.isascii():  # to type it, xdotool would rebind keys between two strokes
+        if not text.isascii():  # xdotool would rebind keys between two strokes
             return self.set_text(field, text)
         self.click(field)
         # A click passes through the window manager, so a later key could arrive before the click.
