@@ -56,13 +56,6 @@ class DesktopTest(unittest.TestCase):
         make_update(self.folder / name, *texts, **contents)
         return str(self.folder / name)
 
-    def script(self, name, body):
-        """Writes a program that every account can start. Returns its path."""
-        path = self.folder / name
-        path.write_text(f"#!/bin/sh\n{body}\n")
-        path.chmod(0o755)
-        return str(path)
-
     def members(self, **files):
         return {f"{self.folder}/installed/{name}": file for name, file in files.items()}
 

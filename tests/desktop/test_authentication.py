@@ -35,24 +35,7 @@ class OddPasswords(DesktopTest):
 
 
 class Refusals(DesktopTest):
-    def test_valid_password_has_no_effect_after_three_failures(self):
-        account = self.account()
-        reached = self.folder / "reached"
-        utility = self.enterContext(Utility(account.name, PROGRAM))
-        utility.window(AUTHENTICATE)
-        idle = account.processes()
-        for _ in range(3):
-            utility.try_pair(account.name, secrets.token_hex(8))
-            utility.refusal()
-        # `su` starts the shell only for the valid password.
-        self.folder.chmod(0o777)
-        account.use_shell(self.script("shell", f'touch {reached}; exec /bin/bash "$@"'))
-        utility.try_pair(account.name, account.password)
-        utility.until(reached.exists)
-        utility.until(lambda: account.processes() <= idle)
-        self.assertEqual(utility.windows(), [AUTHENTICATE])
-        utility.key("alt+F4")
-        self.assertEqual(utility.exit_status(), 0)
+    TRIPLES = ("--help", "-V", "--version"), ("x; true #", "$(true)", "a b"), ("-", "")
 
     def test_account_without_rights_is_refused_and_can_cancel(self):
         account = self.account(sudo=False)
@@ -61,10 +44,6 @@ class Refusals(DesktopTest):
         self.assertEqual(utility.refusal(), "This account may not use sudo.")
         utility.click("Cancel")
         self.assertEqual(utility.exit_status(), 0)
-
-
-class OddUserNames(DesktopTest):
-    TRIPLES = ("--help", "-V", "--version"), ("x; true #", "$(true)", "a b"), ("-", "")
 
     def test_odd_user_names_are_refused(self):
         account = self.account()

@@ -1,3 +1,5 @@
+import os
+
 from desktop import wayland
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 from place import PROGRAM, DesktopTest
@@ -18,8 +20,9 @@ class Keyboard(DesktopTest):
         utility.window("About")
         utility.key("Escape")
         utility.window(MAIN)
-        utility.type(str(self.folder / "missing.gz"))
+        utility.type(self.update("huge.gz", record=bytes(1 << 20)))
         utility.dialog("Keep", "Cancel")
+        self.assertLessEqual(os.stat("/tmp/.KVX.Content").st_size, 65536)
         utility.until(lambda: utility.key("Escape") or "Keep" not in utility.buttons(MAIN))
         for name, way, answer in ("first", ["Return"], "Install Another"), ("2", ["Tab", "Tab", "Return"], "Quit"):
             members = self.members(**{name: (b"new", 0o644)})
@@ -49,23 +52,3 @@ class Speech(DesktopTest):
         utility.install(self.update("a.gz"))
         utility.outcome()
         self.assertLess({"Installing Update...", "Update completed successfully"}, dict(utility.heard()).keys())
-
-
-class Bare(DesktopTest):
-    def test_keyboard_works_with_damaged_pictures_and_accessibility_off(self):
-        account, bare = self.account(), {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": None}
-        members = self.members(file=(b"new", 0o644))
-
-        def spoil(folder):
-            for picture in folder.glob("Resources/*"):
-                picture.write_text("?")
-
-        with Utility(account.name, PROGRAM, environment=bare, prepare=spoil) as utility:
-            for title, text in (AUTHENTICATE, account.password), (MAIN, self.update("a.gz", members=members)):
-                utility.until(lambda: utility.active_title() == title)
-                utility.hand("type", "--file", "-", text=text)
-                utility.hand("key", "Return")
-            # Return presses Update and then Quit. It has no effect while a command runs.
-            utility.key_until_gone("Return")
-            self.assertEqual((utility.exit_status(), utility.stderr()), (0, ""))
-            self.assert_installed(members)

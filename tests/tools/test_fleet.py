@@ -45,21 +45,6 @@ class Fleet(unittest.TestCase):
         recap = re.findall(r"^(\w+) +: .*changed=(\d).*failed=(\d)", done.stdout, re.M)
         return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
 
-    def spoil(self):
-        """Changes or removes all members except "well". Returns the content and time that "content" had."""
-        mode, owner, time, content, odd, well = (self.installed / name for name in NAMES)
-        before = content.read_bytes(), content.stat().st_mtime
-        mode.chmod(0o600)
-        os.chown(owner, 1, 0)
-        os.utime(time, (1, 1))
-        content.write_bytes(before[0][::-1])
-        os.utime(content, (before[1],) * 2)
-        odd.unlink()
-        (self.installed / "link").unlink()
-        (self.installed / "link").symlink_to("elsewhere")
-        (self.installed / "null").unlink()
-        return before
-
     def test_valid_update_installs_only_if_something_differs(self):
         failed = {"cut": (0, 1), "fake": (0, 1)}
         said, counts = self.play("--check")
@@ -73,13 +58,15 @@ class Fleet(unittest.TestCase):
         self.assertEqual({file.name for file in self.folder.iterdir()},
                          {"good.gz", "cut.gz", "hosts", "installed", ".ansible"})
         RECORD.unlink()
-        before = self.spoil()
+        before = (self.installed / "content").read_bytes()
+        subprocess.run("chmod 600 mode; chown 1 owner; touch -d @1 time; head -c 10000 /dev/zero >spoilt; "
+                       "touch -r content spoilt; cat spoilt >content; touch -r spoilt content; rm odd* null; "
+                       "ln -sfn elsewhere link", shell=True, check=True, cwd=self.installed)
         said, counts = self.play("-l", "one", "--check")
         self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', said),
                          ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"], said)
         self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
-        content = self.installed / "content"
-        self.assertEqual((content.read_bytes(), content.stat().st_mtime), before)
+        self.assertEqual((self.installed / "content").read_bytes(), before)
         self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
 
     def test_missing_requirements_are_reported(self):
@@ -87,6 +74,4 @@ class Fleet(unittest.TestCase):
         self.assertRegex(said, r"fatal: \[one\].*Not checked.*nowhere")
         self.assertEqual(counts, {"one": (0, 1)})
         (self.folder / "hosts").write_text("one ansible_connection=local\ntwo ansible_connection=local\n")
-        self.assertEqual(re.findall("^fatal.*", self.play()[0], re.M), [
-            'fatal: [one]: FAILED! => {"changed": false, "msg": "Give the update file: -e update_file=FILE. '
-            'It is not set for one, two."}'])
+        self.assertRegex(self.play()[0], r"fatal: \[one\].*Give the update file: .*It is not set for one, two\.")

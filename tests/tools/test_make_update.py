@@ -1,4 +1,4 @@
-"""Refusals and reports of zelto-make-update. tests/desktop/test_made.py installs an update that it made."""
+"""Refusals, archives and reports of zelto-make-update."""
 import hashlib
 import os
 import subprocess
@@ -75,6 +75,14 @@ class MakeUpdate(unittest.TestCase):
         self.assertEqual(done.stdout.split("\n")[:-2],
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
+
+    def test_members_keep_kind_and_mode_but_not_owner(self):
+        done = self.run_in_folder(
+            "cd tree/opt; chmod 4750 a; chmod 600 c; ln -s ./../b relative; mkdir none; chmod 1770 none; cd ../..; "
+            "make >&2; tar -tvPzf update.gz | awk '{ print $1, $2, $6, $8 }'")[0]
+        self.assertEqual([line.strip() for line in done.stdout.splitlines()[1:]], [
+            "-rw-r--r-- 0/0 /b", "-rwsr-x--- 0/0 /opt/a", "-rw------- 0/0 /opt/c", "-rw-r--r-- 0/0 /opt/d",
+            "drwxrwx--T 0/0 /opt/none/", "lrwxrwxrwx 0/0 /opt/relative ./../b"], done)
 
     def test_times_are_those_of_the_files_up_to_source_date_epoch(self):
         done = self.run_in_folder(

@@ -42,9 +42,6 @@ class Account:
             else:
                 trace.unlink(missing_ok=True)
 
-    def use_shell(self, program):
-        run(["usermod", "-s", program, self.name])
-
     def processes(self):
         """The ids of the account's processes. Includes the su and sudo that it started, although these run as root."""
         return {process.pid for process in psutil.process_iter(["uids"]) if self.uid in process.info["uids"]}

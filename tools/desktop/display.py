@@ -61,14 +61,10 @@ class Desktop:
         """The path of the copy of a program."""
         return self._folder / "bin" / name
 
-    def active_title(self):
-        """The title of the active window, as reported by the window manager."""
-        return self.hand("getactivewindow", "getwindowname").removesuffix("\n")
-
-    def hand(self, *arguments, text=None):
+    def hand(self, *arguments):
         """Runs xdotool on this display, for actions that the accessibility driver does not support."""
         return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
-                              input=text, capture_output=True, text=True, timeout=60).stdout
+                              capture_output=True, text=True, timeout=60).stdout
 
     def key_until_gone(self, key):
         """Presses the key repeatedly until the program has no window."""

@@ -35,9 +35,7 @@ class Driver:
         # the default timeout of 800 ms.
         Atspi.set_timeout(LIMIT * 1000, LIMIT * 1000)
         self._scale, self._heard = scale, []
-        with open(os.path.join(os.environ["XDG_RUNTIME_DIR"], "program.stderr"), "wb") as errors:
-            self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL,
-                                             stdout=subprocess.DEVNULL, stderr=errors)
+        self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
 
     def window(self, title, limit=LIMIT):
         """Waits until the window is active. Before that, it may not have been painted."""

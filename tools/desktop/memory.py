@@ -4,12 +4,6 @@ import resource
 from pathlib import Path
 
 
-def can_look():
-    """Returns whether this process has CAP_SYS_PTRACE, which is required to open the memory of another process."""
-    effective, = re.findall(r"^CapEff:\s*(\w+)", Path("/proc/self/status").read_text(), re.M)
-    return bool(int(effective, 16) >> 19 & 1)
-
-
 def copies(pid, pattern):
     """Counts the matches of the pattern in the private writable memory of the process."""
     with open(f"/proc/{pid}/mem", "rb", 0) as memory:

@@ -1,7 +1,6 @@
 """A program on a private virtual desktop, run as any user and driven by requests. Needs root."""
 import contextlib
 import json
-import os
 import socket
 import subprocess
 
@@ -17,15 +16,12 @@ class Session(Desktop):
     def __init__(self, user, program, scale=1, environment={}, **desktop):
         super().__init__(user, program, **desktop)
         self._scale = scale
-        self._environment = environment  # additional variables of the program; None removes a variable
+        self._environment = environment  # additional variables of the program
 
     def __enter__(self):
         super().__enter__()
         with contextlib.ExitStack() as undo:
             undo.push(super().__exit__)
-            self._errors = self._runtime / "program.stderr"
-            self._errors.touch()
-            os.chown(self._errors, self._user.pw_uid, self._user.pw_gid)
             environment = {"PATH": PATH, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
                            "QT_SCALE_FACTOR": str(self._scale)} | self._environment
             # A socket, because the session's services also write to the driver's stdout.
@@ -34,7 +30,7 @@ class Session(Desktop):
                 self._driver = self.launch(
                     ["dbus-run-session", "--", "/usr/bin/python3", "-X", "faulthandler",
                      self._folder / "driver/driver.py", str(far.fileno()), str(self._scale), "/usr/bin/env",
-                     *(f"{name}={value}" for name, value in environment.items() if value is not None),
+                     *(f"{name}={value}" for name, value in environment.items()),
                      self.copy_of(self._program.name)], pass_fds=[far.fileno()])
                 self._link = near.makefile("rw")
             undo.callback(self._end_driver)
@@ -53,10 +49,6 @@ class Session(Desktop):
         """Waits for a condition. A failure reports the texts on the screen."""
         return until(condition, limit, lambda: f"the condition was not met; on the screen: "
                      f"{ {title: self.texts(title) for title in self.windows()} }")
-
-    def stderr(self):
-        """The standard error of the program."""
-        return self._errors.read_text(errors="replace")
 
     def _ask(self, verb, arguments, options):
         try:
