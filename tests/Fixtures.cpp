@@ -75,24 +75,9 @@ void WhenModalPress(const std::string& button, std::string* labels) {
   });
 }
 
-void CloseTwiceWhen(const std::function<bool()>& condition) {
-  Once(condition, [] {
-    auto* top = QApplication::activeWindow();
-    top->close();
-    EXPECT_TRUE(top->isVisible());
-    top->close();
-    EXPECT_FALSE(top->isVisible());
-  });
-}
-
-QWidget* MainWindow() {
+QWidget* TopLevel(const char* title) {
   for (auto* top : QApplication::topLevelWidgets()) {
-    if (top->windowTitle() == "ZELTO Group Update Utility") return top;
+    if (top->windowTitle() == title) return top;
   }
   return nullptr;
-}
-
-QWidget& ControlWidget(QWidget& window, const char* name) {
-  if (auto* widget = window.findChild<QWidget*>(name)) return *widget;
-  throw std::runtime_error("no control of that name");
 }

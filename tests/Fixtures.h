@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "core/App.h"
@@ -17,8 +19,6 @@ class ApplicationFixture {
  public:
   ApplicationFixture();
   ~ApplicationFixture();
-  ApplicationFixture(const ApplicationFixture&) = delete;
-  ApplicationFixture& operator=(const ApplicationFixture&) = delete;
 };
 
 // Runs the event loop until the condition is true. Fails the test after 20 seconds.
@@ -31,13 +31,15 @@ QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
 
-// Closes the active window twice when the condition becomes true. Expects that the first request is
-// refused.
-void CloseTwiceWhen(const std::function<bool()>& condition);
-
-QWidget* MainWindow();
+constexpr const char* MainTitle = "ZELTO Group Update Utility";
+// The window with this title, or null.
+QWidget* TopLevel(const char* title);
 // The widget of the control with this name. Throws if there is none.
-QWidget& ControlWidget(QWidget& window, const char* name);
+template <class T = QWidget>
+T& ControlWidget(QWidget& window, const char* name) {
+  if (auto* widget = window.findChild<T*>(name)) return *widget;
+  throw std::runtime_error("no control of that name");
+}
 
 // The main window, shown at once.
 class OpenedWindow1 : public zelto::Window1 {
@@ -53,7 +55,8 @@ class WindowTest : public testing::Test {
     zelto::Globals::User = "zt";
     zelto::Globals::Passwd = "secret";
     mWindow->Constructor();
-    mTop = MainWindow();
+    mTop = TopLevel(MainTitle);
+    mLine = &ControlWidget<QLineEdit>(*mTop, "EditField1");
     Until([this] { return mTop->isActiveWindow(); });
   }
 
@@ -65,6 +68,7 @@ class WindowTest : public testing::Test {
   StubPrograms mStubs;
   zelto::Ref<W> mWindow;
   QWidget* mTop;
+  QLineEdit* mLine;  // the field of the path
 };
 
 // A fixture for tests that extract the record.

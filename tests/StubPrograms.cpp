@@ -93,14 +93,6 @@ bool RemoveRecord() {
   return !error;
 }
 
-long Resident() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("RssAnon:")) return std::stol(line.substr(8)) * 1024;
-  }
-  return 0;
-}
-
 zelto::Ref<zelto::Shell> NewShell() {
   zelto::PublishShell();
   zelto::InitPluginEntrypoints();

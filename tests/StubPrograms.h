@@ -15,8 +15,6 @@ class StubPrograms {
  public:
   StubPrograms();
   ~StubPrograms();
-  StubPrograms(const StubPrograms&) = delete;
-  StubPrograms& operator=(const StubPrograms&) = delete;
 
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
@@ -44,9 +42,6 @@ inline const std::string GoodRecord =
 
 // Removes the entry at the record's path. Returns false if this user may not.
 bool RemoveRecord();
-
-// The anonymous resident memory of this process in bytes.
-long Resident();
 
 zelto::Ref<zelto::Shell> NewShell();
 

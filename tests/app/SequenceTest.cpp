@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QTest>
 #include <csignal>
+#include <optional>
 
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
@@ -20,6 +21,21 @@ Int32 RunProgram() {
   Main();
   finalize();
   return RuntimeExit();
+}
+
+// Runs the program, with this action of the user on the dialog. Closes the main window when it is
+// shown, and returns its position. Returns nothing if it was not shown.
+std::optional<QPoint> MainWindowPosition(const std::function<void(QWidget& dialog)>& action) {
+  RuntimeInit();
+  WhenModal(action);
+  std::optional<QPoint> position;
+  Once([] { return TopLevel(MainTitle)->isVisible(); },
+       [&] {
+         position = TopLevel(MainTitle)->geometry().topLeft();
+         TopLevel(MainTitle)->close();
+       });
+  EXPECT_EQ(RunProgram(), 0);
+  return position;
 }
 
 }  // namespace
@@ -44,48 +60,26 @@ TEST(Sequence, LostDisplayEndsTheProgramWithTheToolkitsStatus) {
 }
 
 TEST(Sequence, MainWindowIsNotShownAfterCancel) {
-  using Refusal = void (*)(QWidget&);
-  const Refusal refusals[] = {
-      [](QWidget& dialog) {
-        dynamic_cast<QAbstractButton&>(ControlWidget(dialog, "PushButton2")).click();
-      },
-      [](QWidget& dialog) { dialog.close(); },
-      [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }};
-  for (const auto& refuse : refusals) {
-    RuntimeInit();
-    bool wasShown = false;
-    const auto watch = Once([] { return MainWindow()->isVisible(); },
-                            [&] {
-                              wasShown = true;
-                              MainWindow()->close();
-                            });
-    WhenModal(refuse);
-    EXPECT_EQ(RunProgram(), 0);
-    EXPECT_FALSE(wasShown);
-  }
+  const auto cancel = [](QWidget& dialog) {
+    ControlWidget<QAbstractButton>(dialog, "PushButton2").click();
+  };
+  EXPECT_FALSE(MainWindowPosition(cancel));
+  EXPECT_FALSE(MainWindowPosition([](QWidget& dialog) { dialog.close(); }));
+  EXPECT_FALSE(
+      MainWindowPosition([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
 }
 
 TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   const StubPrograms programs;
   std::signal(SIGCHLD, SIG_IGN);  // as if inherited from a parent process
-  RuntimeInit();
-  WhenModal([](QWidget& dialog) {
-    dynamic_cast<QLineEdit&>(ControlWidget(dialog, "authuser")).setText("zt");
-    dynamic_cast<QLineEdit&>(ControlWidget(dialog, "passwd")).setText("secret");
+  QSize screen;
+  const auto position = MainWindowPosition([&](QWidget& dialog) {
+    screen = dialog.screen()->size();
+    ControlWidget<QLineEdit>(dialog, "authuser").setText("zt");
+    ControlWidget<QLineEdit>(dialog, "passwd").setText("secret");
     WhenModalPress("Authenticate");
   });
-  const QSize screen = QGuiApplication::primaryScreen()->size();
-  QPoint place;
-  bool wasShown = false;
-  Once([] { return MainWindow()->isVisible(); },
-       [&] {
-         wasShown = true;
-         place = MainWindow()->geometry().topLeft();
-         MainWindow()->close();
-       });
-  EXPECT_EQ(RunProgram(), 0);
-  EXPECT_TRUE(wasShown);
-  EXPECT_EQ(place, QPoint((screen.width() - 488) / 2, (screen.height() - 298) / 3));
+  EXPECT_EQ(position, QPoint((screen.width() - 488) / 2, (screen.height() - 298) / 3));
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_FALSE(FileTypes1::gzipTarFile());
 }

@@ -43,7 +43,6 @@ TEST(FailureReason, NamesTheCauseThatAUserCanRemedy) {
        "(administrator enforced).\nCurrent password: su: Authentication token manipulation error\n",
        "The password of this account has expired. Change it with passwd first."},
       {"sh: 2: su: not found\n", "The program su is missing.", 127},
-      {"sh: 1: sudo: not found\nsh: 2: su: not found\n", "The program su is missing.", 127},
       {"sh: 1: sudo: not found\nbash: line 1: sudo: command not found\n",
        "The program sudo is missing.", 127},
       {"sh: 1: sudo: not found\nsu: Authentication failure\n", notAccepted},

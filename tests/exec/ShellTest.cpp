@@ -2,6 +2,8 @@
 #include <signal.h>
 #include <stdlib.h>
 
+#include <tuple>
+
 #include "platform/runtime/Wait.h"
 #include "tests/StubPrograms.h"
 
@@ -31,14 +33,14 @@ TEST_F(ShellTest, BlocksInMode0AndKeepsTheLastStatus) {
 
 TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   mShell->Mode(2);
-  mShell->Execute({mStubs.Blocker() + "; echo one; exit 1"});
+  mShell->Execute({mStubs.Blocker() + "; head -c 9999999 /dev/zero; echo one; exit 1"});
   mShell->Execute({"echo two; exit 2"});
   mShell->Execute({"echo three; exit 4"});
   EXPECT_TRUE(mShell->IsRunning());
   mStubs.Release();
   while (mShell->IsRunning()) RuntimeAwait(-1, 2);
   EXPECT_EQ(mShell->ErrorCode(), 4);
-  EXPECT_EQ(Bytes(mShell->ReadAll()), "one\ntwo\nthree\n");
+  EXPECT_EQ(Bytes(mShell->ReadAll()), std::string(9'999'999, '\0') + "one\ntwo\nthree\n");
 }
 
 TEST_F(ShellTest, ReturnsOutputBeforeErrorsWithoutPrompts) {
@@ -59,35 +61,30 @@ TEST_F(ShellTest, ReturnsOutputBeforeErrorsWithoutPrompts) {
 TEST_F(ShellTest, RecordIsReadWhateverSuPrints) {
   if (!RemoveRecord()) GTEST_SKIP() << "the record in /tmp belongs to another user";
   const std::string update = mStubs.Update("u.gz", GoodRecord);
-  const std::string oneLine = "echo Your password expires soon.";
-  const std::string differentLine = "echo Call $(wc -c <" + mStubs.Path("su.calls") + ").";
-  const std::string ownPath = "PATH=" + mStubs.Path("bin") + ":/bin; ";
-  const struct {
-    std::string Before;  // precedes the command
-    std::string After;
-    bool IsFound = true;  // whether the front end is used
-  } cases[] = {{":", ":"},
-               {oneLine, oneLine},
-               {oneLine + "; " + oneLine, ":"},
-               {differentLine, differentLine},
-               {oneLine, ":", false},
-               {differentLine, ":", false}};
+  const std::string record = "/tmp/.KVX.Content\n" + GoodRecord;
+  const std::string installed = "/tmp/.KVX.Content\n" + mStubs.Path("installed/member\n");
+  const std::string same = "echo Your password expires soon.";
+  const std::string different = "echo Call $(wc -c <" + mStubs.Path("su.calls") + ").";
+  // What `su` prints before and after the command, and whether the front end is found.
+  const std::tuple<std::string, std::string, bool> cases[] = {{":", ":", true},
+                                                              {same, same, true},
+                                                              {same + ";" + same, ":", true},
+                                                              {different, different, true},
+                                                              {same, ":", false},
+                                                              {different, ":", false}};
   for (const auto& [before, after, isFound] : cases) {
-    mStubs.Script("su", "read -r password; " + before + "; " + (isFound ? "" : ownPath) +
+    mStubs.Script("su", "read -r password; " + before + "; " +
+                            (isFound ? "" : "PATH=" + mStubs.Path("bin") + ":/bin; ") +
                             "sh -c \"$3\"; status=$?; " + after + "; exit $status");
     const auto shell = NewShell();
     shell->Execute(CredentialCheck("secret", "zt"));
     shell->Execute(MemberExtract("secret", "zt", update));
     shell->Execute(MemberRead("secret", "zt", GoodRecord.size()));
     shell->Execute(FullExtract("secret", "zt", update));
-    const std::string record = "/tmp/.KVX.Content\n" + GoodRecord;
-    const std::string installed = "/tmp/.KVX.Content\n" + mStubs.Path("installed/member\n");
     const std::string text = Bytes(shell->ReadAll());
-    EXPECT_EQ(text.substr(0, record.size()), record) << before;
-    if (isFound || before == oneLine) {
-      EXPECT_EQ(text.substr(record.size()), installed) << before;
-    }
-    EXPECT_EQ(text.substr(text.size() - installed.size()), installed) << before;
+    EXPECT_TRUE(text.starts_with(record)) << before << text;
+    EXPECT_TRUE(text.ends_with(installed)) << before << text;
+    EXPECT_TRUE(text == record + installed || (!isFound && before == different)) << before << text;
   }
   RemoveRecord();
 }
@@ -111,6 +108,24 @@ TEST_F(ShellTest, PassesOnlyTheDocumentedEnvironment) {
   EXPECT_EQ(text.find("TAR_OPTIONS"), std::string::npos);
   unsetenv("TAR_OPTIONS");
   EXPECT_EQ(mShell->ErrorCode(), 128 + SIGINT);
+}
+
+TEST_F(ShellTest, MissingProgramIsReported) {
+  const std::string update = mStubs.Update("u.tar.gz", GoodRecord);
+  for (const std::string missing : {"sh", "su", "sudo", "tar"}) {
+    const std::string folder = mStubs.Path("without-" + missing);
+    std::filesystem::create_directory(folder);
+    for (const std::string name : {"sh", "su", "sudo", "tar", "cat", "printenv", "gzip"}) {
+      const std::string from = name.starts_with("su") ? mStubs.Path("bin/") : "/bin/";
+      if (name != missing) std::filesystem::create_symlink(from + name, folder + "/" + name);
+    }
+    setenv("PATH", folder.c_str(), 1);
+    const auto shell = NewShell();
+    shell->Execute(FullExtract("secret", "zt", update));
+    EXPECT_NE(shell->ErrorCode(), 0) << missing;
+    const std::string reason = missing == "sh" ? "No such file" : "not found";
+    EXPECT_NE(Bytes(shell->ReadAll()).find(reason), std::string::npos) << missing;
+  }
 }
 
 // No other process can find the password in `sh`, in `sudo`, or in the front end while its command

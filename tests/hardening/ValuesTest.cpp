@@ -30,15 +30,9 @@ class RecordingStubs : public StubPrograms {
 
 std::string RandomValue(std::mt19937& random) {
   // Shell refuses NUL and newline. 036 is a separator of the stubs.
-  static const std::vector<std::string> parts{
-      "'",    "\"", " ", "$", "\\", "`", ";", "|",  "&",    "(",    ")",  "<",  ">",  "!",   "*",
-      "?",    "[",  "]", "{", "}",  "~", "#", "\t", "\x01", "\x7F", "\r", "ä",  "€",  "😀",   "\xFF",
-      "\xC3", "=",  "-", ":", "/",  "a", "n", "0",  "%",    "^",    ",",  "$(", "${", "\\n", "--"};
-  std::uniform_int_distribution<std::size_t> part(0, parts.size() - 1);
-  std::string value;
-  for (auto length = std::uniform_int_distribution(1, 24)(random); length > 0; --length) {
-    value += parts[part(random)];
-  }
+  static const std::string bytes = "'\" $\\`;|&()<>!*?[]{}~#\t\x01\x7F\rä€😀\xFF=-:/an0%^,";
+  std::string value(1 + random() % 24, ' ');
+  for (char& byte : value) byte = bytes[random() % bytes.size()];
   return value;
 }
 
@@ -71,16 +65,14 @@ TEST(Hardening, ValuesReachTheProgramsUnchanged) {
 
 TEST(Hardening, ValuesWithNulOrNewlineStartNothing) {
   const RecordingStubs stubs;
-  std::mt19937 random(7);
-  for (int i = 0; i < Cases(50, 1000); ++i) {
-    auto value = RandomValue(random);
-    value.insert(random() % (value.size() + 1), 1, i % 2 ? '\n' : '\0');
+  using namespace std::string_literals;
+  for (const auto& value : {"\n"s, "a\nb"s, "\0"s, "a\0b"s}) {
     for (const auto& line : {CredentialCheck(value, "zt"), CredentialCheck("secret", value),
                              MemberExtract("secret", "zt", value), ListingTest(value)}) {
       const auto shell = NewShell();
       shell->Execute(line);
       EXPECT_NE(shell->ErrorCode(), 0) << value;
     }
-    EXPECT_TRUE(stubs.Calls("su").empty() && stubs.Calls("tar").empty()) << value;
   }
+  EXPECT_TRUE(stubs.Calls("su").empty() && stubs.Calls("tar").empty());
 }
