@@ -111,7 +111,7 @@ TEST_F(PresentationTest, MenuItemsAreEnabledAndTakeEffectWhenTheyApply) {
 }
 
 TEST_F(PresentationTest, AboutShowsTheVersionAndClosesOnMouseReleaseOrEscape) {
-  const auto show = [&](const std::function<void(QWidget & about)>& close) {
+  const auto show = [&](const std::function<void(QWidget&)>& close) {
     WhenModal(close);
     Item("About ZELTO Group Update Utility")->trigger();
     EXPECT_FALSE(GetImplicitWindow("WAbout.WAbout"));
