@@ -37,7 +37,8 @@ Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   ThrowIfQuitting();
   if (!isChosen) return nullptr;
   lastFolder = dialog.directory().absolutePath();
-  return FolderItem::At(FromQString(dialog.selectedFiles().constFirst()));
+  const auto files = dialog.selectedFiles();  // may be empty if the file was just made unreadable
+  return files.isEmpty() ? nullptr : FolderItem::At(FromQString(files.constFirst()));
 }
 
 }  // namespace zelto
