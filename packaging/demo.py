@@ -1,5 +1,5 @@
 """Installs an update with the utility of the package that is installed in the root directory ROOT:
-play.py ROOT PICTURES_DIR (as root). ROOT and this process must share /tmp."""
+demo.py ROOT PICTURES_DIR (as root). ROOT and this process must share /tmp."""
 import contextlib
 import secrets
 import shlex
