@@ -162,6 +162,11 @@ void InvokeHandler(const std::function<void()>& function) {
   }
 }
 
+void InvokeHandler(Object& object, const std::function<void()>& function) {
+  const Ref alive(&object);
+  InvokeHandler(function);
+}
+
 // An inner handler that runs during the wait of an outer one counts as waiting too.
 bool HandlerWaits() {
   for (const auto* frame = State().InnermostFrame; frame; frame = frame->Outer) {

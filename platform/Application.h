@@ -65,6 +65,8 @@ Ref<class Screen> Screen(Int32 index);
 // Calls a handler of the program from the toolkit. Throws nothing. An exception of another type
 // than RuntimeException ends the loops, and RuntimeRun rethrows it.
 void InvokeHandler(const std::function<void()>& function);
+// The same for a handler of the object. The handler can close it: the object lives until the end.
+void InvokeHandler(Object& object, const std::function<void()>& function);
 
 // True if a handler waits, unless a dialog of an inner handler accepts input.
 bool HandlerWaits();

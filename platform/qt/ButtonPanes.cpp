@@ -64,10 +64,8 @@ class ButtonPane : public WidgetPane<Model, Button> {
  public:
   ButtonPane(Model& model, TopLevel& top)
       : WidgetPane<Model, Button>(model, new Button(&top.Content())), mTop(top) {
-    QObject::connect(this->mWidget, &QAbstractButton::clicked, this->mWidget, [control = &model] {
-      if (HandlerWaits()) return;
-      const Ref<Model> alive(control);
-      InvokeHandler([&] { alive->Raise("Action"); });
+    QObject::connect(this->mWidget, &QAbstractButton::clicked, this->mWidget, [&model] {
+      if (!HandlerWaits()) InvokeHandler(model, [&] { model.Raise("Action"); });
     });
     mTop.AddToTabOrder(*this->mWidget, model.Properties().TabIndex);
     ButtonPane::Update();

@@ -31,15 +31,13 @@ class CanvasWidget : public QWidget {
   }
 
   void mousePressEvent(QMouseEvent* event) override {
-    const Ref<Canvas> alive(&mCanvas);
     bool isClaimed = false;
-    InvokeHandler([&] { isClaimed = alive->Raise("MouseDown", Place(*event)); });
+    InvokeHandler(mCanvas, [&] { isClaimed = mCanvas.Raise("MouseDown", Place(*event)); });
     event->setAccepted(isClaimed);
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
-    const Ref<Canvas> alive(&mCanvas);
-    InvokeHandler([&] { alive->Raise("MouseUp", Place(*event)); });
+    InvokeHandler(mCanvas, [&] { mCanvas.Raise("MouseUp", Place(*event)); });
   }
 
  private:

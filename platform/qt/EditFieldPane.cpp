@@ -18,11 +18,12 @@ namespace zelto {
 
 namespace {
 
-// Makes a widget accept drops of files that match the filter and refuse all other files.
+// Makes a widget accept drops of files that match the filter and refuse all other files. After its
+// end it delivers nothing.
 class FileDrops : public QObject {
  public:
   FileDrops(EditField& field, QWidget* widget, String filter)
-      : QObject(widget), mField(field), mFilter(std::move(filter)) {
+      : mField(field), mFilter(std::move(filter)) {
     widget->setAcceptDrops(true);
     widget->installEventFilter(this);
   }
@@ -55,10 +56,10 @@ class FileDrops : public QObject {
 
   void Deliver(const String& path) {
     if (HandlerWaits()) return;
-    InvokeHandler([&, alive = Ref<EditField>(&mField)] {
+    InvokeHandler(mField, [&] {
       const auto drag = RuntimeNewObject<DragItem>();
       drag->FolderItem(FolderItem::At(path));
-      alive->Raise("DropObject", {Ref<Object>(drag), Int32(0)});
+      mField.Raise("DropObject", {Ref<Object>(drag), Int32(0)});
     });
   }
 
@@ -132,7 +133,7 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
   }
 
   void AcceptFileDrop(const String& type) override {
-    new FileDrops(mModel, mArea ? mArea->viewport() : mWidget.data(), type);
+    mDrops = std::make_unique<FileDrops>(mModel, mArea ? mArea->viewport() : mWidget.data(), type);
   }
 
  private:
@@ -218,12 +219,13 @@ class EditFieldPaneImp : public WidgetPane<EditField, QWidget, EditFieldPane> {
     if (IsPassword()) ForgetHistory();
     if (mLine && !IsPassword()) StripNewlines();
     mBefore = ShownText();
-    InvokeHandler([alive = Ref<EditField>(&mModel)] { alive->Raise("TextChange"); });
+    InvokeHandler(mModel, [this] { mModel.Raise("TextChange"); });
   }
 
   QPointer<LineEdit> mLine;
   QPointer<AreaEdit> mArea;
   QPointer<Balloon> mBalloon;
+  std::unique_ptr<FileDrops> mDrops;
   String mWritten;  // the last text that the program wrote
   QString mShown;   // the displayed form of mWritten
   QString mBefore;  // the displayed text before a change

@@ -31,8 +31,8 @@ void RunCommand(Window& window, const MenuItem& item) {
 void ConnectItem(Window& window, const Ref<MenuItem>& item, QAction& action, QObject& context) {
   QObject::connect(&action, &QAction::triggered, &context, [&window, item] {
     if (HandlerWaits()) return;
-    InvokeHandler([alive = Ref<Window>(&window), item] {
-      if (!item->Event_Action()) RunCommand(*alive, *item);
+    InvokeHandler(window, [&window, item] {
+      if (!item->Event_Action()) RunCommand(window, *item);
     });
   });
 }
@@ -77,7 +77,7 @@ QMenuBar* NewMenuBar(Window& window, const Ref<MenuBar>& bar, QObject& context) 
     for (const auto& item : menu->Items()) AddItem(window, *menus.back().second, item, context);
   }
   FollowEditing(context, [&window, menus] {
-    InvokeHandler([&] {
+    InvokeHandler(window, [&] {
       for (const auto& [menu, menuWidget] : menus) EnableActions(window, menu, *menuWidget);
     });
   });

@@ -11,7 +11,7 @@ class QtTimerImp : public TimerImp {
  public:
   explicit QtTimerImp(Timer& timer) {
     QObject::connect(&mTimer, &QTimer::timeout, &mTimer,
-                     [&timer] { InvokeHandler([alive = Ref<Timer>(&timer)] { alive->Fire(); }); });
+                     [&timer] { InvokeHandler(timer, [&] { timer.Fire(); }); });
   }
 
   void Start(Int32 milliseconds, bool repeated) override {

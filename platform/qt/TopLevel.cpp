@@ -45,9 +45,9 @@ void TopLevel::closeEvent(QCloseEvent* event) {
   if (!mWindow) return;
   const bool isWaiting = HandlerWaits();
   if (!AllowClose()) return;
-  InvokeHandler([=, window = Ref<Window>(mWindow)] {
-    window->Close();
-    if (isWaiting && window->IsClosed())
+  InvokeHandler(*mWindow, [isWaiting, &window = *mWindow] {
+    window.Close();
+    if (isWaiting && window.IsClosed())
       Quit(0);  // the handler that waits must not go on without its window
   });
 }
@@ -79,8 +79,8 @@ bool TopLevel::Press(const Button& button) {
 void TopLevel::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (!mWindow || event->type() != QEvent::ActivationChange) return;
-  InvokeHandler([this, window = Ref<Window>(mWindow)] {
-    isActiveWindow() ? window->CallActivated() : window->CallDeactivated();
+  InvokeHandler(*mWindow, [this] {
+    isActiveWindow() ? mWindow->CallActivated() : mWindow->CallDeactivated();
   });
 }
 

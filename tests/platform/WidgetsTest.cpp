@@ -125,6 +125,13 @@ TEST_F(WidgetsTest, OnlyRegisteredFileTypesCanBeDropped) {
   EXPECT_EQ(mWindow->Log, "Drop /x/a.tar.gz Drop /x/\xC3\xA4 b.TGZ ");
 }
 
+TEST_F(WidgetsTest, ADropEndsWithItsWindow) {
+  Drop("file:///x/a.tar.gz");
+  InvokeHandler([&] { mWindow->Close(); });
+  QApplication::processEvents();
+  EXPECT_EQ(mWindow->Log, "");
+}
+
 TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
   mWindow->pbUpdate()->Enabled(true);
   auto& button = ControlWidget<QAbstractButton>(*mTop, "pbUpdate");
