@@ -1,10 +1,14 @@
 """The playbook, with this machine as each of its hosts."""
+import gzip
 import hashlib
+import io
 import os
 import re
 import shutil
 import subprocess
+import tarfile
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -12,7 +16,8 @@ from desktop.updates import make_update
 
 TOP = Path(__file__).resolve().parents[2]
 RECORD = Path("/tmp/.KVX.Content")
-NAMES = "mode", "owner", "time", "content", "odd\udcfc\n", "well"
+NAMES = "mode", "owner", "time", "content", "odd\udcfc\n", "well", *(f"z{number}" for number in range(20))
+GUIDE = re.sub(r" \\\n *", " ", (TOP / "docs/fleet.md").read_text())
 
 
 class Fleet(unittest.TestCase):
@@ -22,56 +27,135 @@ class Fleet(unittest.TestCase):
         if os.getuid() != 0:
             self.skipTest("needs root to change owners")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
-        self.installed = self.folder / "installed"
+        self.installed, self.update, self.backup = (self.folder / name for name in ("installed", "good.gz", "backup"))
+        shutil.rmtree(RECORD, ignore_errors=True)
         RECORD.unlink(missing_ok=True)
-        self.addCleanup(RECORD.unlink, missing_ok=True)
+        self.addCleanup(shutil.rmtree, RECORD, ignore_errors=True)
         members = {f"{self.installed}/{name}": (os.urandom(10_000), 0o640) for name in NAMES}
         members |= {f"{self.installed}/link": ("target", "link"), f"{self.installed}/null": ("", "device")}
-        for name in "good", "cut":
-            make_update(self.folder / f"{name}.gz", "P", members=members)
-        os.truncate(self.folder / "cut.gz", 5000)
-        self.sha256 = hashlib.sha256((self.folder / "good.gz").read_bytes()).hexdigest()
-        (self.folder / "hosts").write_text(
-            f"one update_sha256={self.sha256.upper()}\ntwo\ncut update_file=cut.gz\nfake update_sha256={'f' * 64}\n"
-            "[all:vars]\nansible_connection=local\nupdate_file=good.gz\nansible_become=false\n")
+        make_update(self.update, "P", members=members)
+        (self.folder / "cut.gz").write_bytes(self.update.read_bytes()[:5000])
+        self.hosts("one update_sha256=" + hashlib.sha256(self.update.read_bytes()).hexdigest().upper(), "two")
 
-    def play(self, *words):
-        """Returns the output, and (changed, failed) for each host."""
-        here = {"HOME": str(self.folder), "TMPDIR": str(self.folder), "PWD": str(self.folder),
-                "ANSIBLE_REMOTE_TMP": str(self.folder / ".ansible/tmp"), "ANSIBLE_NOCOLOR": "1",
-                "PATH": f"{TOP}/tools:{os.environ['PATH']}"}
-        done = subprocess.run(["ansible-playbook", "-i", "hosts", "-f", "1", TOP / "fleet/install-update.yml", *words],
-                              cwd=self.folder, env=os.environ | here, capture_output=True, text=True)
-        recap = re.findall(r"^(\w+) +: .*changed=(\d).*failed=(\d)", done.stdout, re.M)
-        return done.stdout + done.stderr, {host: (int(changed), int(failed)) for host, changed, failed in recap}
+    def hosts(self, *lines, become="ansible_become=false"):
+        (self.folder / "hosts").write_text("\n".join([*lines, "[all:vars]", "ansible_connection=local", become,
+                                                      f"update_file={self.update}"]) + "\n")
 
-    def test_valid_update_installs_only_if_something_differs(self):
-        failed = {"cut": (0, 1), "fake": (0, 1)}
-        said, counts = self.play("--check")
-        self.assertEqual(counts, {"one": (1, 0), "two": (1, 0)} | failed, said)
-        self.assertRegex(said, r'ok: \[\w+\] => .*\s+"msg": \[\s+"\S+/good.gz",\s+"Product: P"')
-        self.assertRegex(said, r"fatal: \[cut\].*Invalid Update File.*cut.gz.*unexpected end of file")
-        self.assertRegex(said, rf"fatal: \[fake\].*good.gz: its SHA-256 is {self.sha256}, not ff")
-        self.assertFalse(self.installed.exists() or RECORD.exists())
-        said, counts = self.play()
-        self.assertEqual(counts, {"one": (1, 0), "two": (1, 0)} | failed, said)
-        self.assertEqual({file.name for file in self.folder.iterdir()},
-                         {"good.gz", "cut.gz", "hosts", "installed", ".ansible"})
-        RECORD.unlink()
+    def play(self, *words, command=("ansible-playbook", TOP / "fleet/install-update.yml"), before=""):
+        """Returns the output. before: shell commands in the same process."""
+        here = {"HOME": str(self.folder), "ANSIBLE_NOCOLOR": "1", "PATH": f"{TOP}/tools:{os.environ['PATH']}",
+                "ANSIBLE_REMOTE_TMP": str(self.folder / "remote"), "LC_ALL": "C.UTF-8"}
+        done = subprocess.run(["sh", "-ec", before + '\nexec "$@"', "sh", *command, "-i", "hosts", "-f", "1", *words], cwd=self.folder, timeout=120,
+                              env=os.environ | here, stdin=subprocess.DEVNULL, capture_output=True, text=True)
+        return done.stderr + done.stdout
+
+    def assert_summary(self, said, *lines):
+        self.assertEqual(re.split(r"\nUPDATE SUMMARY \**\n", said)[-1].splitlines(), list(lines), said)
+
+    def test_installs_only_if_something_differs(self):
+        said = self.play("--check")
+        self.assert_summary(said, "to be changed: 2: one, two")
+        self.assertRegex(said, r'ok: \[one\] => .*\s+"msg": \[\s+"\S+/good.gz",\s+"Product: P"')
+        self.assertRegex(said, r'"28 paths",\n +"\S+/content",\n(?: +"\S+",?\n){19} +\]')
+        self.assertFalse(self.installed.exists())
+        RECORD.mkdir()
+        (RECORD / "planted").touch()
+        self.addCleanup(os.umask, os.umask(0o027))
+        self.assert_summary(self.play(), "installed: 1: one", "already equal: 1: two")
+        self.assertEqual(self.installed.stat().st_mode & 0o777, 0o755)
+        self.assertEqual(list((self.folder / "remote").iterdir()), [])
         before = (self.installed / "content").read_bytes()
         subprocess.run("chmod 600 mode; chown 1 owner; touch -d @1 time; head -c 10000 /dev/zero >spoilt; "
                        "touch -r content spoilt; cat spoilt >content; touch -r spoilt content; rm odd* null; "
                        "ln -sfn elsewhere link", shell=True, check=True, cwd=self.installed)
-        said, counts = self.play("-l", "one", "--check")
+        said = self.play("-l", "one", "--check")
         self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', said),
                          ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"], said)
-        self.assertEqual(self.play("-l", "one")[1], {"one": (1, 0)})
+        self.assert_summary(self.play("-l", "one"), "installed: 1: one")
         self.assertEqual((self.installed / "content").read_bytes(), before)
-        self.assertEqual(self.play("-l", "one")[1], {"one": (0, 0)})
 
-    def test_missing_requirements_are_reported(self):
-        said, counts = self.play("-l", "one", "-e", "zelto_make_update=/nowhere")
-        self.assertRegex(said, r"fatal: \[one\].*Not checked.*nowhere")
-        self.assertEqual(counts, {"one": (0, 1)})
-        (self.folder / "hosts").write_text("one ansible_connection=local\ntwo ansible_connection=local\n")
-        self.assertRegex(self.play()[0], r"fatal: \[one\].*Give the update file: .*It is not set for one, two\.")
+    def test_nothing_is_copied_if_a_file_or_a_variable_is_refused(self):
+        update_file, other = f"update_file={self.folder}", self.folder / "other.gz"
+        huge = tarfile.TarInfo("/huge")
+        huge.size, huge.type = 600 << 20, tarfile.GNUTYPE_LONGNAME
+        with gzip.open(other, "w", 1) as packed:
+            packed.write(huge.tobuf())
+            for _ in range(600):
+                packed.write(bytes(1 << 20))
+        for words, reason in [
+                (["-e", "update_file=good.gz"], "Give the absolute path .* not set for one, two"),
+                (["-e", "batch=abc"], "Give batch as"), (["-e", "copies=abc"], "copies, max_failures and wait as numbers"),
+                (["-e", "backup=here"], "backup as an absolute path"),
+                (["-e", f"{update_file}/cut.gz"], "Invalid Update File.*cut.gz.*unexpected end of file"),
+                (["-e", f"{update_file}/other.gz", "-e", "zelto_make_update=true", "-l", "two"], "cannot be listed"),
+                (["-e", "zelto_make_update=/nowhere"], "Not checked.*nowhere.*No such file"),
+                (["-e", f"update_sha256={'f' * 64}"], "good.gz: its SHA-256 is .*, not ff")]:
+            with self.subTest(words):
+                self.hosts("one", "two", become="ansible_become=true ansible_become_exe=/nowhere")
+                said = self.play(*words)
+                self.assertEqual(len(re.findall(rf'^(?:fatal|failed): .*"msg": .*{reason}', said, re.M)), 1, said)
+                self.assertRegex(said, rf"SUMMARY \**\nfailed: 1 \(.*{reason}")
+                self.assertNotIn("Install the update", said)
+
+    def test_machine_fails_with_its_reason(self):
+        evil = self.folder / "evil.gz"
+        make_update(evil, members={f"{self.installed}/evil": (b"", 0o644)})
+        (self.folder / "bin").mkdir()
+        stub = self.folder / "bin/tar"
+        use_stub = f"PATH={stub.parent}:$PATH; chmod +x {stub}; export VERSION="
+        stub.write_text(f'#!/bin/sh\n[ "$1" != --version ] || eval "$VERSION"\nexec {shutil.which("tar")} "$@"\n')
+        for before, words, reason in [
+                (f"{use_stub}'cp {evil} {self.update}'", [], "The copied file is not the one that was checked"),
+                ("exec 9>/run/zelto-update.lock; flock 9", ["-e", "wait=1"], "Another installation has held .* 1 seconds"),
+                (f"{use_stub}'echo BusyBox; exit'", [], "The machine needs GNU tar and gzip")]:
+            with self.subTest(reason):
+                original = self.update.read_bytes()
+                said = self.play("-e", "batch=1", *words, before=before)
+                self.update.write_bytes(original)
+                self.assertRegex(said, rf"(?s)SUMMARY.*\nfailed: 1 \({reason}\): one\nnot started: 1: two\n\Z")
+
+    def test_space_is_compared_before_the_copy(self):
+        self.installed.mkdir()
+        if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k", "tmpfs", self.installed]).returncode:
+            self.skipTest("needs the right to mount")
+        self.addCleanup(subprocess.run, ["umount", self.installed])
+        self.assertIn(f"failed: 1 (The file system of {self.installed} needs 260000 bytes, but only 65536 are free): one",
+                      self.play("-l", "one", "--check"))
+
+    def test_members_are_those_of_tar(self):
+        member = tarfile.TarInfo(f"{self.installed}/second")
+        with gzip.open(self.update) as packed:
+            content = packed.read()
+        with gzip.open(self.update, "w") as packed, tarfile.open(fileobj=io.BytesIO(content)) as archive:
+            end = max(each.offset_data + (each.size + 511) // 512 * 512 for each in archive)
+            packed.write(content[:end])
+        with gzip.open(self.update, "a") as packed:
+            packed.write(member.tobuf() + bytes(1024))
+        self.hosts("one")
+        self.assertIn('"29 paths"', self.play("--check"))
+
+    def test_leftovers_of_interrupted_runs_are_removed(self):
+        copies = [self.folder / f"remote/ansible-tmp-{name}/zelto-update.tar.gz" for name in ("old", "open", "new")]
+        for copy in copies:
+            copy.parent.mkdir(parents=True)
+            copy.touch()
+            os.utime(copy, (0, 0) if copy != copies[2] else None)
+        with copies[1].open():
+            os.utime(copies[2], (time.time() + 60,) * 2)
+            self.play("-l", "one")
+        self.assertEqual([copy.parent.exists() for copy in copies], [False, True, True])
+
+    def test_guide_says_how_to_go_back(self):
+        self.hosts("one")
+        self.installed.mkdir()
+        old = self.installed / "content"
+        old.write_text("old")
+        old.chmod(0o600)
+        self.play("-e", f"backup={self.backup}")
+        self.assertNotEqual(old.read_bytes(), b"old")
+        self.assertEqual((self.backup / "before.tar.gz").stat().st_mode & 0o777, 0o600)
+        command = re.search(r"-a '(cd /var/backups/sample .*)'", GUIDE)[1].replace("/var/backups/sample", str(self.backup))
+        said = self.play("-m", "ansible.builtin.shell", "-a", command, "one", command=["ansible"])
+        self.assertIn("rc=0", said)
+        self.assertEqual((old.read_text(), old.stat().st_mode & 0o777), ("old", 0o600))
+        self.assertEqual((list(self.installed.iterdir()), self.backup.exists()), ([old], False))
