@@ -6,6 +6,7 @@
 #include "core/FileTypes1.h"
 #include "core/Globals.h"
 #include "exec/Shell.h"
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/Plugins.h"
 #include "ui/MenuBar1.h"
 #include "ui/WAbout.h"
@@ -74,5 +75,15 @@ void finalize() {
   Globals::Passwd = {};
   Globals::thePatchName = {};
 }
+
+void Window1::Event_Open() {
+  WPerm()->ShowModal();
+  if (!Globals::Authenticated) Quit(0);
+  Left(RuntimeCvtReal64ToSInt32(RuntimeCvtSInt32ToReal64(Screen(0)->Width() - Width()) / 2.0));
+  Top(RuntimeCvtReal64ToSInt32(RuntimeCvtSInt32ToReal64(Screen(0)->Height() - Height()) / 3.0));
+  Show();
+}
+
+void Window1::Event_Close() { Quit(0); }
 
 }  // namespace zelto

@@ -5,7 +5,7 @@
 
 #include "platform/Application.h"
 #include "platform/Control.h"
-#include "platform/qt/Picture.h"
+#include "platform/qt/ImagePicture.h"
 #include "platform/qt/WidgetPane.h"
 
 namespace zelto {

@@ -8,7 +8,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 
-#include "platform/qt/Toolkit.h"
+#include "platform/qt/QtToolkit.h"
 
 namespace zelto {
 

@@ -13,9 +13,8 @@
 
 #include "platform/Application.h"
 #include "platform/MessageDialog.h"
-#include "platform/qt/LongText.h"
+#include "platform/qt/QtToolkit.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/Toolkit.h"
 #include "platform/qt/TopLevel.h"
 
 namespace zelto {
@@ -23,9 +22,6 @@ namespace zelto {
 namespace {
 
 constexpr int textWidth = 440;  // pixels
-
-// The time of QPlainTextEdit grows with the square of the length of a line: 10 s for 400 kB.
-constexpr Int32 hugeText = 50'000;  // bytes
 
 // QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.
 bool IsLong(std::string_view text) {
@@ -36,6 +32,16 @@ bool IsLong(std::string_view text) {
   const auto wideWord = std::search_n(text.begin(), text.end(), widestWord + 1, '\0', inWord);
   return wideWord != text.end() || text.size() > longest ||
          std::count(text.begin(), text.end(), '\n') > mostLines;
+}
+
+// Leaves out the middle of a text that would take the widget seconds and most of the memory.
+String Abridged(const String& text) {
+  constexpr std::size_t part = 8'000'000;  // bytes
+  const auto bytes = text.Bytes();
+  if (bytes.size() <= 2 * part) return text;
+  const std::string omitted = std::to_string(bytes.size() - 2 * part);
+  return String(bytes.substr(0, part)) + "\n[" + omitted + " bytes are not shown here]\n" +
+         bytes.substr(bytes.size() - part);
 }
 
 class MessageBoxDialog : public QDialog {
@@ -123,18 +129,16 @@ class MessageBoxDialog : public QDialog {
 
   QWidget* ExplanationWidget() {
     const String& text = mDialog.Explanation();
-    if (LenB(text) > hugeText) return Sized(NewLongText(ToDisplayText(text), this));
     if (!IsLong(text.Bytes())) return NewLabel(text);
+    constexpr Int32 longestWrapped = 50'000;  // bytes; wrapping a line of 400 kB takes 14 s
     auto* area = new QPlainTextEdit(this);
+    area->setAccessibleName("Explanation");
     area->setReadOnly(true);
     area->setTabChangesFocus(true);
-    area->setPlainText(ToDisplayText(text));
+    area->setUndoRedoEnabled(false);
+    if (LenB(text) > longestWrapped) area->setLineWrapMode(QPlainTextEdit::NoWrap);
+    area->setPlainText(ToDisplayText(Abridged(text)));
     area->moveCursor(QTextCursor::End);  // the last line shows the error
-    return Sized(area);
-  }
-
-  QWidget* Sized(QWidget* area) {
-    area->setAccessibleName("Explanation");
     area->setMinimumSize(QSize(textWidth + 160, 300).boundedTo(screen()->availableSize() / 2));
     return area;
   }

@@ -2,8 +2,8 @@
 
 #include "platform/Application.h"
 #include "platform/Files.h"
+#include "platform/qt/QtToolkit.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/Toolkit.h"
 
 namespace zelto {
 

@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "platform/MessageDialog.h"
-#include "platform/qt/Picture.h"
+#include "platform/qt/ImagePicture.h"
 #include "tests/Fixtures.h"
 #include "ui/MenuBar1.h"
 #include "ui/Pictures.h"
@@ -181,10 +181,9 @@ TEST_F(PresentationTest, LongExplanationIsCompleteAndFitsTheScreen) {
       QTest::keyClick(area, Qt::Key_C, Qt::ControlModifier);
       return QApplication::clipboard()->text().toStdString() == text;
     });
-    auto* accessible = QAccessible::queryAccessibleInterface(area);
-    ASSERT_GE(accessible->childCount(), 100'000);
-    EXPECT_EQ(accessible->child(99'999)->text(QAccessible::Name).toStdString(),
-              std::string(99, 'x'));
+    // Assistive technology meets one text.
+    auto* accessible = QAccessible::queryAccessibleInterface(area)->textInterface();
+    EXPECT_EQ(accessible->text(0, accessible->characterCount()).toStdString(), text);
     EXPECT_TRUE(box.screen()->availableGeometry().size().expandedTo(box.size()) ==
                 box.screen()->availableGeometry().size());
     box.close();

@@ -1,4 +1,4 @@
-#include "platform/qt/Picture.h"
+#include "platform/qt/ImagePicture.h"
 
 #include <QFileInfo>
 #include <QImageReader>

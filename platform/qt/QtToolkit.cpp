@@ -1,4 +1,4 @@
-#include "platform/Application.h"
+#include "platform/qt/QtToolkit.h"
 
 #include <QEventLoop>
 #include <QImageReader>
@@ -9,12 +9,12 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include "platform/Application.h"
 #include "platform/Files.h"
 #include "platform/Toolkit.h"
 #include "platform/qt/Accessibility.h"
 #include "platform/qt/StartMessages.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/Toolkit.h"
 #include "platform/qt/TopLevel.h"
 
 namespace zelto {

@@ -1,0 +1,78 @@
+#include <QLineEdit>
+#include <QStyleOptionFrame>
+
+#include "platform/qt/EditPane.h"
+#include "platform/runtime/Secrecy.h"
+
+namespace zelto {
+
+namespace {
+
+// Overwrites the buffer of the text, even if the QLineEdit shares it.
+void Overwrite(const QString& text) {
+  Wipe(const_cast<QChar*>(text.constData()), static_cast<std::size_t>(text.size()) * sizeof(QChar));
+}
+
+class LinePane : public EditPane<QLineEdit> {
+ public:
+  LinePane(EditField& field, TopLevel& top) : EditPane(field, top) {
+    LinePane::Update();
+    SetText(Properties().Text);
+  }
+  ~LinePane() override {
+    if (!Properties().Password) return;
+    Overwrite(Before());
+    Overwrite(ShownText());
+  }
+
+  void Update() override {
+    EditPane::Update();
+    const auto& list = Properties();
+    constexpr int frame = 6;
+    constexpr int toolkitsLimit = 32'767;  // characters
+    // The line of text must not be higher than the field.
+    mWidget->setFont(FittedFont(mWidget->font(), "Áy", {list.Width, list.Height - frame}, 0));
+    mWidget->setFrame(list.Border);
+    mWidget->setEchoMode(list.Password ? QLineEdit::Password : QLineEdit::Normal);
+    mWidget->setMaxLength(list.LimitText > 0 ? list.LimitText : toolkitsLimit);
+    mWidget->setAlignment(HorizontalAlignment(list.Alignment) | Qt::AlignVCenter);
+  }
+
+ protected:
+  QString ShownText() const override { return mWidget->text(); }
+  void Write(const QString& text) override { mWidget->setText(text); }
+
+  bool Accept() override {
+    Properties().Password ? ForgetHistory() : StripNewlines();
+    return true;
+  }
+
+ private:
+  // QLineEdit keeps typed letters for undo, even in a password field. setText clears that history.
+  void ForgetHistory() {
+    Overwrite(Before());
+    Replace(mWidget->text());
+  }
+
+  void StripNewlines() {
+    QString text = mWidget->text();
+    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
+    if (text != mWidget->text()) Replace(text);
+  }
+
+  void Replace(const QString& text) {
+    const int cursor = mWidget->cursorPosition();
+    Show(text);
+    mWidget->setCursorPosition(cursor);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<EditFieldPane> NewPane(EditField& field, WindowImp& window) {
+  auto& top = TopLevelOf(window);
+  if (field.Properties().Multiline) return NewAreaPane(field, top);
+  return std::make_unique<LinePane>(field, top);
+}
+
+}  // namespace zelto
