@@ -1,80 +1,154 @@
 """Refusals, archives and reports of zelto-make-update."""
 import hashlib
 import os
+import re
+import signal
 import subprocess
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
+from archives import archives
 from desktop.updates import make_update
 
 TOOL = Path(__file__).resolve().parents[2] / "tools/zelto-make-update"
 RECORD = "/tmp/.KVX.Content"
+LEFT = {"other.gz", "tree", "update.gz"}
+ORDINARY = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"] if os.getuid() == 0 else []
 PREPARE = """umask 022; unset SOURCE_DATE_EPOCH; mkdir -p tree/opt; echo before >update.gz
 for name in opt/d opt/c opt/a b; do echo $name >tree/$name; done
-make() { "$TOOL" --product P --version V --description D "$@" tree "${file-update.gz}"; }
-break_gzip() { printf '#!/bin/sh\\necho begun\\necho >&2\\necho broken >&2\\nsleep 1\\nexit 1' >tree/gzip
-               chmod +x tree/gzip; PATH=$PWD/tree:$PATH; }
-stop() { until ls update.gz.*/archive 2>&-; do sleep .1; done >&2; kill $!; wait $!; }
-disk_with() { trap '' XFSZ; ulimit -f $1; }  # limits each file to $1 blocks
+make() { "$TOOL" --product P --version V --description D "$@" "${tree-tree}" "${file-update.gz}"; }
+check() { "$TOOL" --check "${1-other.gz}"; }
+stub() { mkdir tree/stubs; printf '#!/bin/sh\\n%s\\n' "$2" >tree/stubs/$1; chmod +x tree/stubs/$1; PATH=$PWD/tree/stubs:$PATH; }
+disk_with() { ulimit -f $1; }  # limits each file to $1 blocks
+folders() { for number in $(seq $1); do mkdir "tree/it's $number"; cp tree/b "tree/it's $number"; done; }
 """
 REFUSED = [
     ("make --product a=b", 'a=b.*"="'), ("make --version '2\n5'", r"2\?5.*newline"), ("make --product ''", "is empty"),
     ("make --description 'C1 \x85'", "C1.*control"), (r"make --product $(printf 'n\377')", "--product n.*UTF-8"),
+    ("make --description $(printf %070000d 1)", "70,033 bytes.* 65,536; shorten"),
     ("file=x.zip make", 'x.zip.*"gz"'), ("file=tree/opt/x.gz make", "opt/x.gz.*outside"),
-    ("touch tree/tmp; make", "move: .*tree/tmp'"), ("mkfifo tree/opt/p; make", "remove: .*opt/p'"),
-    ("touch 'tree/li\nne'; make", "rename it: .*tree/li.*"), ("mkdir tree/bin; make", "fill or.*tree/bin'"),
-    ("ln -s usr/sbin tree/bin; make", "link at the top.*tree/bin'"),
+    ("tree=/. make", "root directory"), ("rm -r tree/*; make", "tree.*add the files"),
+    ("touch tree/tmp; make", "move: .*tree/tmp"), ("mkfifo tree/opt/p; make", "remove: .*opt/p"),
+    ("touch 'tree/li\nne'; make", r"rename it: \S*/tree/li\$'\\012'ne"), ("mkdir tree/bin; make", "fill or.*tree/bin"),
+    ("ln -s usr/sbin tree/bin; make", "link at the top.*tree/bin"),
     ("mkdir -p tree/usr/lib tree/var/lock; ln -s x tree/usr/sbin; touch tree/usr/lib/arm-linux-gnueabihf; make",
-     "replace.*remove: (?=.*/usr/sbin')(?=.*/var/lock')(?=.*gnueabihf')"),
-    ("rm -r tree/*; make", "tree.*add the files"), ('"$TOOL" --check update.gz', "update.gz.*not in gzip")]
+     "replace.*remove: (?=.*/usr/sbin)(?=.*/var/lock)(?=.*gnueabihf)"),
+    ("for n in $(seq 30); do mkfifo tree/opt/p$n; done; make", r"remove: (\S+/p\d+ ){20}and 10 more"),
+    ("mkfifo tree/f.gz; check tree/f.gz", "f.gz: it is not a regular file")]
 NOT_DONE = [
-    ("SOURCE_DATE_EPOCH=May make", "May.*seconds"), ("file=no/gz make", "no/gz: not made: .*No such"),
-    ("break_gzip; make", "update.gz: not made: broken"),
-    ("head -c 200000 /dev/urandom >tree/r; disk_with 64; make", "update.gz: not made: gzip: .*too large"),
+    ("SOURCE_DATE_EPOCH=May make", "May.*seconds"), (f"SOURCE_DATE_EPOCH={9:020} make", "0009: .* 11 digits"),
+    ("file=no/gz make", "no/gz: not made: .*No such"), ("tree=tree/b make", "tree/b: not an accessible directory"),
+    ("tree= make", "DIRECTORY is empty"), ("stub gzip 'echo >&2; echo broken >&2; exit 1'; make",
+                                           "update.gz: not made: broken"),
+    ("stub tar 'rm ../tree/b; exec /usr/bin/tar \"$@\"'; make", r'not made: .*"\./b": .*; do not change the tree'),
+    ("head -c 200000 /dev/urandom >tree/r; disk_with 64; make", "update.gz: not made: .*limit exceeded"),
     ("disk_with 0; make", "update.gz: not made: .*too large"),
-    ('"$TOOL" --product P tree x.gz', "--help"), ("break_gzip; echo 'kill -9 $$' >tree/gzip; "
-                                                  '"$TOOL" --check other.gz', "other.gz: not checked: .*signal 9")]
+    ("stub gzip 'kill -9 $$'; check", "other.gz: not checked: .*signal 9"), ("check none.gz", "none.gz: .*no such file"),
+    ("make --check other.gz", "--check takes .*--help"), ('"$TOOL" --product P tree x.gz', "--version --desc.*--help"),
+    ("make --unknown", "--unknown.*--help")]
 
 
 class MakeUpdate(unittest.TestCase):
-    def run_in_folder(self, script, **update):
+    def run_in_folder(self, script, user=(), **update):
         """Returns the completed script, and then the names in its folder and the content of update.gz."""
         with tempfile.TemporaryDirectory() as folder:
             make_update(Path(folder, "other.gz"), **update)
-            done = subprocess.run(["sh", "-c", PREPARE + script], cwd=folder, timeout=60, capture_output=True,
+            if user:
+                os.chmod(folder, 0o777)
+            done = subprocess.run([*user, "sh", "-c", PREPARE + script], cwd=folder, timeout=60, capture_output=True,
                                   text=True, errors="replace", env=os.environ | {"TOOL": str(TOOL), "TMPDIR": folder})
+            subprocess.run(["chmod", "-R", "u+rwX", folder], check=True)
             return done, set(os.listdir(folder)), Path(folder, "update.gz").read_bytes()
 
-    def test_refusal_and_failure_have_distinct_statuses_and_change_nothing(self):
-        for status, script, pattern in [(2, *case) for case in REFUSED] + [(1, *case) for case in NOT_DONE]:
-            with self.subTest(script):
-                done, *left = self.run_in_folder(script)
-                self.assertRegex(done.stderr, rf"\Azelto-make-update: .*{pattern}.*\n\Z")
-                self.assertEqual((done.returncode, left), (status, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
-        done, *left = self.run_in_folder(
-            'break_gzip; "$TOOL" --product P --version V --description D tree update.gz & stop')
-        self.assertEqual((done.returncode, left), (1, [{"other.gz", "tree", "update.gz"}, b"before\n"]))
+    def assert_stopped(self, status, script, pattern, user=()):
+        with self.subTest(script):
+            done, *left = self.run_in_folder(script, user)
+            self.assertRegex(done.stderr, rf"\Azelto-make-update: .*{pattern}.*\n\Z")
+            self.assertEqual((done.returncode, left), (status, [LEFT, b"before\n"]))
 
-    def test_help_shows_both_forms_and_the_statuses(self):
-        lines = self.run_in_folder('"$TOOL" --help')[0].stdout.splitlines()
-        self.assertEqual([line.split(" ")[:2] for line in lines[::2]], [
-            ["zelto-make-update", "--product"], ["zelto-make-update", "--check"], ["Exit", "status:"]])
+    def test_refusal_and_failure_have_distinct_statuses_and_change_nothing(self):
+        for case in REFUSED:
+            self.assert_stopped(2, *case)
+        for case in NOT_DONE:
+            self.assert_stopped(1, *case)
+
+    def test_each_archive_is_judged_like_by_the_utility(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, (shown, data) in archives().items():
+                with self.subTest(name):
+                    Path(folder, name).write_bytes(data)
+                    done = subprocess.run([TOOL, "--check", name], cwd=folder, capture_output=True, timeout=60)
+                    output = done.stdout.decode()
+                    texts = re.findall(r"^(?:Product|Version|Description): (.*)$", output, re.M)
+                    self.assertEqual((done.returncode, "|".join(texts)), (0, shown) if shown else (2, ""), done)
+                    self.assertEqual(output.startswith("Invalid Update File\n"), shown is None)
+            self.assertEqual(set(os.listdir(folder)), set(archives()))
+
+    def test_refusals_for_an_ordinary_user(self):
+        if subprocess.run([*ORDINARY, "test", "-r", TOOL]).returncode:
+            self.skipTest("the tool is not readable for other users")
+        for script, pattern in [("chmod 0 tree/opt; make", "cannot be read.* as its owner: .*tree/opt"),
+                                ("chmod 444 tree/opt; make", "as its owner: .*tree/opt"),
+                                ("chmod 0 tree/b tree; chmod 500 tree; make", "as its owner: .*tree/b"),
+                                ("chmod 0 tree; make", "as its owner: .*tree"), ("tree=/ make", "root directory")]:
+            self.assert_stopped(2, script, pattern, ORDINARY)
+        self.assert_stopped(1, "cp other.gz tree/gz; chmod 0 tree/gz; check tree/gz", "not checked: .*mode", ORDINARY)
+
+    def test_signal_ends_the_command_at_once_after_the_clean_up(self):
+        for number in signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM:
+            with self.subTest(number), tempfile.TemporaryDirectory() as folder:
+                tree, stubs = Path(folder, "tree/opt"), Path(folder, "stubs")
+                for each in tree, stubs:
+                    each.mkdir(parents=True)
+                (stubs / "gzip").write_text("#!/bin/sh\nexec sleep 30")
+                (stubs / "gzip").chmod(0o755)
+                (tree / "a").write_text("a")
+                process = subprocess.Popen(
+                    [TOOL, "--product=P", "--version=V", "--description=D", tree.parent, "update.gz"], cwd=folder,
+                    env=os.environ | {"PATH": f"{stubs}:{os.environ['PATH']}"}, stderr=subprocess.PIPE)
+                while not list(Path(folder).glob("update.gz.*/archive")):
+                    time.sleep(0.02)
+                process.send_signal(number)
+                self.assertEqual((process.communicate(timeout=10)[1], process.returncode), (b"", -number))
+                self.assertEqual(set(os.listdir(folder)), {"tree", "stubs"})
+
+    def test_update_is_in_place_before_anything_is_printed(self):
+        done, left, made = self.run_in_folder("make >/dev/full; check >/dev/full; check /dev/null >/dev/full")
+        self.assertRegex(done.stderr, r"\A(zelto-make-update: the report is incomplete: No space.*\n){2}.*\n\Z")
+        self.assertEqual((done.returncode, left, made[:2]), (2, LEFT, b"\x1f\x8b"))
+
+    def test_options_have_the_forms_of_gnu(self):
+        done, _, made = self.run_in_folder(
+            '"$TOOL" tree --product=P --vers 0.9 update.gz --version -1 --description -d; cd tree; '
+            '"$TOOL" --product=P --version=-1 --description=-d -- ../tree ../-.gz && cmp ../update.gz ../-.gz; rm ../-.gz; '
+            '"$TOOL" -h; "$TOOL" --version')
+        self.assertRegex(done.stdout, r"\AProduct: P\nVersion: -1\nDescription: -d\n")
+        shown = done.stdout.splitlines()[-8:]
+        self.assertEqual([line.split(" ")[:2] for line in shown[::2]], [
+            ["zelto-make-update", "--product"], ["zelto-make-update", "--check"], ["zelto-make-update", "--help"],
+            ["Exit", "status:"]])
+        self.assertRegex(shown[-1], r"\Azelto-make-update [\d(]")
+        completed = subprocess.run(
+            ["bash", "-c", f". {TOOL}.bash; _zelto_make_update x --d y; echo ${{COMPREPLY[@]}}"], capture_output=True)
+        self.assertEqual(completed.stdout, b"--description\n", completed)
 
     def test_suggested_command_corrects_the_modes(self):
-        done = self.run_in_folder("mkdir -p \"tree/it's/x\"; cp tree/b tree/it*/x; chmod 2755 tree/it*; "
-                                  "chmod 700 tree/opt tree/it*/x; make 2>said; sed -n 's/.*run: //p' said >mend; "
-                                  ". ./mend; make")[0]
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        for count in 5, 25:
+            done = self.run_in_folder(f"folders {count}; chmod 2755 tree/it*; chmod 700 tree/opt; "
+                                      "make 2>said; sed -n 's/.*run: //p' said >mend; . ./mend; make")[0]
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
 
     def test_same_tree_gives_same_bytes_and_checksum(self):
         done, _, made = self.run_in_folder(
-            "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; "
-            "TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 make | tail -n 1 >sums && sha256sum --strict -c sums && "
-            "cmp first update.gz && tar -tPzf first && cat sums")
+            "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; mkdir 'back\\\\slash\n'; cp -a tree back*; "
+            "(cd back*; TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 PYTHONPATH=$PWD make >../sums; mv update.gz ..); "
+            "tail -n 1 sums | sha256sum --strict -c && cmp first update.gz && tar -tPzf first && tail -n 1 sums")
         self.assertEqual(done.stdout.split("\n")[:-2],
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
+        self.assertRegex(self.run_in_folder("mkdir 'a\\b'; file='a\\b/x.gz' make | tail -n 1 | sha256sum -c")[0].stdout, "OK")
 
     def test_members_keep_kind_and_mode_but_not_owner(self):
         done = self.run_in_folder(
@@ -93,37 +167,41 @@ class MakeUpdate(unittest.TestCase):
 
     def test_check_reports_what_the_utility_shows(self):
         odd = {RECORD: (b"x=1\xff=2\r\nnone\ny=3", 0)}
-        empty, invalid = r"\w+: \nWarning: .*empty\n", "Invalid Update File\nz.*other.gz"
-        link = f"ln -s tree/b l; tar -czPf other.gz --transform 'flags=r;s,^l$,{RECORD},' l; "
-        for prepare, update, pattern in [
-                # A check works even if no file can be written.
-                ("disk_with 0; ", {"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
-                 f"Product: P\nVersion: V\n{empty}Content: 1 members, 37 bytes .*\n"),
-                ("", {"members": odd},
-                 rf"Product: 1\ufffd\n{empty}Description: 3\nWarning: .* UTF-8.*\nContent: 2 .*\n"
-                 rf"Warning: {RECORD} \(2 .*\n"),
-                ("", {"control": RECORD[1:]}, rf"{invalid}.* no member .*\n"), (link, {}, rf"{invalid}.*65,536.*\n"),
-                ("", {"record": b"x" * 65537}, rf"{invalid}.*65,536.*\n")]:
-            said = self.run_in_folder(prepare + '"$TOOL" --check other.gz 2>&1', **update)[0].stdout
+        for update, pattern in [
+                ({"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
+                 r"Product: P\nVersion: V\nDescription: \nWarning: .*empty\nContent: 1 members, 37 bytes .*\n"),
+                ({"members": odd}, rf'Product: 1\ufffd\nWarning: .* second "=" .*\nVersion: \nWarning: .*empty\n'
+                 rf"Description: 3\nWarning: .* UTF-8.*\nContent: 2 .*\nWarning: {RECORD} \(2 .*\n"),
+                ({"record": b"version=1\nproduct=P\ndescription=D\n"},
+                 'Product: 1\nWarning: .*"version" is shown as the product.*\nVersion: P\nWarning: .*"product".*\n'
+                 "Description: D\nContent: 1 .*\n")]:
+            # A check works even if no file can be written.
+            said = self.run_in_folder("disk_with 0; check 2>&1", **update)[0].stdout
             self.assertRegex(said, rf"\A{pattern}\Z")
 
     def test_each_kind_of_risk_is_warned_of_and_counted(self):
         plain = ["opt/relative", "/usr/", "/opt/../etc/x", "//./etc/shadow", '/opt/li"\nnk/x', "/opt/well/known"]
-        modes = {"/opt/setuid": 0o4755, "/opt/setgid": 0o2755, "/opt/open": 0o666, RECORD + ".d": 0o6777}
+        modes = {"/opt/setuid": 0o4755, "/opt/setgid": 0o2755, "/opt/open": 0o666, "/opt/group": 0o664,
+                 RECORD + ".d": 0o6777}
         members = {name: (b"12345", 0o644) for name in plain} | {name: (b"", mode) for name, mode in modes.items()}
         members |= {'/opt/li"\nnk': ("/etc", "link"), "/opt/null": ("", "device")}
-        said = self.run_in_folder('"$TOOL" --check other.gz', members=dict(sorted(members.items())))[0].stdout
-        self.assertIn("Content: 13 members, ", said)
+        said = self.run_in_folder("check", members=dict(sorted(members.items())))[0].stdout
+        self.assertIn("Content: 14 members, ", said)
         warnings = [f"{name} ({count} in all): {text}" for name, count, text in [
             ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'),
             (r'/opt/li\"\nnk/x', 1, "installed through"), ("/usr", 1, "sets the mode"), ("/usr", 1, "replaces"),
             ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"), ("/opt/setuid", 2, "setuid"),
-            ("/opt/setgid", 2, "setgid"), ("/opt/open", 2, "every user")]]
+            ("/opt/setgid", 2, "setgid"), ("/opt/group", 1, "every user of its group"), ("/opt/open", 2, "every user can")]]
         for warning in warnings:
             self.assertIn("Warning: " + warning, said)
         self.assertEqual(said.count("Warning"), len(warnings))
 
-    @unittest.skipIf(os.getuid() != 0, "needs root to change owners")
-    def test_unsupported_attributes_are_warned_of(self):
+    def test_unsupported_attributes_are_refused_or_warned_of(self):
+        done = self.run_in_folder("head -c 1234 /dev/zero >tree/opt/a; ln tree/opt/a tree/a; ln tree/opt/a tree/c; make")[0]
+        self.assertRegex(done.stdout, r"hard links .*\(2 in all\), which take 2468 more bytes\n")
+        if os.getuid() != 0:
+            self.skipTest("needs root to change owners")
         done = self.run_in_folder("chown 12345 tree/b; chgrp 12345 tree/opt/a; setcap cap_chown+ep tree/opt/c; make")[0]
         self.assertRegex(done.stdout, r"owner .*\(2 in all\)\n.*capability .*\(1 in all\)\n")
+        self.assert_stopped(2, "chown 12345 tree/b; chmod 4755 tree/b; make", "rights of root; .*tree/b")
+        self.assert_stopped(2, "chgrp 12345 tree/opt/a; chmod 2755 tree/opt/a; make", "rights of root; .*opt/a")
