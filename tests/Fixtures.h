@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
@@ -58,6 +59,16 @@ class WindowTest : public testing::Test {
     mTop = TopLevel(MainTitle);
     mLine = &ControlWidget<QLineEdit>(*mTop, "EditField1");
     Until([this] { return mTop->isActiveWindow(); });
+  }
+
+  // The item of the menu bar with this text.
+  QAction* Item(const QString& text) {
+    for (auto* menu : mTop->findChildren<QMenu*>()) {
+      for (auto* action : menu->actions()) {
+        if (action->text() == text) return action;
+      }
+    }
+    throw std::runtime_error("no such item");
   }
 
   void Choose(const std::string& path) {

@@ -2,11 +2,11 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <functional>
 
 #include "platform/qt/QtToolkit.h"
 
@@ -23,12 +23,21 @@ struct Field {
   bool IsAllSelected = true;
 };
 
-// An editing command. The field runs it when the field receives the key.
+// An editing command. It does not send its key to the field, because a read-only area passes the
+// key on, and the key starts the command again.
 struct Command {
   const char* ItemName;
-  QKeySequence::StandardKey Key;
+  void (*Run)(QWidget& field);
   bool (*IsPossible)(const Field& field);
 };
+
+template <auto RunInLine, auto RunInArea>
+void Run(QWidget& field) {
+  if (auto* line = qobject_cast<QLineEdit*>(&field)) std::invoke(RunInLine, *line);
+  if (auto* area = qobject_cast<QPlainTextEdit*>(&field)) std::invoke(RunInArea, *area);
+}
+
+void DeleteSelection(QPlainTextEdit& area) { area.textCursor().removeSelectedText(); }
 
 bool ClipboardHasText() {
   const auto* data = QGuiApplication::clipboard()->mimeData();
@@ -36,16 +45,17 @@ bool ClipboardHasText() {
 }
 
 constexpr Command commands[] = {
-    {"EditUndo", QKeySequence::Undo, [](const Field& field) { return field.CanUndo; }},
-    {"EditCut", QKeySequence::Cut,
+    {"EditUndo", Run<&QLineEdit::undo, &QPlainTextEdit::undo>,
+     [](const Field& field) { return field.CanUndo; }},
+    {"EditCut", Run<&QLineEdit::cut, &QPlainTextEdit::cut>,
      [](const Field& field) { return !field.IsReadOnly && !field.IsSecret && field.HasSelection; }},
-    {"EditCopy", QKeySequence::Copy,
+    {"EditCopy", Run<&QLineEdit::copy, &QPlainTextEdit::copy>,
      [](const Field& field) { return !field.IsSecret && field.HasSelection; }},
-    {"EditPaste", QKeySequence::Paste,
+    {"EditPaste", Run<&QLineEdit::paste, &QPlainTextEdit::paste>,
      [](const Field& field) { return !field.IsReadOnly && ClipboardHasText(); }},
-    {"EditClear", QKeySequence::Delete,
+    {"EditClear", Run<&QLineEdit::del, DeleteSelection>,
      [](const Field& field) { return !field.IsReadOnly && field.HasSelection; }},
-    {"EditSelectAll", QKeySequence::SelectAll,
+    {"EditSelectAll", Run<&QLineEdit::selectAll, &QPlainTextEdit::selectAll>,
      [](const Field& field) { return !field.IsAllSelected; }},
 };
 
@@ -91,10 +101,7 @@ bool CanEdit(const String& itemName) {
 }
 
 void Edit(const String& itemName) {
-  if (!CanEdit(itemName)) return;
-  const auto key = QKeySequence(Find(itemName)->Key)[0];
-  QKeyEvent press(QEvent::KeyPress, key.key(), key.keyboardModifiers());
-  QCoreApplication::sendEvent(TheToolkit().EditedField, &press);
+  if (CanEdit(itemName)) Find(itemName)->Run(*TheToolkit().EditedField);
 }
 
 void FollowEditing(QObject& context, const std::function<void()>& changed) {

@@ -64,6 +64,7 @@ void AddItem(Window& window, QMenu& widget, const Ref<MenuItem>& item, QObject& 
   QAction* action = widget.addAction(ToDisplayText(item->Text()));
   action->setMenuRole(RoleOf(item));
   action->setShortcut(ShortcutOf(item));
+  action->setAutoRepeat(false);  // a second request to quit can end the program
   ConnectItem(window, item, *action, context);
 }
 

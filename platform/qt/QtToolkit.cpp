@@ -3,6 +3,7 @@
 #include <QEventLoop>
 #include <QImageReader>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QSettings>
 #include <QShortcutEvent>
@@ -27,6 +28,16 @@ bool IsInput(const QEvent& event) {
   }
   return event.isInputEvent() || IsAnyOf(event, QEvent::Shortcut, QEvent::InputMethod,
                                          QEvent::DragEnter, QEvent::DragMove, QEvent::Drop);
+}
+
+// A key that is held down must not answer a dialog that opens meanwhile. Qt itself ignores a
+// repeated space on a button.
+bool PressesAgain(const QObject& receiver, const QEvent& event) {
+  if (event.type() != QEvent::KeyPress || !receiver.isWidgetType()) return false;
+  const auto& press = static_cast<const QKeyEvent&>(event);
+  const bool pressesButton = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter ||
+                             press.key() == Qt::Key_Escape;
+  return press.isAutoRepeat() && pressesButton && !qobject_cast<const QPlainTextEdit*>(&receiver);
 }
 
 bool IsQuitRequest(const QEvent& event) {
@@ -68,7 +79,8 @@ QIcon ApplicationIcon() {
 
 Toolkit& TheToolkit() { return *toolkit; }
 
-bool InputGuard::eventFilter(QObject*, QEvent* event) {
+bool InputGuard::eventFilter(QObject* receiver, QEvent* event) {
+  if (PressesAgain(*receiver, *event)) return true;
   if (!HandlerWaits()) return false;
   if (IsQuitRequest(*event)) {
     QuitIfAllowed();

@@ -8,7 +8,7 @@
 
 namespace zelto {
 
-// Discards input events while a handler waits.
+// Discards input events while a handler waits, and repeated keys that would press a button.
 class InputGuard : public QObject {
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;

@@ -23,15 +23,6 @@ namespace {
 
 class PresentationTest : public WindowTest<> {
  protected:
-  QAction* Item(const QString& text) {
-    for (auto* menu : mTop->findChildren<QMenu*>()) {
-      for (auto* action : menu->actions()) {
-        if (action->text() == text) return action;
-      }
-    }
-    throw std::runtime_error("no such item");
-  }
-
   // For Undo, Cut, Copy, Paste, Delete and Select All: the third letter if the item is enabled, or
   // else "-".
   std::string EnabledEdits() {
@@ -72,7 +63,7 @@ QWidget* alerted = nullptr;
 // Replaces the toolkit's function.
 void QApplication::alert(QWidget* widget, int) { alerted = widget; }
 
-TEST_F(PresentationTest, MenuItemsAreEnabledAndTakeEffectWhenTheyApply) {
+TEST_F(PresentationTest, MenuItemsAreEnabledWhenTheyApply) {
   QApplication::clipboard()->clear();
   mLine->setFocus();
   EXPECT_EQ(EnabledEdits(), "------");
@@ -85,17 +76,6 @@ TEST_F(PresentationTest, MenuItemsAreEnabledAndTakeEffectWhenTheyApply) {
   mLine->setEchoMode(QLineEdit::Password);
   mLine->setSelection(0, 2);  // Qt does not signal a change of the echo mode
   EXPECT_EQ(EnabledEdits(), "d--sll");
-  QTest::keyClick(mLine, Qt::Key_C, Qt::ControlModifier);
-  mLine->setEchoMode(QLineEdit::Normal);
-  mLine->selectAll();
-  EXPECT_EQ(EnabledEdits(), "dtpsl-");
-  Item("Cu&t")->trigger();
-  EXPECT_EQ(mLine->text(), "");
-  Item("&Undo")->trigger();
-  EXPECT_EQ(mLine->text(), "abc");
-  Item("&Delete")->trigger();
-  Item("&Paste")->trigger();
-  EXPECT_EQ(mLine->text(), "abc");
   ControlWidget(*mTop, "EditField2").setFocus();
   EXPECT_EQ(EnabledEdits(), "------");
   mWindow->EditField2()->Text("described");
