@@ -20,7 +20,8 @@ PREPARE = """umask 022; unset SOURCE_DATE_EPOCH; mkdir -p tree/opt; echo before 
 for name in opt/d opt/c opt/a b; do echo $name >tree/$name; done
 make() { "$TOOL" --product P --version V --description D "$@" "${tree-tree}" "${file-update.gz}"; }
 check() { "$TOOL" --check "${1-other.gz}"; }
-stub() { mkdir tree/stubs; printf '#!/bin/sh\\n%s\\n' "$2" >tree/stubs/$1; chmod +x tree/stubs/$1; PATH=$PWD/tree/stubs:$PATH; }
+stub() { mkdir tree/stubs; printf '#!/bin/sh\\n%s\\n' "$2" >tree/stubs/$1; chmod +x tree/stubs/$1
+         PATH=$PWD/tree/stubs:$PATH; }
 disk_with() { ulimit -f $1; }  # limits each file to $1 blocks
 folders() { for number in $(seq $1); do mkdir "tree/it's $number"; cp tree/b "tree/it's $number"; done; }
 """
@@ -45,7 +46,7 @@ NOT_DONE = [
     ("stub tar 'rm ../tree/b; exec /usr/bin/tar \"$@\"'; make", r'not made: .*"\./b": .*; do not change the tree'),
     ("head -c 200000 /dev/urandom >tree/r; disk_with 64; make", "update.gz: not made: .*limit exceeded"),
     ("disk_with 0; make", "update.gz: not made: .*too large"),
-    ("stub gzip 'kill -9 $$'; check", "other.gz: not checked: .*signal 9"), ("check none.gz", "none.gz: .*no such file"),
+    ("stub gzip 'kill -9 $$'; check", "other.gz: not checked: .*signal 9"), ("check none.gz", "none.gz: .*no such"),
     ("make --check other.gz", "--check takes .*--help"), ('"$TOOL" --product P tree x.gz', "--version --desc.*--help"),
     ("make --unknown", "--unknown.*--help")]
 
@@ -121,8 +122,8 @@ class MakeUpdate(unittest.TestCase):
 
     def test_options_have_the_forms_of_gnu(self):
         done, _, made = self.run_in_folder(
-            '"$TOOL" tree --product=P --vers 0.9 update.gz --version -1 --description -d; cd tree; '
-            '"$TOOL" --product=P --version=-1 --description=-d -- ../tree ../-.gz && cmp ../update.gz ../-.gz; rm ../-.gz; '
+            '"$TOOL" tree --product=P --vers 0.9 update.gz --version -1 --description -d; mkdir d; cd d; '
+            '"$TOOL" --product=P --version=-1 --description=-d -- ../tree -gz && cmp ../update.gz ./-gz; '
             '"$TOOL" -h; "$TOOL" --version')
         self.assertRegex(done.stdout, r"\AProduct: P\nVersion: -1\nDescription: -d\n")
         shown = done.stdout.splitlines()[-8:]
@@ -142,13 +143,14 @@ class MakeUpdate(unittest.TestCase):
 
     def test_same_tree_gives_same_bytes_and_checksum(self):
         done, _, made = self.run_in_folder(
-            "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; mkdir 'back\\\\slash\n'; cp -a tree back*; "
-            "(cd back*; TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8 PYTHONPATH=$PWD make >../sums; mv update.gz ..); "
+            "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; mkdir 'back\\\\slash\n'; "
+            "cp -a tree back*; (cd back*; export TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8; make >../sums; mv u* ..); "
             "tail -n 1 sums | sha256sum --strict -c && cmp first update.gz && tar -tPzf first && tail -n 1 sums")
         self.assertEqual(done.stdout.split("\n")[:-2],
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
-        self.assertRegex(self.run_in_folder("mkdir 'a\\b'; file='a\\b/x.gz' make | tail -n 1 | sha256sum -c")[0].stdout, "OK")
+        done = self.run_in_folder("mkdir 'a\\b'; file='a\\b/x.gz' make | tail -n 1 | sha256sum -c")[0]
+        self.assertRegex(done.stdout, "OK")
 
     def test_members_keep_kind_and_mode_but_not_owner(self):
         done = self.run_in_folder(
@@ -191,13 +193,14 @@ class MakeUpdate(unittest.TestCase):
             ("opt/relative", 1, "installed below"), ("/opt/../etc/x", 1, 'a ".."'),
             (r'/opt/li\"\nnk/x', 1, "installed through"), ("/usr", 1, "sets the mode"), ("/usr", 1, "replaces"),
             ("/etc/shadow", 2, "among"), ("/opt/null", 1, "a device"), ("/opt/setuid", 2, "setuid"),
-            ("/opt/setgid", 2, "setgid"), ("/opt/group", 1, "every user of its group"), ("/opt/open", 2, "every user can")]]
+            ("/opt/setgid", 2, "setgid"), ("/opt/group", 1, "every user of its group"),
+            ("/opt/open", 2, "every user can")]]
         for warning in warnings:
             self.assertIn("Warning: " + warning, said)
         self.assertEqual(said.count("Warning"), len(warnings))
 
     def test_unsupported_attributes_are_refused_or_warned_of(self):
-        done = self.run_in_folder("head -c 1234 /dev/zero >tree/opt/a; ln tree/opt/a tree/a; ln tree/opt/a tree/c; make")[0]
+        done = self.run_in_folder("head -c 1234 /dev/zero >tree/a; ln tree/a tree/c; ln tree/a tree/opt/e; make")[0]
         self.assertRegex(done.stdout, r"hard links .*\(2 in all\), which take 2468 more bytes\n")
         if os.getuid() != 0:
             self.skipTest("needs root to change owners")
