@@ -87,7 +87,8 @@ class Fleet(unittest.TestCase):
                 (["-e", "batch=abc"], "Give batch as"), (["-e", "copies=abc"], "copies, max_failures and wait as numbers"),
                 (["-e", "backup=here"], "backup as an absolute path"),
                 (["-e", f"{update_file}/cut.gz"], "Invalid Update File.*cut.gz.*unexpected end of file"),
-                (["-e", f"{update_file}/other.gz", "-e", "zelto_make_update=true", "-l", "two"], "cannot be listed"),
+                (["-e", f"{update_file}/other.gz", "-e", "zelto_make_update=true", "-l", "two"], "too much memory"),
+                (["-e", "zelto_make_update=true"], "good.gz: tar and Python read different members"),
                 (["-e", "zelto_make_update=/nowhere"], "Not checked.*nowhere.*No such file"),
                 (["-e", f"update_sha256={'f' * 64}"], "good.gz: its SHA-256 is .*, not ff")]:
             with self.subTest(words):
@@ -121,6 +122,11 @@ class Fleet(unittest.TestCase):
         self.addCleanup(subprocess.run, ["umount", self.installed])
         self.assertIn(f"failed: 1 (The file system of {self.installed} needs 260000 bytes, but only 65536 are free): one",
                       self.play("-l", "one", "--check"))
+
+    def test_run_stops_if_too_many_machines_of_a_batch_fail(self):
+        self.hosts("one", "two ansible_python_interpreter=/nowhere", "three")
+        self.assertIn("\nnot started: 1: three", self.play("--check", "-e", "batch=2"))
+        self.assertIn("\nto be changed: 2: one, three", self.play("--check", "-e", "batch=2", "-e", "max_failures=50"))
 
     def test_members_are_those_of_tar(self):
         member = tarfile.TarInfo(f"{self.installed}/second")
