@@ -5,7 +5,6 @@ import json
 import os
 import secrets
 import shutil
-import signal
 import statistics
 import subprocess
 import sys
@@ -14,6 +13,7 @@ import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+from desktop import signals
 from desktop.accounts import Account
 from desktop.display import Desktop
 from desktop.updates import make_update
@@ -236,7 +236,7 @@ def measure_millions(table, desktop, account, updates, smallest):
 
 
 def main(build, *options):
-    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # runs the clean-up
+    signals.clean_up_on_signals()
     build = Path(build)
     table = Table()
     print("| work | median | spread | target | unit | rounds |\n|---|---|---|---|---|---|")

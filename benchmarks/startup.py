@@ -1,7 +1,7 @@
 """Measures the start of a program until its first window accepts keys."""
 import time
 
-from Xlib import X, display
+from Xlib import X
 from Xlib.protocol import event
 
 from desktop.wait import until
@@ -10,7 +10,7 @@ from desktop.wait import until
 class Stopwatch:
     def __init__(self, desktop):
         self._desktop = desktop
-        self._display = display.Display(desktop.display)
+        self._display = desktop.connect()
         self._root = self._display.screen().root
         # Requests the events of the root window: changes of its properties, and the replies to pings, which clients
         # send to it.

@@ -9,6 +9,7 @@ import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+from desktop import signals
 from desktop.accounts import SUDO_MEMORY, Account, run
 from desktop.demo import demonstrate
 
@@ -48,4 +49,5 @@ def also_in(root, account):
 
 
 if __name__ == "__main__":
+    signals.clean_up_on_signals()
     main(*sys.argv[1:])

@@ -8,6 +8,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+from desktop import signals
 from desktop.accounts import Account
 from desktop.updates import make_update
 from desktop.utility import Utility
@@ -16,7 +17,17 @@ PROGRAM = os.environ["ZELTO_PROGRAM"]
 LONG = "ZELTO_LONG" in os.environ  # minutes instead of seconds
 
 
+signals.clean_up_on_signals()
+signals.end_with_parent()
+
+
 class DesktopTest(unittest.TestCase):
+    def run(self, result=None):
+        try:
+            return super().run(result)
+        finally:
+            self.doCleanups()  # a KeyboardInterrupt leaves them
+
     def setUp(self):
         if os.getuid() != 0:
             self.skipTest("only root can create accounts and run programs as them")

@@ -9,6 +9,7 @@ from pathlib import Path
 
 import psutil
 
+from . import signals
 from .wait import until
 
 # Entries are named by account name or uid, depending on the version of sudo.
@@ -26,15 +27,19 @@ class Account:
 
     def __enter__(self):
         groups = ["-G", "sudo"] if self.sudo else []
-        run(["useradd", "-m", "-u", str(self.uid), "-s", "/bin/bash", *groups, self.name])
-        try:
-            run(["chpasswd"], f"{self.name}:{self.password}\n")
-        except BaseException:
-            run(["userdel", "-r", self.name])
-            raise
+        with contextlib.ExitStack() as undo:
+            with signals.delayed():
+                run(["useradd", "-m", "-u", str(self.uid), "-s", "/bin/bash", *groups, self.name])
+                undo.push(self)
+                run(["chpasswd"], f"{self.name}:{self.password}\n")
+            undo.pop_all()
         return self
 
     def __exit__(self, *_):
+        with signals.delayed():
+            self._remove()
+
+    def _remove(self):
         until(self._removed, 10, lambda: f"the account {self.name} cannot be removed")
         for trace in (Path(folder, str(who)) for folder in SUDO_MEMORY for who in (self.name, self.uid)):
             if trace.is_dir():

@@ -6,6 +6,7 @@ import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+from desktop import signals
 from desktop.accounts import Account
 from desktop.updates import make_update
 from desktop.utility import AUTHENTICATE, MAIN, Utility
@@ -81,4 +82,5 @@ def check(path, content, mode):
 
 
 if __name__ == "__main__":
+    signals.clean_up_on_signals()
     main(*sys.argv[1:])

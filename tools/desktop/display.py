@@ -2,15 +2,22 @@
 import contextlib
 import os
 import pwd
+import secrets
 import shutil
+import socket
+import struct
 import subprocess
 import tempfile
 from pathlib import Path
 
+from Xlib import display
+
+from . import signals
 from .manager import Manager
 from .wait import until
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
+FAMILY_LOCAL = 256
 
 
 class Desktop:
@@ -33,12 +40,13 @@ class Desktop:
         return self
 
     def __exit__(self, *_):
-        self._undo.close()
+        with signals.delayed():
+            self._undo.close()
 
     def _start_display(self, undo):
-        self.display = self._start_server(undo)
-        self._screen = {"DISPLAY": self.display}
-        self.manager = Manager(self.display)
+        cookie = self._new_cookie()
+        self.variables = {"DISPLAY": self._start_server(cookie, undo), "XAUTHORITY": str(cookie)}
+        self.manager = Manager(self.connect())
         undo.callback(self.manager.close)
         undo.callback(end, self.launch(["openbox"]))
         until(self.manager.is_ready, 10, lambda: "the window manager does not start")
@@ -48,7 +56,7 @@ class Desktop:
         # A test must not write to root's real home.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
-                       "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self._screen,
+                       "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self.variables,
                        "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # else a program starts a bus that outlives it
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
@@ -57,14 +65,18 @@ class Desktop:
                 user=self._user.pw_uid, group=self._user.pw_gid,
                 extra_groups=os.getgrouplist(self._user.pw_name, self._user.pw_gid))
 
+    def connect(self):
+        """A connection to the X server. The library has no parameter for the cookie."""
+        os.environ["XAUTHORITY"] = self.variables["XAUTHORITY"]
+        return display.Display(self.variables["DISPLAY"])
+
     def copy_of(self, name):
         """The path of the copy of a program."""
         return self._folder / "bin" / name
 
     def hand(self, *arguments):
         """Runs xdotool on this display, for actions that the accessibility driver does not support."""
-        return subprocess.run(["xdotool", *map(str, arguments)], env={"DISPLAY": self.display, "PATH": PATH},
-                              capture_output=True, text=True, timeout=60).stdout
+        return self._run(["xdotool", *map(str, arguments)]).stdout
 
     def key_until_gone(self, key):
         """Presses the key repeatedly until the program has no window."""
@@ -78,7 +90,10 @@ class Desktop:
     def screenshot(self, path, title=None):
         """Saves a picture of the whole screen or, with a title, of that window and its border."""
         window = "root" if title is None else str(self.manager.frame(title))
-        subprocess.run(["import", "-display", self.display, "-window", window, path], check=True, timeout=60)
+        self._run(["import", "-window", window, path]).check_returncode()
+
+    def _run(self, command):
+        return subprocess.run(command, env={"PATH": PATH, **self.variables}, capture_output=True, text=True, timeout=60)
 
     def _lay_out(self):
         """Copies the programs for the user, because the originals can be in a folder that only root can enter."""
@@ -96,12 +111,23 @@ class Desktop:
         self._runtime.mkdir(0o700)
         os.chown(self._runtime, self._user.pw_uid, self._user.pw_gid)
 
-    def _start_server(self, undo):
+    def _new_cookie(self):
+        """Makes the file with the secret that a client of the display needs. Only its user can read it."""
+        path = self._runtime / "cookie"
+        path.touch(0o600)
+        fields = socket.gethostname().encode(), b"", b"MIT-MAGIC-COOKIE-1", secrets.token_bytes(16)
+        path.write_bytes(struct.pack(">H", FAMILY_LOCAL)
+                         + b"".join(struct.pack(">H", len(field)) + field for field in fields))
+        os.chown(path, self._user.pw_uid, self._user.pw_gid)
+        return path
+
+    def _start_server(self, cookie, undo):
         reading, writing = os.pipe()
         with open(reading) as number:
             self._server = subprocess.Popen(
-                ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._size, "-dpi", "96", "-ac",
-                 "-nolisten", "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL)
+                ["Xvfb", "-displayfd", str(writing), "-screen", "0", self._size, "-dpi", "96", "-auth",
+                 cookie, "-nolisten", "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL,
+                start_new_session=True)
             undo.callback(end, self._server)
             os.close(writing)
             return ":" + number.readline().strip()

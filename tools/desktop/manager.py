@@ -1,16 +1,16 @@
 """The windows of a display, as its window manager reports them."""
 import contextlib
 
-from Xlib import X, display, error
+from Xlib import X, error
 from Xlib.protocol import event
 
 from .wait import until
 
 
 class Manager:
-    def __init__(self, name):
-        self._display = display.Display(name)
-        self._root = self._display.screen().root
+    def __init__(self, display):
+        self._display = display
+        self._root = display.screen().root
         self._unmapped = self._root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
 
     def is_ready(self):

@@ -8,6 +8,7 @@ import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+from desktop import signals
 from desktop.accounts import Account
 from desktop.updates import make_update
 from desktop.utility import AUTHENTICATE, MAIN, Utility
@@ -120,4 +121,5 @@ def answer(utility, shots, name, *buttons):
 
 
 if __name__ == "__main__":
+    signals.clean_up_on_signals()
     main(*sys.argv[1:])

@@ -6,6 +6,7 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
+from desktop import signals
 from desktop.accounts import Account
 from desktop.pictures import DARK, desktop_of
 from desktop.updates import make_update
@@ -51,4 +52,5 @@ def shoot(utility, picture, title):
 
 
 if __name__ == "__main__":
+    signals.clean_up_on_signals()
     main(*sys.argv[1:])

@@ -6,6 +6,7 @@ import subprocess
 
 import psutil
 
+from . import signals
 from .display import PATH, Desktop, end
 from .wait import until
 
@@ -38,7 +39,8 @@ class Session(Desktop):
         return self
 
     def __exit__(self, *_):
-        self._undo_session.close()
+        with signals.delayed():
+            self._undo_session.close()
 
     def __getattr__(self, verb):
         if verb.startswith("_"):

@@ -1,6 +1,5 @@
 """The program on a headless Wayland desktop, driven by keyboard. Needs root."""
 import shutil
-import subprocess
 
 from .display import PATH, end
 from .utility import Utility
@@ -27,16 +26,15 @@ class WaylandUtility(Utility):
         width, height, _ = self._size.split("x")
         config = self._folder / "sway.conf"
         config.write_text(CONFIG.format(width=width, height=height, scale=self._compositor_scale))
-        self._screen = {"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman",
-                        "XDG_SESSION_TYPE": "wayland"}
+        self.variables = {"XDG_RUNTIME_DIR": str(self._runtime), "XDG_SESSION_TYPE": "wayland", "WLR_BACKENDS": "headless",
+                          "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_RENDERER": "pixman"}
         undo.callback(end, self.launch(["sway", "-c", config]))
         socket = until(lambda: next(self._runtime.glob("wayland-?"), None), 10,
                        lambda: "the compositor does not start: " + (self._folder / "desktop.log").read_text())
-        self._screen["WAYLAND_DISPLAY"] = socket.name
+        self.variables["WAYLAND_DISPLAY"] = socket.name
         # A permanent keyboard: without one, no window has the focus.
         undo.callback(end, self.launch(["wtype", "-s", "86400000"]))
 
     def screenshot(self, path, title=None):
         """Saves a picture of the whole screen."""
-        environment = {"PATH": PATH, "XDG_RUNTIME_DIR": str(self._runtime), **self._screen}
-        subprocess.run(["grim", path], env=environment, check=True, timeout=60)
+        self._run(["grim", path]).check_returncode()
