@@ -27,7 +27,8 @@ class CallbackModule(CallbackBase):
 
     def v2_runner_on_failed(self, result, ignore_errors=False):
         items = [item for item in result._result.get("results", []) if item.get("failed")]
-        self._note(result, "failed", "; ".join(item.get("msg", "") for item in items or [result._result]))
+        reasons = [str(item.get("msg", "")).partition("\n")[0] for item in items or [result._result]]
+        self._note(result, "failed", "; ".join(reasons))
 
     def v2_runner_on_unreachable(self, result):
         self._note(result, "unreachable")

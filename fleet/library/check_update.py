@@ -84,7 +84,7 @@ def check(file, expected, command):
 
 
 def main():
-    spec = {"file": {"type": "path", "required": True}, "command": {"type": "str", "required": True},
+    spec = {"file": {"type": "str", "required": True}, "command": {"type": "str", "required": True},
             "expected": {"type": "list", "elements": "str", "default": []}}
     module = AnsibleModule(argument_spec=spec, supports_check_mode=True)
     try:

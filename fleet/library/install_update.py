@@ -139,8 +139,8 @@ def compare(members, folder, size, backup):
 
 def main():
     module = AnsibleModule(argument_spec={
-        "members": {"type": "path", "required": True}, "size": {"type": "int"}, "sha256": {"type": "str"},
-        "file": {"type": "path"}, "backup": {"type": "path"}, "wait": {"type": "int"}}, supports_check_mode=True)
+        "members": {"type": "str", "required": True}, "size": {"type": "int"}, "sha256": {"type": "str"},
+        "file": {"type": "str"}, "backup": {"type": "str"}, "wait": {"type": "int"}}, supports_check_mode=True)
     list_file, size, sha256, file, backup, wait = (
         module.params[name] for name in ("members", "size", "sha256", "file", "backup", "wait"))
     os.chdir("/")  # where relative members are installed
