@@ -1,8 +1,8 @@
 """Compares a machine with an update file and installs the update file.
 
 Without `file`, the copy of the update file on the machine, returns the paths that differ as `differing`, and fails if
-the update cannot be installed. Changes nothing. With `file`, archives these paths in the new directory `backup`, if
-given, and extracts the copy.
+the update cannot be installed. Removes only the copies of interrupted runs. With `file`, archives the differing paths
+in the new directory `backup`, if given, and extracts the copy.
 """
 import contextlib
 import fcntl
@@ -80,9 +80,9 @@ def locked(seconds):
         yield lock
 
 
-def remove_leftovers(own):
-    """Removes the copies of interrupted runs: the old ones that no process has open."""
-    for copy in set(glob.glob(f"{os.path.dirname(os.path.dirname(own))}/*/{COPY}")) - {own}:
+def remove_leftovers(folder):
+    """Removes the copies of interrupted runs: the old ones that no process has open. folder: of all copies."""
+    for copy in glob.glob(f"{glob.escape(folder)}/*/{COPY}"):
         with contextlib.suppress(OSError), open(copy, "r+b") as stream:
             fcntl.fcntl(stream, fcntl.F_SETLEASE, fcntl.F_WRLCK)  # fails if another process has it open
             if time.time() - os.fstat(stream.fileno()).st_mtime > 10:  # its module may be about to start
@@ -115,16 +115,15 @@ def install(members, file, sha256, backup, wait):
     with open(file, "rb") as copy, locked(wait) as lock:
         if digest(copy) != sha256:
             raise ValueError("The copied file is not the one that was checked")
-        remove_leftovers(file)
         differing = [member for member in members if differs(member)]  # another run can have installed it meanwhile
         if differing and backup:
             back_up(backup, [member["name"] for member in differing])
         if differing:
             copy.seek(0)
             os.umask(0o022)
-            # The lock is kept until tar ends, even if this process is killed.
+            # If the connection breaks, tar goes on to the end, and keeps the lock until then.
             run(["tar", "--anchored", "--no-wildcards", f"--exclude={RECORD}", "-zxPf", "-"], stdin=copy,
-                pass_fds=[lock.fileno()])
+                pass_fds=[lock.fileno()], start_new_session=True)
     return differing
 
 
@@ -150,6 +149,8 @@ def main():
         if file:
             differing = install(members, file, sha256, backup, wait)
         else:
+            if not module.check_mode:
+                remove_leftovers(os.path.dirname(os.path.dirname(list_file)))
             differing = compare(members, os.path.dirname(list_file), size, backup)
     except (ValueError, OSError) as error:
         module.fail_json(msg=str(error))
