@@ -1,5 +1,8 @@
 #include "platform/Application.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
 #include <exception>
@@ -56,6 +59,14 @@ void ShowUnhandled(const String& text) {
   ShowMessageDialog(*dialog, nullptr);
 }
 
+// Opens /dev/null in place of closed standard descriptors. Otherwise, the first files and sockets
+// of the process would take their numbers, and messages would be written to them.
+void OpenStandardDescriptors() {
+  int opened = STDIN_FILENO;
+  while (opened >= STDIN_FILENO && opened <= STDERR_FILENO) opened = open("/dev/null", O_RDWR);
+  close(opened);
+}
+
 }  // namespace
 
 Framework& State() { return *framework; }
@@ -102,6 +113,7 @@ void RuntimeRegisterAppObject(const Ref<Application>& app) { State().App = app; 
 Ref<Application> GetAppObject() { return State().App; }
 
 void RuntimeInit() {
+  OpenStandardDescriptors();
   DisableCoreDumps();
   std::signal(SIGPIPE, SIG_IGN);  // a command can end before it has read its command line
   std::signal(SIGCHLD, SIG_DFL);  // if it is ignored, waitpid loses exit statuses

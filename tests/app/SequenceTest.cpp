@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QTest>
 #include <csignal>
+#include <filesystem>
 #include <optional>
 
 #include "app/Sequence.h"
@@ -82,4 +83,16 @@ TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   EXPECT_EQ(position, QPoint((screen.width() - 488) / 2, (screen.height() - 298) / 3));
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_FALSE(FileTypes1::gzipTarFile());
+}
+
+TEST(Sequence, StartOpensClosedStandardDescriptors) {
+  if (!IsRunAgain()) {
+    return RunAgain("sh -c 'exec \"$@\" <&- 2>&-' sh",
+                    std::filesystem::read_symlink("/proc/self/exe"));
+  }
+  RuntimeInit();
+  for (const char* const descriptor : {"/proc/self/fd/0", "/proc/self/fd/2"}) {
+    EXPECT_EQ(std::filesystem::read_symlink(descriptor), "/dev/null");
+  }
+  RuntimeExit();
 }
