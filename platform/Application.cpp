@@ -189,9 +189,15 @@ bool HandlerWaits() {
 }
 
 bool AllowClose() {
-  if (!HandlerWaits() || State().InnermostFrame->Refusals++ > 0) return true;
+  auto* frame = State().InnermostFrame;
+  if (!HandlerWaits() || frame->Refusals++ > 0) return true;
   Beep();
+  if (frame->OnRefusal) frame->OnRefusal();
   return false;
+}
+
+void OnRefusedClose(std::function<void()> function) {
+  State().InnermostFrame->OnRefusal = std::move(function);
 }
 
 void BeginWaiting(Waiting waiting) {

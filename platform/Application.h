@@ -72,6 +72,8 @@ void InvokeHandler(Object& object, const std::function<void()>& function);
 bool HandlerWaits();
 // Whether to obey a request to close or quit. While a handler waits, refuses the first with a beep.
 bool AllowClose();
+// Calls the function when a request to close is refused during the running handler.
+void OnRefusedClose(std::function<void()> function);
 
 // Marks the running handler as waiting, until it returns or calls AllowInput.
 void BeginWaiting(Waiting waiting);

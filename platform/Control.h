@@ -49,6 +49,7 @@ class RectControl : public Control {
   void Refresh(bool) { PaneOf().Refresh(); }
   // Accepts drops of local files of the registered type. A drop raises DropObject.
   void AcceptFileDrop(const String& type) { PaneOf().AcceptFileDrop(type); }
+  void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }
 
  protected:
   void UpdatePane() {
@@ -108,7 +109,6 @@ class EditField : public ListControl<EditFieldList> {
   // Like typing, raises TextChange. The handler ends before this call returns.
   void Text(const String& text);
   void SelectAll() { PaneOf().SelectAll(); }
-  void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }
 
  private:
   EditFieldPane& PaneOf() { return static_cast<EditFieldPane&>(RectControl::PaneOf()); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 
 #include "platform/Window.h"
 
@@ -14,6 +15,7 @@ struct HandlerFrame {
   Waiting Waits = Waiting::Not;
   bool ShowsDialog = false;  // the dialog accepts input even if an outer handler waits
   int Refusals = 0;
+  std::function<void()> OnRefusal;
 };
 
 struct RegisteredType {

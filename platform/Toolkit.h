@@ -61,6 +61,8 @@ class Pane {
   virtual void Refresh() = 0;
   // Accepts drops of local files of the registered type.
   virtual void AcceptFileDrop(const String& type) = 0;
+  // Shows the text next to the control until the next key press.
+  virtual void ShowBalloon(const String& text) = 0;
 };
 
 class EditFieldPane : public Pane {
@@ -68,8 +70,6 @@ class EditFieldPane : public Pane {
   virtual String Text() const = 0;
   virtual void SetText(const String& text) = 0;
   virtual void SelectAll() = 0;
-  // Shows the text next to the field until the next key press.
-  virtual void ShowBalloon(const String& text) = 0;
 };
 
 class TimerImp {

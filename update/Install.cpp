@@ -25,6 +25,9 @@ void Window1::pbUpdate_Action() {
   const auto dialog = New<MessageDialog>();
   shell->Mode(2);
   stStatus()->Text("Installing Update...");
+  OnRefusedClose([status = stStatus()] {
+    status->ShowBalloon("Installing. Close again to leave; the installation continues.");
+  });
   Extract(*shell, EditField1()->Text());
   if (shell->ErrorCode() != 0) {
     DescribeFailure(*dialog, EditField1()->Text(), *shell);

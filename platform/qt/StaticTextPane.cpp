@@ -47,6 +47,7 @@ class StaticTextPane : public WidgetPane<StaticText, Label> {
   }
 
   void Update() override {
+    delete mBalloon;  // it is about the former text
     WidgetPane::Update();
     const auto& list = Properties();
     mWidget->SetHelpTag(ToDisplayText(list.HelpTag));

@@ -3,6 +3,7 @@
 #include <QPointer>
 
 #include "platform/Toolkit.h"
+#include "platform/qt/Balloon.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
 
@@ -59,12 +60,17 @@ class WidgetPane : public Interface {
   void SetFocus() override { mWidget->setFocus(); }
   void Refresh() override { mWidget->repaint(); }
   void AcceptFileDrop(const String&) override {}
+  void ShowBalloon(const String& text) override {
+    delete mBalloon;
+    mBalloon = new Balloon(*mWidget, ToDisplayText(text));
+  }
 
  protected:
   const auto& Properties() const { return mModel.Properties(); }
 
   Model& mModel;
   QPointer<Widget> mWidget;
+  QPointer<Balloon> mBalloon;
 };
 
 }  // namespace zelto

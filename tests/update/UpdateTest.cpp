@@ -157,6 +157,8 @@ TEST_F(UpdateTest, SecondCloseEndsTheProgramAndTheCommandFinishes) {
        [&] {
          mTop->close();
          EXPECT_TRUE(mTop->isVisible());
+         EXPECT_EQ(ControlWidget(*mTop, "stStatus").accessibleDescription(),
+                   "Installing. Close again to leave; the installation continues.");
          mTop->close();
          EXPECT_FALSE(mTop->isVisible());
        });
