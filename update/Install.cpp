@@ -11,10 +11,11 @@ namespace {
 // Returns when the last command has ended.
 void Extract(Shell& shell, const String& path) {
   const ContentLock lock;
-  const auto inhibitor = InhibitSessionEnd("Installing an update");
   shell.Execute(ForgetCredentials());
   shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
   shell.Execute(FullExtract(Globals::Passwd, Globals::User, path));
+  // After the commands have started, because the desktop's services can fail to answer.
+  const auto inhibitor = InhibitSessionEnd("Installing an update");
   AwaitCommands(shell);
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/Application.h"
 #include "platform/Control.h"
-#include "platform/qt/Balloon.h"
 #include "platform/qt/FileDrops.h"
 #include "platform/qt/WidgetPane.h"
 
@@ -63,11 +62,6 @@ class EditPane : public WidgetPane<EditField, FramedEdit<Widget>, EditFieldPane>
     mDrops->Add(type);
   }
 
-  void ShowBalloon(const String& text) override {
-    delete mBalloon;
-    mBalloon = new Balloon(*this->mWidget, ToDisplayText(text));
-  }
-
  protected:
   virtual QString ShownText() const = 0;
   virtual void Write(const QString& text) = 0;
@@ -93,7 +87,6 @@ class EditPane : public WidgetPane<EditField, FramedEdit<Widget>, EditFieldPane>
     InvokeHandler(this->mModel, [this] { this->mModel.Raise("TextChange"); });
   }
 
-  QPointer<Balloon> mBalloon;
   std::unique_ptr<FileDrops> mDrops;
   String mWritten;  // the last text that the program wrote
   QString mShown;   // the displayed form of mWritten

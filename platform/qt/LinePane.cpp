@@ -43,7 +43,12 @@ class LinePane : public EditPane<QLineEdit> {
   void Write(const QString& text) override { mWidget->setText(text); }
 
   bool Accept() override {
-    Properties().Password ? ForgetHistory() : StripNewlines();
+    if (Properties().Password) {
+      HideMemory();
+      ForgetHistory();
+    } else {
+      StripNewlines();
+    }
     return true;
   }
 

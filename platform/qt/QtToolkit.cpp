@@ -14,6 +14,7 @@
 #include "platform/Files.h"
 #include "platform/Toolkit.h"
 #include "platform/qt/Accessibility.h"
+#include "platform/qt/Portal.h"
 #include "platform/qt/StartMessages.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
@@ -107,6 +108,7 @@ void StartToolkit() {
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
   KeepPasswordsFromAssistiveTechnology();
+  HideMemoryAfterPortal();
   RuntimeSetWaiter(&toolkit->Waiter);
 }
 

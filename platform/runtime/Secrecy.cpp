@@ -2,6 +2,7 @@
 
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cstring>
 #ifdef __linux__
 #include <sys/prctl.h>
@@ -18,10 +19,15 @@ void Wipe(void* memory, std::size_t bytes) {
 void DisableCoreDumps() {
   rlimit limit{};
   getrlimit(RLIMIT_CORE, &limit);
-  limit.rlim_cur = 0;  // the hard limit stays, so a command can raise its own limit
+  // One byte also disables core dumps that are piped to a program. The hard limit stays, so a
+  // command can raise its own limit.
+  limit.rlim_cur = std::min<rlim_t>(1, limit.rlim_max);
   setrlimit(RLIMIT_CORE, &limit);
+}
+
+void HideMemory() {
 #ifdef __linux__
-  prctl(PR_SET_DUMPABLE, 0);  // also disables core dumps that are piped to a program
+  prctl(PR_SET_DUMPABLE, 0);
 #endif
 }
 

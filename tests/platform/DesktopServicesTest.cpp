@@ -1,5 +1,7 @@
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <QDBusArgument>
@@ -8,6 +10,7 @@
 #include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
+#include <QElapsedTimer>
 
 #include "tests/Fixtures.h"
 
@@ -41,11 +44,16 @@ class Services : public QDBusVirtualObject {
 
   QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+    if (message.member() == "Close" && message.path() == mRequest) mClient.clear();
     if (message.member() != "Inhibit") return false;
     QString call = message.interface();
     for (const auto& argument : message.arguments()) call += '|' + argument.toString();
     if (call.contains("portal")) {
-      call += qdbus_cast<QVariantMap>(message.arguments().at(2))["reason"].toString();
+      const auto options = qdbus_cast<QVariantMap>(message.arguments().at(2));
+      call += options["reason"].toString();
+      mRequest = "/org/freedesktop/portal/desktop/request/" +
+                 message.service().mid(1).replace('.', '_') + '/' +
+                 options["handle_token"].toString();
     }
     Calls << call;
     if (!call.contains("login1")) {
@@ -65,6 +73,7 @@ class Services : public QDBusVirtualObject {
       QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
   int mReading = -1;
   QString mClient;
+  QString mRequest;  // the object of the portal that ends the inhibition
 };
 
 class DesktopServicesTest : public RecordTest {
@@ -84,16 +93,30 @@ class DesktopServicesTest : public RecordTest {
     mStubs.Script("tar", "exec /bin/tar \"$@\"");
     std::filesystem::remove(mStubs.Path("go"));
   }
+
+  // A socket that accepts connections and never answers. Returns its path.
+  std::string SilentBus() {
+    sockaddr_un address{.sun_family = AF_UNIX};
+    mStubs.Path("bus").copy(address.sun_path, sizeof address.sun_path - 1);
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    EXPECT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(socket, 9), 0);
+    return address.sun_path;
+  }
 };
 
 }  // namespace
 
-// Starts a new process, because a process cannot change its bus.
+// Starts a new process, because a process cannot change its bus. The bus starts no real services.
 TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
   if (!IsRunAgain()) {
+    Write(mStubs.Path("bus.conf"),
+          "<busconfig><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
+          "<allow send_destination='*'/><allow receive_sender='*'/><allow "
+          "own='*'/></policy></busconfig>");
     return RunAgain(
-        "dbus-run-session -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' "
-        "sh",
+        "dbus-run-session --config-file=" + mStubs.Path("bus.conf") +
+            " -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' sh",
         std::filesystem::read_symlink("/proc/self/exe"));
   }
   const QString logind =
@@ -111,4 +134,16 @@ TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
   Install(services, "true", "Install Another");
   EXPECT_EQ(services.Calls,
             QStringList({logind, "org.freedesktop.portal.Inhibit||5|Installing an update"}));
+}
+
+TEST_F(DesktopServicesTest, BusThatNeverAnswersDoesNotDelayAnInstallation) {
+  const auto address = "unix:path=" + SilentBus();
+  qputenv("DBUS_SYSTEM_BUS_ADDRESS", address.data());
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address.data());
+  Choose(mStubs.Update("a.gz", GoodRecord));
+  QElapsedTimer timer;
+  timer.start();
+  WhenModalPress("Install Another");
+  InvokeHandler([&] { mWindow->pbUpdate()->Raise("Action"); });
+  EXPECT_LT(timer.elapsed(), 10'000);
 }
