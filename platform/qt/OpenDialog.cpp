@@ -36,9 +36,10 @@ Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   const bool isChosen = dialog.exec() == QDialog::Accepted;
   ThrowIfQuitting();
   if (!isChosen) return nullptr;
-  lastFolder = dialog.directory().absolutePath();
   const auto files = dialog.selectedFiles();  // may be empty if the file was just made unreadable
-  return files.isEmpty() ? nullptr : FolderItem::At(FromQString(files.constFirst()));
+  if (files.isEmpty()) return nullptr;
+  lastFolder = QFileInfo(files.constFirst()).absolutePath();
+  return FolderItem::At(FromQString(files.constFirst()));
 }
 
 }  // namespace zelto

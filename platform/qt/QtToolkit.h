@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QStandardPaths>
 #include <concepts>
 
 #include "platform/runtime/Wait.h"
@@ -35,7 +36,8 @@ struct Toolkit {
   InputGuard Guard;
   EventLoopWaiter Waiter;
   QPointer<QWidget> EditedField;  // the last focused widget other than a menu bar
-  QString LastFolder;             // where the next open dialog starts
+  // Where the next open dialog starts.
+  QString LastFolder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
 };
 
 Toolkit& TheToolkit();
