@@ -13,6 +13,7 @@
 
 #include "platform/Application.h"
 #include "platform/MessageDialog.h"
+#include "platform/qt/Notification.h"
 #include "platform/qt/QtToolkit.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/TopLevel.h"
@@ -90,7 +91,10 @@ class MessageBoxDialog : public QDialog {
   void Shown() {
     QApplication::alert(this);
     constexpr int hold = 500;  // milliseconds
-    QTimer::singleShot(hold, this, [this] { qApp->removeEventFilter(this); });
+    QTimer::singleShot(hold, this, [this] {
+      qApp->removeEventFilter(this);
+      if (!isActiveWindow()) mNotification.emplace(*this, ToDisplayText(mDialog.Message()));
+    });
   }
 
   void AddIcon(QHBoxLayout& head) {
@@ -165,6 +169,7 @@ class MessageBoxDialog : public QDialog {
 
   MessageDialog& mDialog;
   Ref<MessageDialogButton> mPressed;
+  std::optional<Notification> mNotification;  // if the user may not see the dialog
 };
 
 }  // namespace
