@@ -13,7 +13,7 @@ QDBusPendingCall Call(const QDBusConnection& bus, const BusObject& object, const
 }
 
 QDBusConnection ConnectToBus(const QString& address, const char* name) {
-  const auto bus = QDBusConnection::connectToPeer(address, name);
+  auto bus = QDBusConnection::connectToPeer(address, name);
   Call(bus, {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"}, "Hello");
   return bus;
 }

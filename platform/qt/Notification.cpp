@@ -1,7 +1,7 @@
 #include "platform/qt/Notification.h"
 
 #include <QCoreApplication>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QGuiApplication>
 #include <QWindow>
 
@@ -35,25 +35,31 @@ void Close(const QDBusPendingReply<uint>& reply) {
 }  // namespace
 
 Notification::Notification(QWidget& window, const QString& text)
-    : mWindow(window), mReply(Notify(text)) {
+    : mWindow(window), mAnswer(new QDBusPendingCallWatcher(Notify(text), qApp)) {
+  // Without the name of the service, because connect would wait for the bus to look it up.
   const auto follow = [this](const char* signal, const char* slot) {
-    QDBusConnection::sessionBus().connect(Service().Service, Service().Path, Service().Interface,
-                                          signal, this, slot);
+    QDBusConnection::sessionBus().connect({}, Service().Path, Service().Interface, signal, this,
+                                          slot);
   };
   follow("ActivationToken", SLOT(ActivationToken(uint, QString)));
   follow("ActionInvoked", SLOT(ActionInvoked(uint, QString)));
 }
 
 Notification::~Notification() {
-  if (mReply.isFinished()) {
-    Close(mReply);
-    return;
+  const auto close = [answer = mAnswer] {
+    Close(*answer);
+    answer->deleteLater();
+  };
+  if (mAnswer->isFinished()) {
+    close();
+  } else {
+    connect(mAnswer, &QDBusPendingCallWatcher::finished, mAnswer, close);
   }
-  auto* late = new QDBusPendingCallWatcher(mReply, qApp);
-  connect(late, &QDBusPendingCallWatcher::finished, late, [late] {
-    Close(*late);
-    late->deleteLater();
-  });
+}
+
+bool Notification::IsOwn(uint id) const {
+  const QDBusPendingReply<uint> reply = *mAnswer;
+  return reply.isValid() && reply.value() == id;
 }
 
 // Precedes ActionInvoked. On Wayland, a window needs the token to activate itself.

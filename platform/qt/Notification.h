@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusPendingReply>
+#include <QDBusPendingCallWatcher>
 #include <QWidget>
 
 namespace zelto {
@@ -14,17 +14,13 @@ class Notification : public QObject {
   Notification(QWidget& window, const QString& text);
   ~Notification() override;
 
- private slots:
-  void ActivationToken(uint id, const QString& token);
-  void ActionInvoked(uint id, const QString& action);
-
  private:
-  bool IsOwn(uint id) const {
-    return mReply.isFinished() && mReply.isValid() && mReply.value() == id;
-  }
+  Q_SLOT void ActivationToken(uint id, const QString& token);
+  Q_SLOT void ActionInvoked(uint id, const QString& action);
+  bool IsOwn(uint id) const;
 
   QWidget& mWindow;
-  QDBusPendingReply<uint> mReply;
+  QDBusPendingCallWatcher* mAnswer;
 };
 
 }  // namespace zelto
