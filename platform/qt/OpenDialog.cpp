@@ -30,7 +30,7 @@ QString NameFilter(const String& filter) {
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   auto& lastFolder = TheToolkit().LastFolder;
   AllowInput();
-  QFileDialog dialog(QApplication::activeWindow(), {}, lastFolder, NameFilter(filter));
+  QFileDialog dialog(QApplication::activeWindow(), "Open", lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   const bool isChosen = dialog.exec() == QDialog::Accepted;

@@ -46,9 +46,10 @@ class DesktopTest(unittest.TestCase):
         return account
 
     def _assert_nothing_kept(self, home, before):
-        # The window manager, sudo and the accessibility bus create these files. Other programs of the session can
-        # leave a core file. test_hardening.Secret looks for a core file of the utility.
-        others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/dconf.*)?|\.sudo_as_admin_successful|core)$")
+        # The window manager, sudo, the accessibility bus and the portal create these files. Other programs of the
+        # session can leave a core file. test_hardening.Secret looks for a core file of the utility.
+        others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/(dconf|gtk-3\.0).*)?|\.local(/share(/(flatpak.*|recently-used.xbel))?)?"
+                            r"|\.sudo_as_admin_successful|core)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
 

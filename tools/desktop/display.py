@@ -56,7 +56,8 @@ class Desktop:
         # A test must not write to root's real home.
         home = self._user.pw_dir if self._user.pw_uid else str(self._runtime)
         environment = {"HOME": home, "USER": self._user.pw_name, "LOGNAME": self._user.pw_name, "PATH": PATH,
-                       "LANG": "C.UTF-8", "XDG_RUNTIME_DIR": str(self._runtime), **self.variables,
+                       "LANG": "C.UTF-8", "NO_AT_BRIDGE": "1",  # the driver could have to wait for other programs
+                       "XDG_RUNTIME_DIR": str(self._runtime), **self.variables,
                        "DBUS_SESSION_BUS_ADDRESS": "disabled:"}  # else a program starts a bus that outlives it
         with open(self._folder / "desktop.log", "ab") as log:
             streams = {"stdin": subprocess.DEVNULL, "stdout": log, "stderr": log} | streams
