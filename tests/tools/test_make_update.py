@@ -107,9 +107,9 @@ class MakeUpdate(unittest.TestCase):
                 (stubs / "gzip").chmod(0o755)
                 (tree / "a").write_text("a")
                 process = subprocess.Popen(
-                    [TOOL, "--product=P", "--version=V", "--description=D", tree.parent, "update.gz"], cwd=folder,
+                    [TOOL, *"--product P --version V --description D tree update.gz".split()], cwd=folder,
                     env=os.environ | {"PATH": f"{stubs}:{os.environ['PATH']}"}, stderr=subprocess.PIPE)
-                while not list(Path(folder).glob("update.gz.*/archive")):
+                while process.poll() is None and not list(Path(folder).glob("update.gz.*/archive")):
                     time.sleep(0.02)
                 process.send_signal(number)
                 self.assertEqual((process.communicate(timeout=10)[1], process.returncode), (b"", -number))
@@ -144,7 +144,7 @@ class MakeUpdate(unittest.TestCase):
     def test_same_tree_gives_same_bytes_and_checksum(self):
         done, _, made = self.run_in_folder(
             "make >sums; mv update.gz first; mv tree/opt .; mv opt tree; umask 077; mkdir 'back\\\\slash\n'; "
-            "cp -a tree back*; (cd back*; export TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C.UTF-8; make >../sums; mv u* ..); "
+            "cp -a tree back*; (cd back*; export TAR_OPTIONS=--mode=777 GZIP=-1 LC_ALL=C; make >../sums; mv u* ..); "
             "tail -n 1 sums | sha256sum --strict -c && cmp first update.gz && tar -tPzf first && tail -n 1 sums")
         self.assertEqual(done.stdout.split("\n")[:-2],
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
