@@ -2,6 +2,7 @@
 import os
 import re
 import resource
+import stat
 
 from make_update import record
 from make_update.contents import Contents
@@ -17,7 +18,8 @@ RECEIVE = f"""[ "$TAR_SIZE" -le {record.RECORD_LIMIT} ] || {{
 }}
 echo "$TAR_SIZE"
 exec cat"""
-SYSTEM_FAULT = re.compile("Input/output error|Cannot (exec|fork|open)|allocate memory|died with signal|ended with status")
+SYSTEM_FAULT = re.compile(
+    "Input/output error|Cannot (exec|fork|open)|allocate memory|died with signal|ended with status")
 
 
 class Invalid(Refusal):
@@ -29,9 +31,7 @@ class Invalid(Refusal):
 
 def check(file):
     """Returns the lines of the report."""
-    if not os.path.lexists(file):
-        raise Failure(f"{quoted(file)}: not checked: no such file")
-    if not os.path.isfile(file):
+    if not stat.S_ISREG(os.stat(file).st_mode):
         raise Invalid(file, "it is not a regular file")
     if not os.access(file, os.R_OK):
         raise Failure(f"{quoted(file)}: not checked: change its mode or run this as root")

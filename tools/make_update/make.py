@@ -13,7 +13,7 @@ from make_update.tree import Tree
 CONTROL_TIME = 946_684_800  # the year 2000; tar warns of times near 1970
 # Hard links become separate files, because a hard link cannot connect two file systems of the target.
 FORMAT = ("-I", "gzip -n", "--format=gnu", "--owner=root:0", "--group=root:0", "--hard-dereference", "--no-recursion",
-          "--no-unquote", "--show-transformed-names", "--transform", rf"s,^control$,{record.CONTROL},S;s,^\./,/,S")
+          "--show-transformed-names", "--transform", rf"s,^control$,{record.CONTROL},S;s,^\./,/,S")
 
 
 def make(texts, folder, file):
@@ -46,7 +46,7 @@ def read_tree(folder):
     if not os.path.isdir(folder):
         raise Failure(f"{quoted(folder)}: not an accessible directory; give another")
     if os.path.samefile(folder, "/"):
-        raise Refusal(f"{quoted(folder)}: it is the root directory; copy the files to install to a directory of their own")
+        raise Refusal(f"{quoted(folder)}: it is the root directory; give a copy of the files to install")
     try:
         return Tree(os.path.join(os.getcwd(), folder))
     except FileNotFoundError as error:
