@@ -16,16 +16,23 @@ void RemoveEscapeSequences(QString& text) {
   text.remove(sequence);
 }
 
+// Bidirectional controls would show another order of letters than that of the text.
+bool IsHidden(QChar c) {
+  if (c.category() == QChar::Other_Control) return c != QLatin1Char('\n') && c != QLatin1Char('\t');
+  const char16_t code = c.unicode();
+  const bool isMark = code == 0x061C || code == 0x200E || code == 0x200F;
+  const bool isEmbedding = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+  return isMark || isEmbedding || code == QChar::ByteOrderMark;
+}
+
 }  // namespace
 
 QString ToDisplayText(const String& text) {
   const auto bytes = text.Bytes();
   QString shown = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
   RemoveEscapeSequences(shown);
-  shown.replace("\r\n", "\n").replace('\r', '\n');
-  shown.removeIf([](QChar c) {
-    return c.category() == QChar::Other_Control && c != QLatin1Char('\n') && c != QLatin1Char('\t');
-  });
+  shown.replace("\r\n", "\n").replace('\r', ' ');
+  shown.removeIf(IsHidden);
   return shown;
 }
 
