@@ -10,6 +10,7 @@ void MessageDialog::Init() {
   mActionButton->Default(true);
   mActionButton->Caption("OK");
   mCancelButton = RuntimeNewObject<class CancelButton>();
+  mCancelButton->Default(true);
   mCancelButton->Cancel(true);
   mCancelButton->Caption("Cancel");
   mAlternateActionButton = RuntimeNewObject<class AlternateActionButton>();

@@ -28,7 +28,7 @@ class CancelButton : public MessageDialogButton {};
 class AlternateActionButton : public MessageDialogButton {};
 
 // A question or a message to the user. A new dialog shows the default button "OK" and hides the
-// button "Cancel". While "Cancel" is visible, Esc presses it.
+// button "Cancel". If "Cancel" is visible, it is the default button, and Esc presses it, too.
 class MessageDialog : public Object {
  public:
   void Init() override;

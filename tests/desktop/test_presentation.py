@@ -32,7 +32,7 @@ class Keyboard(DesktopTest):
             utility.key(*way)
             utility.outcome()
             self.assert_installed(members)
-            utility.answer_by_keyboard(answer, default="Quit")
+            utility.answer_by_keyboard(answer, default="Install Another")
         self.assertEqual(utility.exit_status(), 0)
 
 
