@@ -1,7 +1,9 @@
 #include "platform/qt/Accessibility.h"
 
-#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QLineEdit>
+
+#include "platform/qt/TopLevel.h"
 
 namespace zelto {
 
@@ -41,8 +43,26 @@ void ReportMasked(QAccessibleEvent* event) {
   Report(event);
 }
 
+// Qt itself calls a window of no special class a "filler".
+QAccessibleInterface* NewWindowInterface(const QString&, QObject* object) {
+  auto* top = dynamic_cast<TopLevel*>(object);
+  if (!top) return nullptr;
+  const bool isDialog = top->windowType() == Qt::Dialog;
+  return new QAccessibleWidget(top, isDialog ? QAccessible::Dialog : QAccessible::Window);
+}
+
 }  // namespace
 
-void KeepPasswordsFromAssistiveTechnology() { QAccessible::installUpdateHandler(ReportMasked); }
+void SetUpAccessibility() {
+  QAccessible::installUpdateHandler(ReportMasked);
+  QAccessible::installFactory(NewWindowInterface);
+}
+
+void Announce([[maybe_unused]] QWidget& widget, [[maybe_unused]] const QString& text) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+  QAccessibleAnnouncementEvent event(&widget, text);
+  QAccessible::updateAccessibility(&event);
+#endif
+}
 
 }  // namespace zelto

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QWidget>
+
 namespace zelto {
 
-// Masks the characters in the change notifications of password fields. By default, Qt reports the
-// typed characters to assistive technology.
-void KeepPasswordsFromAssistiveTechnology();
+// Gives each window its role, and masks the characters in the change notifications of password
+// fields. By default, Qt reports the typed characters to assistive technology.
+void SetUpAccessibility();
+// Asks assistive technology to speak the text, with Qt 6.8 or later.
+void Announce(QWidget& widget, const QString& text);
 
 }  // namespace zelto

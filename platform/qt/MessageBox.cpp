@@ -50,7 +50,8 @@ class MessageBoxDialog : public QDialog {
   explicit MessageBoxDialog(MessageDialog& dialog) : mDialog(dialog) {
     setWindowTitle(dialog.Title().IsNil() ? "ZELTO Group Update Utility"
                                           : ToDisplayText(dialog.Title()));
-    setAccessibleDescription(ToDisplayText(dialog.Message()));
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
     auto* head = new QHBoxLayout;

@@ -2,6 +2,7 @@
 #include <QPainter>
 
 #include "platform/Control.h"
+#include "platform/qt/Accessibility.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WidgetPane.h"
 
@@ -20,6 +21,7 @@ class Label : public QLabel {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);  // that of the text
     painter.setPen(
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
     const QFont font = FittedFont(this->font(), text(), size(), Flags());
@@ -54,7 +56,10 @@ class StaticTextPane : public WidgetPane<StaticText, Label> {
     mWidget->setWordWrap(list.Multiline);
     mWidget->setAlignment(HorizontalAlignment(list.TextAlign) |
                           (list.Multiline ? Qt::AlignTop : Qt::AlignVCenter));
-    mWidget->setText(ToDisplayText(list.Text));
+    const QString text = ToDisplayText(list.Text);
+    const bool isNews = mWidget->isVisible() && text != mWidget->text() && !text.isEmpty();
+    mWidget->setText(text);
+    if (isNews) Announce(*mWidget, text);
   }
 };
 
