@@ -107,8 +107,8 @@ void EndToolkit();
 Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// What the windows show while a handler waits. Busy (DoEvents): the busy cursor and the progress
-// bar. Blocked (RuntimeAwait): the wait cursor.
+// What the windows show while a handler waits: the busy cursor (Busy: DoEvents) or the wait cursor
+// (Blocked: RuntimeAwait), and after a moment the progress bar.
 enum class Waiting : std::uint8_t { Not, Busy, Blocked };
 void ShowWaiting(Waiting waiting);
 // Ends RunLoop and all nested loops. After that, each new nested loop ends at once until RunLoop

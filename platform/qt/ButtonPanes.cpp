@@ -18,6 +18,15 @@ QFont CaptionFont(const QAbstractButton& button) {
                     Qt::AlignCenter | Qt::TextShowMnemonic);
 }
 
+// Draws the button unavailable while a handler waits, without a change of its state or of the
+// focus.
+void ShowWaiting(const QWidget& button, QStyleOption& option) {
+  const auto* top = dynamic_cast<const TopLevel*>(button.window());
+  if (!top || !top->ShowsActivity()) return;
+  option.state &= ~QStyle::State_Enabled;
+  option.palette.setCurrentColorGroup(QPalette::Disabled);
+}
+
 class FittedPushButton : public QPushButton {
  public:
   explicit FittedPushButton(QWidget* parent) : QPushButton(parent) {
@@ -32,6 +41,7 @@ class FittedPushButton : public QPushButton {
     const auto* focused = qobject_cast<QAbstractButton*>(window()->focusWidget());
     option->features.setFlag(QStyleOptionButton::DefaultButton,
                              focused ? focused == this : isDefault());
+    ShowWaiting(*this, *option);
   }
 
   void paintEvent(QPaintEvent*) override {
@@ -53,6 +63,7 @@ class FittedToolButton : public QToolButton {
     QStylePainter painter(this);
     QStyleOptionToolButton option;
     initStyleOption(&option);
+    ShowWaiting(*this, option);
     option.font = CaptionFont(*this);
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
   }

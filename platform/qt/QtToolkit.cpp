@@ -107,7 +107,7 @@ void StartToolkit() {
   QApplication::setDesktopFileName("local.zelto.update_utility");
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
-  KeepPasswordsFromAssistiveTechnology();
+  SetUpAccessibility();
   HideMemoryAfterPortal();
   RuntimeSetWaiter(&toolkit->Waiter);
 }
@@ -142,7 +142,7 @@ void ShowWaiting(Waiting waiting) {
   }
   for (auto* widget : QApplication::topLevelWidgets()) {
     auto* top = dynamic_cast<TopLevel*>(widget);
-    if (top && top->isVisible()) top->ShowActivity(waiting == Waiting::Busy);
+    if (top && top->isVisible()) top->ShowActivity(waiting != Waiting::Not);
   }
 }
 

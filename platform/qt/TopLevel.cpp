@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QTimer>
 
 #include "platform/Application.h"
 #include "platform/Window.h"
@@ -13,6 +14,8 @@ TopLevel::TopLevel(Window& window)
   mLayout->setContentsMargins(0, 0, 0, 0);
   mLayout->setSpacing(0);
   mLayout->addWidget(mContent);
+  // The controls have absolute positions, which fit together only with their texts on these sides.
+  mContent->setLayoutDirection(Qt::LeftToRight);
 }
 
 void TopLevel::AddToTabOrder(QWidget& control, int tabIndex) {
@@ -25,6 +28,7 @@ void TopLevel::AddToTabOrder(QWidget& control, int tabIndex) {
 
 void TopLevel::ShowActivity(bool isActive) {
   delete std::exchange(mActivity, nullptr);
+  mContent->update();
   if (!isActive) return;
   mActivity = new QProgressBar(mContent);
   mActivity->setRange(0, 0);  // indeterminate
@@ -32,7 +36,12 @@ void TopLevel::ShowActivity(bool isActive) {
   mActivity->setAttribute(Qt::WA_TransparentForMouseEvents);
   constexpr int height = 8;  // pixels; in a lower bar, the moving stripes do not show
   mActivity->setGeometry(0, mContent->height() - height, mContent->width(), height);
-  mActivity->show();
+  mActivity->hide();
+  constexpr int delay = 300;  // milliseconds; shorter waits do not flicker
+  QTimer::singleShot(delay, mActivity, [this] {
+    mActivity->show();
+    mContent->update();
+  });
 }
 
 void TopLevel::Detach() {

@@ -23,7 +23,9 @@ class TopLevel : public QWidget {
   // presses the cancel button.
   void SetDefault(QAbstractButton& button, bool isDefault) { Mark(mDefault, button, isDefault); }
   void SetCancel(QAbstractButton& button, bool isCancel) { Mark(mCancel, button, isCancel); }
+  // Shows a progress bar after a moment, until the call with false.
   void ShowActivity(bool isActive);
+  bool ShowsActivity() const { return mActivity && mActivity->isVisible(); }
   // Forgets the window and deletes the widget later.
   void Detach();
 

@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <QAbstractButton>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -107,8 +109,6 @@ TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
   Once([&] { return mStubs.Calls("tar").size() == 1; },
        [&] {
          during = Bytes(mWindow->stStatus()->Text());
-         const auto* progress = mTop->findChild<QProgressBar*>();
-         EXPECT_TRUE(progress && progress->isVisible());
          mStubs.Release();
        });
   EXPECT_EQ(Install("Install Another"),
@@ -120,6 +120,30 @@ TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
   const auto calls = mStubs.Calls("sudo");
   EXPECT_EQ(calls.at(calls.size() - 3), std::vector<std::string>{"-K"});
   EXPECT_EQ(calls.back(), (std::vector<std::string>{"-S", "tar", "-zxPvf", mGood}));
+}
+
+TEST_F(UpdateTest, ALongWaitShowsProgressAndUnavailableButtons) {
+  auto& button = ControlWidget<QAbstractButton>(*mTop, "BevelButton1");
+  const auto look = [&] { return button.grab().toImage(); };
+  const auto isActive = [this] {
+    const auto* progress = mTop->findChild<QProgressBar*>();
+    return progress && progress->isVisible();
+  };
+  const QImage available = look();
+  mStubs.Script("tar", "sleep 0.5; exec /bin/tar \"$@\"");
+  for (const auto& wait : {std::function([&] { Choose(mGood); }),
+                           std::function([&] { Install("Install Another"); })}) {
+    QElapsedTimer timer;
+    timer.start();
+    Once(isActive, [&] {
+      EXPECT_GE(timer.elapsed(), 300);
+      EXPECT_NE(look(), available);
+      EXPECT_TRUE(button.isEnabled());
+    });
+    wait();
+    EXPECT_FALSE(isActive());
+    EXPECT_EQ(look(), available);
+  }
 }
 
 TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
