@@ -27,6 +27,7 @@ class AreaPane : public EditPane<QPlainTextEdit> {
     mWidget->setTabChangesFocus(!list.AcceptTabs);
     QTextOption option = mWidget->document()->defaultTextOption();
     option.setAlignment(HorizontalAlignment(list.Alignment));
+    option.setTextDirection(Qt::LayoutDirectionAuto);  // that of each paragraph
     mWidget->document()->setDefaultTextOption(option);
   }
 

@@ -19,9 +19,17 @@ class FramedEdit : public Widget {
   void initStyleOption(QStyleOptionFrame* option) const override {
     Widget::initStyleOption(option);
     if (!mUsesFocusRing) option->state &= ~QStyle::State_HasFocus;
+    // Some styles draw a frame only around a high line of text.
+    option->fontMetrics = QFontMetrics(SmallestFont());
   }
 
  private:
+  static QFont SmallestFont() {
+    QFont font;
+    font.setPixelSize(1);
+    return font;
+  }
+
   bool mUsesFocusRing = true;
 };
 

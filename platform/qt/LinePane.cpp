@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QLineEdit>
 #include <QStyleOptionFrame>
 
@@ -32,6 +33,8 @@ class LinePane : public EditPane<QLineEdit> {
     constexpr int toolkitsLimit = 32'767;  // characters
     // The line of text must not be higher than the field.
     mWidget->setFont(FittedFont(mWidget->font(), "Áy", {list.Width, list.Height - frame}, 0));
+    // Some styles leave out the frame of a low field, or clip its text to what the frame leaves.
+    mWidget->setTextMargins(0, -frame, 0, -frame);
     mWidget->setFrame(list.Border);
     mWidget->setEchoMode(list.Password ? QLineEdit::Password : QLineEdit::Normal);
     mWidget->setMaxLength(list.LimitText > 0 ? list.LimitText : toolkitsLimit);
@@ -42,29 +45,24 @@ class LinePane : public EditPane<QLineEdit> {
   QString ShownText() const override { return mWidget->text(); }
   void Write(const QString& text) override { mWidget->setText(text); }
 
+  // A pasted text often ends in a newline. Within a value, no command line can carry one.
   bool Accept() override {
-    if (Properties().Password) {
-      HideMemory();
-      ForgetHistory();
-    } else {
-      StripNewlines();
-    }
+    const bool isSecret = Properties().Password;
+    if (isSecret) HideMemory();
+    QString text = ShownText();
+    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
+    const bool isPossible = !text.contains('\n') && !text.contains(QChar::Null);
+    const bool isChanged = text != ShownText();
+    if (isSecret && (isChanged || !isPossible)) Overwrite(ShownText());
+    if (!isPossible) return QApplication::beep(), false;
+    if (isSecret) Overwrite(Before());
+    // QLineEdit keeps typed letters for undo, even in a password field. setText clears that
+    // history.
+    if (isSecret || isChanged) Replace(text);
     return true;
   }
 
  private:
-  // QLineEdit keeps typed letters for undo, even in a password field. setText clears that history.
-  void ForgetHistory() {
-    Overwrite(Before());
-    Replace(mWidget->text());
-  }
-
-  void StripNewlines() {
-    QString text = mWidget->text();
-    while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
-    if (text != mWidget->text()) Replace(text);
-  }
-
   void Replace(const QString& text) {
     const int cursor = mWidget->cursorPosition();
     Show(text);

@@ -23,7 +23,7 @@ Qt::Alignment HorizontalAlignment(Int32 code) {
 }
 
 QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags) {
-  constexpr int smallest = 7;  // pixels
+  constexpr int smallest = 9;  // pixels
   const auto fits = [&](const QFont& candidate) {
     // Wraps the text at the width of the space. Text without wrapping is measured on one line.
     const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? space.width() : 0, 0);

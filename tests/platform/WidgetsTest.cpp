@@ -90,25 +90,30 @@ TEST_F(WidgetsTest, TextIsReadBackUnchanged) {
   EXPECT_EQ(mWindow->Log, "TextChange TextChange ");
 }
 
-TEST_F(WidgetsTest, PastedPathLosesTrailingNewlines) {
-  QApplication::clipboard()->setText("/x/a\nb\r\n\n");
-  mLine->paste();
-  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb");
-  mWindow->EditField1()->Text("/x/a\n");
-  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\n");
-  mLine->clear();
-  mWindow->EditField1()->Set(&EditFieldList::Password, true);
-  mLine->paste();
-  EXPECT_EQ(Bytes(mWindow->EditField1()->Text()), "/x/a\nb\r\n\n");
+TEST_F(WidgetsTest, PastedTextLosesTrailingNewlinesAndFitsIntoACommandLine) {
+  const auto field = mWindow->EditField1();
+  for (const bool isPassword : {false, true}) {
+    field->Set(&EditFieldList::Password, isPassword);
+    for (const auto& text : {QString("/x/a\r\n\n"), QString("b\nc"), QString("b") + QChar::Null + "c"}) {
+      QApplication::clipboard()->setText(text);
+      mLine->paste();
+      EXPECT_EQ(Bytes(field->Text()), "/x/a");
+    }
+    mLine->clear();
+  }
+  field->Text("/x/a\nb\n");
+  EXPECT_EQ(Bytes(field->Text()), "/x/a\nb\n");
 }
 
-TEST(DisplayText, OmitsEscapeSequencesAndConvertsCarriageReturns) {
+TEST(DisplayText, OmitsControlsAndConvertsCarriageReturns) {
   const std::pair<const char*, const char*> shown[] = {
       {"\x1B[1;31mred\x1B[0m \x1B[Kend\u009B31m", "red end"},
       {"\x1B]0;title\aa\x1B]8;;x\x1B\\b", "ab"},
       {"\x1B(Ba\033cb\x1B]open\nc", "abopen\nc"},
-      {"1%\r2%\r\n3%\n", "1%\n2%\n3%\n"},
-      {"a\tb\x08\x7F\x1B", "a\tb"}};
+      {"1%\r2%\r\n3%\n", "1% 2%\n3%\n"},
+      {"a\tb\x08\x7F\x1B", "a\tb"},
+      {"\uFEFFZELTO \u202Elive\u202C \u2066a\u2069\u200E\u200F\u061C", "ZELTO live a"},
+      {"\u0646\u200C\u0627", "\u0646\u200C\u0627"}};  // a joiner changes the shape of letters
   for (const auto& [text, expected] : shown) {
     EXPECT_EQ(ToDisplayText(std::string(text)).toStdString(), expected);
   }
