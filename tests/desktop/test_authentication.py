@@ -2,7 +2,7 @@ import secrets
 
 from desktop.accounts import Account
 from desktop.utility import AUTHENTICATE, MAIN, Utility
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 
 class RightPassword(DesktopTest):

@@ -11,7 +11,7 @@ from pathlib import Path
 
 from desktop.display import Desktop
 from desktop.wait import until
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 BUILD, SOURCE = Path(PROGRAM).resolve().parent.parent, Path(__file__).resolve().parent.parent.parent
 PR_SET_CHILD_SUBREAPER = 36

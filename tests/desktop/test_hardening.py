@@ -9,7 +9,7 @@ from secrets import token_hex
 
 from desktop.memory import copies
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
-from place import LONG, PROGRAM, DesktopTest
+from base import LONG, PROGRAM, DesktopTest
 
 
 class NeverCutOff(DesktopTest):

@@ -2,7 +2,7 @@ import os
 
 from desktop import wayland
 from desktop.utility import AUTHENTICATE, MAIN, Utility
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 
 class Keyboard(DesktopTest):

@@ -2,7 +2,7 @@ import contextlib
 import os
 import threading
 
-from place import LONG, DesktopTest
+from base import LONG, DesktopTest
 
 
 class Secrecy(DesktopTest):

@@ -1,7 +1,7 @@
 import os
 
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 
 class Portal(DesktopTest):
@@ -18,10 +18,10 @@ class Portal(DesktopTest):
         utility.click("Choose update file")
         # The dialog belongs to the portal's process, so the driver does not see it.
         dialog = "search", "--onlyvisible", "--name", "^Open$"
-        utility.until(lambda: utility.hand(*dialog))
-        utility.hand(*dialog, "windowactivate", "--sync")
-        utility.hand("key", "ctrl+l")
-        utility.hand("type", path)
+        utility.until(lambda: utility.xdotool(*dialog))
+        utility.xdotool(*dialog, "windowactivate", "--sync")
+        utility.xdotool("key", "ctrl+l")
+        utility.xdotool("type", path)
         # The dialog ignores the key until it has looked the path up.
-        utility.until(lambda: not utility.hand(*dialog) or utility.hand("key", "Return"))
+        utility.until(lambda: not utility.xdotool(*dialog) or utility.xdotool("key", "Return"))
         utility.shows("Chosen", "3", "In the dialog of the portal.")

@@ -4,7 +4,7 @@ from pathlib import Path
 
 from desktop.accounts import run
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 
 class SetUps(DesktopTest):

@@ -1,7 +1,7 @@
 import os
 
 from desktop.wait import until
-from place import DesktopTest
+from base import DesktopTest
 
 
 class Install(DesktopTest):

@@ -75,13 +75,13 @@ class Desktop:
         """The path of the copy of a program."""
         return self._folder / "bin" / name
 
-    def hand(self, *arguments):
+    def xdotool(self, *arguments):
         """Runs xdotool on this display, for actions that the accessibility driver does not support."""
         return self._run(["xdotool", *map(str, arguments)]).stdout
 
     def key_until_gone(self, key):
         """Presses the key repeatedly until the program has no window."""
-        until(lambda: self.hand("key", key) or not self.hand("search", "--class", self._program.name), 30,
+        until(lambda: self.xdotool("key", key) or not self.xdotool("search", "--class", self._program.name), 30,
               lambda: f"{key} does not end the program")
 
     def end_display(self):

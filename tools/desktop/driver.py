@@ -13,7 +13,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib
 
-import hand
+import input
 from wait import until
 
 LIMIT = 15
@@ -49,18 +49,18 @@ class Driver:
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
     def click(self, name):
-        hand.click(*self._centre(name))
+        input.click(*self._centre(name))
 
     def drop(self, path, name):
-        hand.drag_file(path, *self._centre(name))
+        input.drag_file(path, *self._centre(name))
 
     def key(self, *keys):
         self._wait_for_keyboard()
-        hand.key(*keys)
+        input.key(*keys)
 
     def type(self, text):
         self._wait_for_keyboard()
-        hand.type_text(text)
+        input.type_text(text)
 
     def set_text(self, field, text):
         self._control(field, FIELDS).get_editable_text_iface().set_text_contents(text)
