@@ -1,5 +1,6 @@
 #include "platform/qt/QtToolkit.h"
 
+#include <QAbstractButton>
 #include <QEventLoop>
 #include <QImageReader>
 #include <QKeyEvent>
@@ -29,16 +30,6 @@ bool IsInput(const QEvent& event) {
   }
   return event.isInputEvent() || IsAnyOf(event, QEvent::Shortcut, QEvent::InputMethod,
                                          QEvent::DragEnter, QEvent::DragMove, QEvent::Drop);
-}
-
-// A key that is held down must not answer a dialog that opens meanwhile. Qt itself ignores a
-// repeated space on a button.
-bool PressesAgain(const QObject& receiver, const QEvent& event) {
-  if (event.type() != QEvent::KeyPress || !receiver.isWidgetType()) return false;
-  const auto& press = static_cast<const QKeyEvent&>(event);
-  const bool pressesButton = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter ||
-                             press.key() == Qt::Key_Escape;
-  return press.isAutoRepeat() && pressesButton && !qobject_cast<const QPlainTextEdit*>(&receiver);
 }
 
 bool IsQuitRequest(const QEvent& event) {
@@ -80,8 +71,31 @@ QIcon ApplicationIcon() {
 
 Toolkit& TheToolkit() { return *toolkit; }
 
+// Qt takes a repetition for a new press if it has not yet read the press when it handles the
+// release before it. Both have the same time.
+bool InputGuard::IsRepeated(const QKeyEvent& press) const {
+  return press.isAutoRepeat() || (press.timestamp() != 0 && press.timestamp() == mReleaseTime &&
+                                  press.key() == mReleasedKey);
+}
+
+bool InputGuard::PressesAgain(const QObject& receiver, const QKeyEvent& press) const {
+  if (!receiver.isWidgetType() || !IsRepeated(press)) return false;
+  if (press.key() == Qt::Key_Space) return qobject_cast<const QAbstractButton*>(&receiver);
+  const bool canPress = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter ||
+                        press.key() == Qt::Key_Escape;
+  return canPress && !qobject_cast<const QPlainTextEdit*>(&receiver);
+}
+
 bool InputGuard::eventFilter(QObject* receiver, QEvent* event) {
-  if (PressesAgain(*receiver, *event)) return true;
+  if (IsAnyOf(*event, QEvent::KeyPress, QEvent::KeyRelease)) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (event->type() == QEvent::KeyRelease) {
+      mReleasedKey = key.key();
+      mReleaseTime = key.timestamp();
+    } else if (PressesAgain(*receiver, key)) {
+      return true;
+    }
+  }
   if (!HandlerWaits()) return false;
   if (IsQuitRequest(*event)) {
     QuitIfAllowed();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QStandardPaths>
 #include <concepts>
@@ -13,6 +14,14 @@ namespace zelto {
 class InputGuard : public QObject {
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  bool IsRepeated(const QKeyEvent& press) const;
+  // A key that is held down must not answer a dialog that opens meanwhile.
+  bool PressesAgain(const QObject& receiver, const QKeyEvent& press) const;
+
+  int mReleasedKey = 0;
+  quint64 mReleaseTime = 0;  // milliseconds
 };
 
 class EventLoopWaiter : public Waiter {

@@ -47,10 +47,11 @@ class KeysTest : public WindowTest<> {
 };
 
 // Sends the keys to the focused widget, like keys that are held down.
-void Repeat(QWidget& window, const std::vector<Qt::Key>& keys) {
+void Repeat(QWidget& window, const std::vector<Qt::Key>& keys, bool isMarked = true) {
   for (const auto key : keys) {
     for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
-      QKeyEvent event(type, key, {}, key == Qt::Key_A ? "a" : "", true);
+      QKeyEvent event(type, key, {}, key == Qt::Key_A ? "a" : "", isMarked);
+      event.setTimestamp(1000);
       QApplication::sendEvent(window.focusWidget(), &event);
     }
   }
@@ -112,6 +113,7 @@ TEST_F(KeysTest, RepeatedKeysTypeAndMoveButPressNoButton) {
     QObject::connect(button, &QAbstractButton::clicked, button, [&] { isPressed = true; });
     button->setFocus();
     Repeat(*mTop, pressing);
+    Repeat(*mTop, pressing, false);
   }
   mLine->setFocus();
   Repeat(*mTop, {Qt::Key_A, Qt::Key_A, Qt::Key_Left, Qt::Key_Return});
