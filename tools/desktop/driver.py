@@ -104,6 +104,10 @@ class Driver:
     def pid(self):
         return self._program.pid
 
+    def poll(self):
+        """The exit status of the program, or None while it runs."""
+        return self._program.poll()
+
     def exit_status(self, limit=LIMIT):
         until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
         return self._program.returncode

@@ -52,6 +52,10 @@ class Session(Desktop):
         return until(condition, limit, lambda: f"the condition was not met; on the screen: "
                      f"{ {title: self.texts(title) for title in self.windows()} }")
 
+    def log(self):
+        """What the programs of the session have printed."""
+        return (self._folder / "desktop.log").read_text(errors="replace")
+
     def _ask(self, verb, arguments, options):
         try:
             print(json.dumps([verb, arguments, options]), file=self._link, flush=True)
@@ -69,7 +73,7 @@ class Session(Desktop):
         with contextlib.suppress(subprocess.TimeoutExpired):
             self._driver.wait(5)
         return RuntimeError(f"no driver in the session (exit status {self._driver.returncode}): "
-                            + (self._folder / "desktop.log").read_text())
+                            + self.log())
 
     def _end_driver(self):
         started = psutil.Process(self._driver.pid).children(recursive=True)
