@@ -20,7 +20,7 @@ AT_HEADING = {
         cp sample-2.5.tar.gz.asc signature; gpg --quick-generate-key other@vendor.example ed25519
         gpg --yes --local-user other@vendor.example --armor --detach-sign sample-2.5.tar.gz
         gpg --verify sample-2.5.tar.gz.asc sample-2.5.tar.gz
-        """ + f"if {VERIFY}; then exit 1; fi; mv signature sample-2.5.tar.gz.asc; umask 077",
+        """ + f"if {VERIFY}; then exit 1; fi; mv signature sample-2.5.tar.gz.asc; umask 027",
     "## Install": "test \"$(stat -c %a before-2.5/* | sort -u)\" = 600; touch /opt/new.txt",
     "## Undo": r"""cmp tree/opt/sample/greeting /opt/sample/greeting; test "$(stat -c %a /opt/new/*)" = 755
         echo kept >/opt/new/kept; test -s public/sample-2.5.tar.gz.asc; sha256sum -c public/*.sha256""",
