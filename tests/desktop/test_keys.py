@@ -1,18 +1,18 @@
 from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
-from place import PROGRAM, DesktopTest
+from base import PROGRAM, DesktopTest
 
 
 class Keys(DesktopTest):
     def hold_return(self, utility, *buttons):
         """Holds Return for 8 seconds. Expects that the dialog with the buttons opens once and stays open."""
-        utility.hand("keydown", "Return")
+        utility.xdotool("keydown", "Return")
         try:
             if buttons:
                 utility.dialog(*buttons, limit=30)
                 opened = utility.manager.frame(MAIN)
-            utility.hand("sleep", 8)
+            utility.xdotool("sleep", 8)
         finally:
-            utility.hand("keyup", "Return")
+            utility.xdotool("keyup", "Return")
         if buttons:
             self.assertEqual(sorted(utility.buttons(MAIN)), sorted(buttons))
             self.assertEqual(utility.manager.frame(MAIN), opened)
@@ -46,7 +46,7 @@ class Keys(DesktopTest):
         self.assert_installed(members)
         utility.answer("Install Another")
         utility.fill("Patchfile:", self.update("bad.gz", record=bytes(1 << 20))[:-1])
-        utility.hand("key", "z")
+        utility.xdotool("key", "z")
         self.hold_return(utility, "Keep", "Cancel")
 
     def test_every_field_can_be_copied_and_pasted(self):

@@ -29,21 +29,21 @@ class Walk:
         self._request = request  # see DropAndClose.cpp
 
     def key(self):
-        self._utility.hand("key", *self._dice.choices(KEYS, k=self._dice.randint(1, 12)))
+        self._utility.xdotool("key", *self._dice.choices(KEYS, k=self._dice.randint(1, 12)))
 
     def hold(self):
         key = self._dice.choice(KEYS[3:6])
-        self._utility.hand("keydown", key, "sleep", self._dice.random() * 2, "keyup", key)
+        self._utility.xdotool("keydown", key, "sleep", self._dice.random() * 2, "keyup", key)
 
     def click(self):
-        self._utility.hand(*self._move(), "click", self._dice.choice((1, 1, 1, 1, 1, 1, 3)))
+        self._utility.xdotool(*self._move(), "click", self._dice.choice((1, 1, 1, 1, 1, 1, 3)))
 
     def select(self):
-        self._utility.hand(*self._move(), "mousedown", 1, *self._move(), "mouseup", 1)
+        self._utility.xdotool(*self._move(), "mousedown", 1, *self._move(), "mouseup", 1)
 
     def menu(self):
         menu = self._dice.choice(list(MENUS))
-        self._utility.hand("key", menu, *["Down"] * self._dice.choice(MENUS[menu]), "Return")
+        self._utility.xdotool("key", menu, *["Down"] * self._dice.choice(MENUS[menu]), "Return")
 
     def choose(self):
         self._check_main_window()
@@ -60,7 +60,7 @@ class Walk:
         self._request.touch()
 
     def end(self):
-        self._utility.hand("key", *self._dice.choice(ENDING))
+        self._utility.xdotool("key", *self._dice.choice(ENDING))
 
     def authenticate(self):
         self._utility.authenticate(self._account.name, self._account.password)
