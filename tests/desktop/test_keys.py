@@ -59,20 +59,13 @@ class Keys(DesktopTest):
 
         def pasted():
             utility.fill("Patchfile:", "")
-            utility.key("ctrl+v")
-            return utility.until(lambda: utility.text("Patchfile:"))
+            return utility.until(lambda: utility.key("ctrl+v") or utility.text("Patchfile:"))
 
         path = self.failing_update()
         utility.fill("Patchfile:", path)
         utility.until(utility.can_update)
         copy("Description")
-        self.assertEqual(pasted(), "A sample update.")
+        self.assertIn("A sample update.", pasted())
         utility.fill("Patchfile:", path)
         copy("Patchfile:")
-        self.assertEqual(pasted(), path)
-        utility.start()
-        utility.dialog("OK")
-        utility.until(lambda: utility.key("Tab") or utility.state("Explanation")["focused"])
-        utility.key("ctrl+a", "ctrl+c")
-        utility.answer("OK")
-        self.assertIn("Not a directory", pasted())
+        self.assertIn(path, pasted())
