@@ -14,10 +14,16 @@ namespace zelto {
 
 namespace {
 
+bool IsOnThisMachine(const QUrl& url) {
+  const QString host = url.host();
+  return url.isLocalFile() &&
+         (host.isEmpty() || host == "localhost" || host == QSysInfo::machineHostName().toLower());
+}
+
 // The path of the first file, in the file system's own bytes, which need not be valid UTF-8. Nil
-// if the first URL does not name a local file.
+// if the first URL does not name a file of this machine.
 String FirstFile(const QList<QUrl>& urls) {
-  if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return {};
+  if (urls.isEmpty() || !IsOnThisMachine(urls.constFirst())) return {};
   const QString encoded = urls.constFirst().path(QUrl::FullyEncoded);
   return QByteArray::fromPercentEncoding(encoded.toLatin1()).toStdString();
 }
