@@ -1,5 +1,6 @@
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -11,8 +12,10 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QTest>
 
 #include "tests/Fixtures.h"
+#include "ui/WPerm.h"
 
 using namespace zelto;
 
@@ -32,7 +35,15 @@ class Services : public QDBusVirtualObject {
     QDBusConnection::disconnectFromBus("services");
   }
 
-  QStringList Calls;
+  QStringList Calls;  // on two connections, so in any order
+  QStringList Notifications;
+
+  void InvokeNotification() {
+    auto signal = QDBusMessage::createSignal("/org/freedesktop/Notifications",
+                                             "org.freedesktop.Notifications", "ActionInvoked");
+    signal.setArguments({mNotification, "default"});
+    mBus.send(signal);
+  }
 
   // The number of services whose inhibition is in effect.
   int Holding() const {
@@ -45,6 +56,12 @@ class Services : public QDBusVirtualObject {
   QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
     if (message.member() == "Close" && message.path() == mRequest) mClient.clear();
+    if (message.member() == "ReadAll") return true;  // and never answers
+    if (message.member() == "CloseNotification") Notifications.clear();
+    if (message.member() == "Notify") {
+      Notifications << message.arguments().at(3).toString();
+      return bus.send(message.createReply(mNotification));
+    }
     if (message.member() != "Inhibit") return false;
     QString call = message.interface();
     for (const auto& argument : message.arguments()) call += '|' + argument.toString();
@@ -71,6 +88,7 @@ class Services : public QDBusVirtualObject {
  private:
   QDBusConnection mBus =
       QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
+  const QVariant mNotification = 5U;
   int mReading = -1;
   QString mClient;
   QString mRequest;  // the object of the portal that ends the inhibition
@@ -105,20 +123,22 @@ class DesktopServicesTest : public RecordTest {
   }
 };
 
+// Runs the test in a new process, because a process cannot change its bus. The bus starts no
+// services.
+void RunOnPrivateBus(const StubPrograms& stubs) {
+  Write(stubs.Path("bus.conf"),
+        "<busconfig><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
+        "<allow send_destination='*'/><allow receive_sender='*'/><allow "
+        "own='*'/></policy></busconfig>");
+  RunAgain("dbus-run-session --config-file=" + stubs.Path("bus.conf") +
+               " -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' sh",
+           std::filesystem::read_symlink("/proc/self/exe"));
+}
+
 }  // namespace
 
-// Starts a new process, because a process cannot change its bus. The bus starts no real services.
 TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
-  if (!IsRunAgain()) {
-    Write(mStubs.Path("bus.conf"),
-          "<busconfig><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
-          "<allow send_destination='*'/><allow receive_sender='*'/><allow "
-          "own='*'/></policy></busconfig>");
-    return RunAgain(
-        "dbus-run-session --config-file=" + mStubs.Path("bus.conf") +
-            " -- sh -c 'DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS exec \"$@\"' sh",
-        std::filesystem::read_symlink("/proc/self/exe"));
-  }
+  if (!IsRunAgain()) return RunOnPrivateBus(mStubs);
   const QString logind =
       "org.freedesktop.login1.Manager|shutdown:sleep|ZELTO Group Update Utility|"
       "Installing an update|block";
@@ -128,10 +148,12 @@ TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
     Services services("org.gnome.SessionManager");
     Install(services, "true", "Install Another");
     Install(services, "exit 2", "OK");
-    EXPECT_EQ(services.Calls, QStringList({logind, session, logind, session}));
+    services.Calls.sort();
+    EXPECT_EQ(services.Calls, QStringList({logind, logind, session, session}));
   }
   Services services("org.freedesktop.portal.Desktop");
   Install(services, "true", "Install Another");
+  services.Calls.sort();
   EXPECT_EQ(services.Calls,
             QStringList({logind, "org.freedesktop.portal.Inhibit||5|Installing an update"}));
 }
@@ -146,4 +168,41 @@ TEST_F(DesktopServicesTest, BusThatNeverAnswersDoesNotDelayAnInstallation) {
   WhenModalPress("Install Another");
   InvokeHandler([&] { mWindow->pbUpdate()->Raise("Action"); });
   EXPECT_LT(timer.elapsed(), 10'000);
+}
+
+TEST_F(DesktopServicesTest, OutcomeIsNotifiedUnlessItsWindowIsActive) {
+  if (!IsRunAgain()) return RunOnPrivateBus(mStubs);
+  Services services("org.freedesktop.Notifications");
+  Choose(mStubs.Update("a.gz", GoodRecord));
+  QWidget other;
+  WhenModal([&](QWidget& dialog) {
+    mTop->showMinimized();
+    other.show();
+    other.activateWindow();
+    Until([&] { return services.Notifications == QStringList("Update Completed Successfullly"); });
+    services.InvokeNotification();
+    Until([&] { return dialog.isActiveWindow() && !mTop->isMinimized(); });
+    WhenModalPress("Install Another");
+  });
+  InvokeHandler([&] { mWindow->pbUpdate()->Raise("Action"); });
+  Until([&] { return services.Notifications.isEmpty(); });
+  WhenModal([&](QWidget&) {
+    QTest::qWait(700);  // longer than an inactive dialog waits
+    EXPECT_TRUE(services.Notifications.isEmpty());
+    WhenModalPress("Install Another");
+  });
+  Choose(mStubs.Update("a.gz", GoodRecord));
+  InvokeHandler([&] { mWindow->pbUpdate()->Raise("Action"); });
+}
+
+TEST(Memory, IsHiddenAtTheFirstKeyOfAPasswordIfThePortalDoesNotAnswer) {
+  const StubPrograms stubs;
+  if (!IsRunAgain()) return RunOnPrivateBus(stubs);
+  Services portal("org.freedesktop.portal.Desktop");
+  const ApplicationFixture application;
+  WPerm()->Show();
+  QTest::qWait(100);
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
+  QTest::keyClick(&ControlWidget(*TopLevel("Authenticate"), "passwd"), Qt::Key_X);
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0);
 }
