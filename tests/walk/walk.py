@@ -38,6 +38,9 @@ class Walk:
     def click(self):
         self._utility.xdotool(*self._move(), "click", self._dice.choice((1, 1, 1, 1, 1, 1, 3)))
 
+    def edit(self):
+        self._utility.xdotool(*self._move(), "click", 1, "key", "ctrl+a", self._dice.choice(KEYS[6:11]))
+
     def select(self):
         self._utility.xdotool(*self._move(), "mousedown", 1, *self._move(), "mouseup", 1)
 
@@ -67,8 +70,8 @@ class Walk:
 
     def step(self):
         """Takes an action. Returns its name."""
-        weights = {"key": 30, "click": 10, "press": 8, "menu": 6, "hold": 4, "select": 4, "choose": 4, "drop": 1,
-                   "drop_and_close": 2, "end": 1}
+        weights = {"key": 30, "click": 10, "press": 8, "menu": 6, "hold": 4, "select": 4, "edit": 10, "choose": 4,
+                   "drop": 1, "drop_and_close": 2, "end": 1}
         name, = self._dice.choices(list(weights), weights.values())
         with contextlib.suppress(AssertionError, IndexError, TimeoutError):  # no such control now
             if self._dice.random() < 0.2 and self._utility.windows() == [AUTHENTICATE]:
