@@ -1,7 +1,5 @@
 #include "app/Sequence.h"
 
-#include <exception>
-
 #include "core/App.h"
 #include "core/FileTypes1.h"
 #include "core/Globals.h"
@@ -57,13 +55,8 @@ void Main() {
     ApplicationAddMenuHandlers();
     MakeDefaultView();
     RuntimeRun();
-  } catch (const RuntimeException& exception) {
-    RuntimeUnhandledException(&exception);
-  } catch (const std::exception& exception) {
-    const RuntimeException description("std::exception", exception.what());
-    RuntimeUnhandledException(&description);
   } catch (...) {
-    RuntimeUnhandledException(nullptr);
+    ReportCaughtException();
   }
 }
 

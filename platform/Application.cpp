@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <exception>
 #include <iostream>
 #include <tuple>
 
@@ -22,14 +21,26 @@ namespace {
 
 Framework* framework = nullptr;
 
+// The phase of the innermost handler that waits or is in a dialog.
+Phase CurrentPhase() {
+  const auto* frame = State().InnermostFrame;
+  while (frame && frame->Now == Phase::Running) frame = frame->Outer;
+  return frame ? frame->Now : Phase::Running;
+}
+
+void ShowCurrentPhase() {
+  const Phase phase = CurrentPhase();
+  if (std::exchange(State().ShownPhase, phase) != phase) ShowPhase(phase);
+}
+
 class HandlerScope {
  public:
   HandlerScope() { State().InnermostFrame = &mFrame; }
   HandlerScope(const HandlerScope&) = delete;
   HandlerScope& operator=(const HandlerScope&) = delete;
   ~HandlerScope() {
-    AllowInput();
     State().InnermostFrame = mFrame.Outer;
+    ShowCurrentPhase();
   }
 
  private:
@@ -89,7 +100,7 @@ const Class& Application::ClassTable() {
 String Application::ShortVersion() const { return ApplicationVersion(); }
 
 void Application::DoEvents(Int32 milliseconds) {
-  BeginWaiting(Waiting::Busy);
+  SetPhase(Phase::Busy);
   ServeEvents(milliseconds);
   ThrowIfQuitting();
 }
@@ -102,7 +113,7 @@ void Application::CallFunctionWithExceptionHandling(const std::function<void()>&
   } catch (const ThreadEndException&) {
   } catch (const RuntimeException& exception) {
     try {
-      if (!Raise("UnhandledException", {&exception})) RuntimeUnhandledException(&exception);
+      if (!Raise("UnhandledException", {&exception})) RuntimeUnhandledException(exception);
     } catch (const EndException&) {  // the handler has called Quit
     }
   }
@@ -122,14 +133,9 @@ void RuntimeInit() {
 }
 
 void RuntimeRun() {
-  if (!State().IsQuitting && !State().Failure) {
-    const Int32 status = RunLoop();
-    if (!State().IsQuitting) State().ExitStatus = status;
-  }
-  const auto failure = std::exchange(State().Failure, nullptr);
-  if (!failure) return;
-  AllowLoops();  // for the message about the failure
-  std::rethrow_exception(failure);
+  if (State().IsQuitting) return;
+  const Int32 status = RunLoop();
+  if (!State().IsQuitting) State().ExitStatus = status;
 }
 
 Int32 RuntimeExit() {
@@ -146,13 +152,29 @@ void Quit(Int32 status) {
   throw EndException();
 }
 
-void RuntimeUnhandledException(const RuntimeException* exception) {
-  String text = "an unknown exception";
-  if (exception) text = exception->ClassName();
-  if (exception && !exception->Message().IsNil()) text = text + ": " + exception->Message();
+bool QuitMenuAction(const QuitMenuItem&) {
+  if (IsQuitAllowed()) End(0);
+  return true;
+}
+
+void RuntimeUnhandledException(const RuntimeException& exception) {
+  String text = exception.ClassName();
+  if (!exception.Message().IsNil()) text = text + ": " + exception.Message();
   std::cerr << "zelto-update-utility: " << text.Bytes() << std::endl;
-  if (!State().IsQuitting) ShowUnhandled(text);
+  if (!State().IsQuitting && PrimaryScreenSize()) ShowUnhandled(text);
   End(1);
+}
+
+void ReportCaughtException() {
+  try {
+    throw;
+  } catch (const RuntimeException& exception) {
+    RuntimeUnhandledException(exception);
+  } catch (const std::exception& exception) {
+    RuntimeUnhandledException(RuntimeException("std::exception", exception.what()));
+  } catch (...) {
+    RuntimeUnhandledException(RuntimeException("an unknown exception"));
+  }
 }
 
 void Beep() { RuntimeBeep(); }
@@ -169,8 +191,7 @@ void InvokeHandler(const std::function<void()>& function) {
   try {
     GetAppObject()->CallFunctionWithExceptionHandling(function);
   } catch (...) {
-    State().Failure = std::current_exception();
-    EndLoops();
+    ReportCaughtException();
   }
 }
 
@@ -181,11 +202,8 @@ void InvokeHandler(Object& object, const std::function<void()>& function) {
 
 // An inner handler that runs during the wait of an outer one counts as waiting too.
 bool HandlerWaits() {
-  for (const auto* frame = State().InnermostFrame; frame; frame = frame->Outer) {
-    if (frame->Waits != Waiting::Not) return true;
-    if (frame->ShowsDialog) return false;
-  }
-  return false;
+  const Phase phase = CurrentPhase();
+  return phase == Phase::Busy || phase == Phase::Blocked;
 }
 
 bool AllowClose() {
@@ -200,24 +218,16 @@ void OnRefusedClose(std::function<void()> function) {
   State().InnermostFrame->OnRefusal = std::move(function);
 }
 
-void BeginWaiting(Waiting waiting) {
-  auto* frame = State().InnermostFrame;
-  if (!frame || frame->Waits == waiting) return;
-  frame->Waits = waiting;
-  frame->ShowsDialog = false;
-  ShowWaiting(waiting);
-}
-
-void AllowInput() {
+void SetPhase(Phase phase) {
   auto* frame = State().InnermostFrame;
   if (!frame) return;
-  frame->ShowsDialog = true;
-  frame->Refusals = 0;
-  if (std::exchange(frame->Waits, Waiting::Not) != Waiting::Not) ShowWaiting(Waiting::Not);
+  frame->Now = phase;
+  if (phase == Phase::InDialog) frame->Refusals = 0;
+  ShowCurrentPhase();
 }
 
 void ThrowIfQuitting() {
-  if (State().Failure || State().IsQuitting) throw EndException();
+  if (State().IsQuitting) throw EndException();
 }
 
 }  // namespace zelto

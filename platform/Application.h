@@ -34,7 +34,7 @@ void RuntimeRegisterAppObject(const Ref<Application>& app);
 Ref<Application> GetAppObject();
 
 void RuntimeInit();
-// Runs the event loop until Quit, or not at all after Quit. Rethrows what InvokeHandler has stored.
+// Runs the event loop until Quit, or not at all after Quit.
 void RuntimeRun();
 // Ends the framework and returns the exit status.
 Int32 RuntimeExit();
@@ -42,8 +42,12 @@ Int32 RuntimeExit();
 // Ends the application with the exit status, unless CancelClose of the application or of a window
 // returns True. Throws EndException in both cases.
 [[noreturn]] void Quit(Int32 status);
-// Reports the exception (null if unknown) and ends the application with exit status 1.
-void RuntimeUnhandledException(const RuntimeException* exception);
+// What a Quit item does: Quit(0) for a caller that goes on. Returns True.
+bool QuitMenuAction(const QuitMenuItem& item);
+// Reports the exception and ends the application with exit status 1.
+void RuntimeUnhandledException(const RuntimeException& exception);
+// The same for the exception of any type that is being handled.
+void ReportCaughtException();
 
 void Beep();
 
@@ -63,7 +67,7 @@ class Screen : public Object {
 Ref<class Screen> Screen(Int32 index);
 
 // Calls a handler of the program from the toolkit. Throws nothing. An exception of another type
-// than RuntimeException ends the loops, and RuntimeRun rethrows it.
+// than RuntimeException is reported and ends the application.
 void InvokeHandler(const std::function<void()>& function);
 // The same for a handler of the object. The handler can close it: the object lives until the end.
 void InvokeHandler(Object& object, const std::function<void()>& function);
@@ -75,9 +79,8 @@ bool AllowClose();
 // Calls the function when a request to close is refused during the running handler.
 void OnRefusedClose(std::function<void()> function);
 
-// Marks the running handler as waiting, until it returns or calls AllowInput.
-void BeginWaiting(Waiting waiting);
-void AllowInput();
+// Sets the phase of the running handler until it returns or enters another one.
+void SetPhase(Phase phase);
 
 // Throws EndException if the application ends. Call it after each nested event loop.
 void ThrowIfQuitting();

@@ -26,6 +26,8 @@ void Control::SetWindow(class Window* window) {
 
 Ref<class Window> Control::Window() const { return Ref<class Window>(mWindow); }
 
+Ref<Object> Control::Self() { return Window(); }
+
 void RectControl::SetWindow(class Window* window) {
   mPane = nullptr;
   Control::SetWindow(window);

@@ -21,6 +21,7 @@ class Control : public EventSource {
 
   // Nil once the window has closed.
   Ref<class Window> Window() const;
+  Ref<Object> Self() override;
 
  private:
   class Window* mWindow = nullptr;
@@ -80,9 +81,14 @@ class ListControl : public RectControl {
   const Class& ClassOf() const override { return ClassTable(); }
 
   const List& Properties() const { return mProperties; }
+  // Stores a value without showing it.
+  template <class T>
+  void Store(T List::*property, const std::type_identity_t<T>& value) {
+    mProperties.*property = value;
+  }
   template <class T>
   void Set(T List::*property, const std::type_identity_t<T>& value) {
-    mProperties.*property = value;
+    Store(property, value);
     UpdatePane();
   }
 
@@ -134,11 +140,9 @@ class BevelButton : public ListControl<BevelButtonList> {
 
   template <class T>
   static Property PluginProperty(std::string_view name, std::size_t slot) {
-    return {name, PropertyValue(T()).index(),
-            [slot](EventSource& object, const PropertyValue& value) {
-              Glink<void(BevelButton&, const T&)>(slot, static_cast<BevelButton&>(object),
-                                                  std::get<T>(value));
-            }};
+    return PropertyOf<BevelButton, T>(name, [slot](BevelButton& button, const T& value) {
+      Glink<void(BevelButton&, const T&)>(slot, button, value);
+    });
   }
 };
 

@@ -29,13 +29,6 @@ class MeScope {
   EventSource* mOuter;
 };
 
-// The object on which the event handlers of `me` are called: its window, or `me` itself.
-Ref<Object> SelfOf(const Ref<EventSource>& me) {
-  if (const auto* control = dynamic_cast<const Control*>(me.Get())) return control->Window();
-  if (const auto* child = dynamic_cast<const PaneChild*>(me.Get())) return child->Window();
-  return me;
-}
-
 }  // namespace
 
 Class::Class(Declaration declaration)
@@ -55,7 +48,7 @@ bool EventSource::Raise(std::string_view event, const Arguments& arguments) {
   if (!found->Handler.Call) return false;
   const auto handler = found->Handler.Call;  // a copy, because the handler can destroy the table
   const MeScope scope(*this);
-  const Ref<Object> self = SelfOf(Me());
+  const Ref<Object> self = Self();
   return handler(*self, arguments);
 }
 

@@ -59,6 +59,9 @@ class EventSource : public Object {
  public:
   virtual const Class& ClassOf() const = 0;
 
+  // The object on which the handlers of its events are called.
+  virtual Ref<Object> Self() { return Ref<Object>(this); }
+
   // Calls the event's handler and returns its result. Returns False if the event has no handler.
   // Throws KeyNotFoundException if the class has no such event.
   bool Raise(std::string_view event, const Arguments& arguments = {});

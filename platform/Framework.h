@@ -1,8 +1,8 @@
 #pragma once
 
-#include <exception>
 #include <functional>
 
+#include "platform/Dictionary.h"
 #include "platform/Window.h"
 
 namespace zelto {
@@ -12,8 +12,7 @@ class Application;
 // A call from the toolkit to a handler. Frames nest if the handler runs an event loop.
 struct HandlerFrame {
   HandlerFrame* Outer = nullptr;
-  Waiting Waits = Waiting::Not;
-  bool ShowsDialog = false;  // the dialog accepts input even if an outer handler waits
+  Phase Now = Phase::Running;
   int Refusals = 0;
   std::function<void()> OnRefusal;
 };
@@ -28,13 +27,13 @@ struct RegisteredType {
 struct Framework {
   Ref<Application> App;
   HandlerFrame* InnermostFrame = nullptr;
+  Phase ShownPhase = Phase::Running;
   EventSource* Me = nullptr;  // the object whose event is handled
   bool IsQuitting = false;
   Int32 ExitStatus = 0;
-  std::exception_ptr Failure;  // not a RuntimeException; RuntimeRun rethrows it
 
   std::vector<Ref<Window>> Windows;
-  std::vector<std::pair<String, Ref<Window>>> ImplicitWindows;  // by class name
+  Dictionary<Ref<Window>> ImplicitWindows;  // by class name
   std::vector<Ref<Window>> DirtyWindows;
   std::vector<RegisteredType> FileTypes;
 };

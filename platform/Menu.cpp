@@ -7,6 +7,16 @@
 
 namespace zelto {
 
+const Class& MenuItem::ClassTable() {
+  static const Class table({.Name = "MenuItem"});
+  return table;
+}
+
+const Class& MenuBar::ClassTable() {
+  static const Class table({.Name = "MenuBar", .Base = &MenuItem::ClassTable()});
+  return table;
+}
+
 Ref<MenuItem> MenuItem::Child(const String& name) const {
   const auto found = std::find_if(mItems.begin(), mItems.end(),
                                   [&](const auto& item) { return item->Name() == name; });
@@ -21,26 +31,19 @@ Ref<MenuItem> MenuItem::Lookup(const String& name) const {
   return nullptr;
 }
 
-bool QuitMenuItem::Event_Action() { Quit(0); }
+bool QuitMenuItem::Event_Action() { return QuitMenuAction(*this); }
 
 void MenuTarget::EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
   Raise("EnableMenuItems");
   for (const auto& item : items) {
-    if (FindMenuHandler(item->Name())) item->Enable();
+    if (ValueOf(mMenuHandlers, item->Name()).Call) item->Enable();
     RuntimeBackgroundTask();
   }
 }
 
 bool MenuTarget::CallMenuHandler(const String& name) {
-  const Method* handler = FindMenuHandler(name);
-  return handler && handler->Call(*this, {});
-}
-
-const Method* MenuTarget::FindMenuHandler(const String& name) const {
-  for (const auto& [key, handler] : mMenuHandlers) {
-    if (key == name) return &handler;
-  }
-  return nullptr;
+  const auto handler = ValueOf(mMenuHandlers, name).Call;
+  return handler && handler(*this, {});
 }
 
 }  // namespace zelto

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "platform/Dictionary.h"
 #include "platform/EventSource.h"
 
 namespace zelto {
@@ -9,6 +10,7 @@ namespace zelto {
 // A menu item, or a menu with items.
 class MenuItem : public Object {
  public:
+  static const Class& ClassTable();
   virtual void Constructor() {}
 
   const String& Name() const { return mName; }
@@ -54,14 +56,17 @@ class QuitMenuItem : public MenuItem {
   bool Event_Action() override;
 };
 
-class MenuBar : public MenuItem {};
+class MenuBar : public MenuItem {
+ public:
+  static const Class& ClassTable();
+};
 
 // The base class of Application and Window. Holds handlers of menu items.
 class MenuTarget : public EventSource {
  public:
-  // `name` is the name of the menu item.
+  // `name` is the name of the menu item. Replaces the handler that it has.
   void AddMenuHandler(const String& name, const Method& handler) {
-    mMenuHandlers.emplace_back(name, handler);
+    SetValue(mMenuHandlers, name, handler);
   }
   // Raises EnableMenuItems and enables the items that have a handler.
   void EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
@@ -69,9 +74,7 @@ class MenuTarget : public EventSource {
   bool CallMenuHandler(const String& name);
 
  private:
-  const Method* FindMenuHandler(const String& name) const;
-
-  std::vector<std::pair<String, Method>> mMenuHandlers;
+  Dictionary<Method> mMenuHandlers;
 };
 
 }  // namespace zelto

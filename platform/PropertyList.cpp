@@ -32,6 +32,27 @@ class Reader {
 
   bool AtEnd() const { return mRest.empty(); }
 
+  std::string_view TakeKey() {
+    const auto key = Take(std::min(mRest.find(' '), mRest.size()));
+    Take(1);
+    return key;
+  }
+
+  // Each overload reads a value of the type of its argument.
+  PropertyValue operator()(Int32) { return static_cast<Int32>(TakeBigEndian()); }
+  PropertyValue operator()(bool) {
+    const char byte = Take(1).front();
+    if (byte != 0 && byte != 1) throw UnsupportedFormatException("a Boolean is neither 0 nor 1");
+    return byte == 1;
+  }
+  PropertyValue operator()(Color) {
+    const auto bytes = Take(3);
+    const auto part = [=](std::size_t at) { return static_cast<std::uint8_t>(bytes[at]); };
+    return Color{part(0), part(1), part(2)};
+  }
+  PropertyValue operator()(const String&) { return String(Take(TakeBigEndian())); }
+
+ private:
   std::string_view Take(std::size_t count) {
     if (count > mRest.size()) throw UnsupportedFormatException("the list ends within an entry");
     const auto taken = mRest.substr(0, count);
@@ -39,36 +60,10 @@ class Reader {
     return taken;
   }
 
-  std::string_view TakeKey() {
-    const auto key = Take(std::min(mRest.find(' '), mRest.size()));
-    Take(1);
-    return key;
-  }
-
   std::uint32_t TakeBigEndian() {
     std::uint32_t value = 0;
     for (const char byte : Take(4)) value = value << 8U | static_cast<unsigned char>(byte);
     return value;
-  }
-
-  PropertyValue TakeValue(std::size_t type) {
-    if (type == 0) return static_cast<Int32>(TakeBigEndian());
-    if (type == 1) return TakeBoolean();
-    if (type == 2) return TakeColor();
-    return String(Take(TakeBigEndian()));
-  }
-
- private:
-  bool TakeBoolean() {
-    const char byte = Take(1).front();
-    if (byte != 0 && byte != 1) throw UnsupportedFormatException("a Boolean is neither 0 nor 1");
-    return byte == 1;
-  }
-
-  Color TakeColor() {
-    const auto bytes = Take(3);
-    const auto part = [=](std::size_t at) { return static_cast<std::uint8_t>(bytes[at]); };
-    return {part(0), part(1), part(2)};
   }
 
   std::string_view mRest;
@@ -92,22 +87,14 @@ String EncodePropertyList(const std::vector<PropertyEntry>& entries) {
   return {std::move(bytes)};
 }
 
-std::vector<PropertyEntry> DecodePropertyList(const String& list,
-                                              const std::vector<Property>& declared) {
-  std::vector<PropertyEntry> entries;
-  for (Reader reader(list); !reader.AtEnd();) {
-    const auto& property = Find(reader.TakeKey(), declared);
-    entries.push_back({property.Name, reader.TakeValue(property.Type)});
-  }
-  return entries;
-}
-
 void RuntimeMassPropertySetter(EventSource& object, const String& list) {
   const auto& declared = object.ClassOf().Properties();
-  for (const auto& [key, value] : DecodePropertyList(list, declared)) {
-    const auto& property = Find(key, declared);
-    if (property.Set) property.Set(object, value);
+  std::vector<std::pair<const Property&, PropertyValue>> entries;
+  for (Reader reader(list); !reader.AtEnd();) {
+    const auto& property = Find(reader.TakeKey(), declared);
+    entries.emplace_back(property, std::visit(reader, property.Type));
   }
+  for (const auto& [property, value] : entries) property.Set(object, value);
 }
 
 }  // namespace zelto

@@ -25,27 +25,15 @@ using PropertyValue = std::variant<Int32, bool, Color, String>;
 
 struct Property {
   std::string_view Name;
-  std::size_t Type = 0;  // the index of an alternative of PropertyValue
-  // Empty if the property has no effect on this toolkit.
+  PropertyValue Type;  // any value of the property's type
   std::function<void(EventSource& object, const PropertyValue& value)> Set;
 };
 
-// A property that an object of class C stores in a member of its list struct.
-template <class C, class List, class T>
-Property StoredProperty(std::string_view name, T List::*member) {
-  return {name, PropertyValue(T()).index(),
-          [member](EventSource& object, const PropertyValue& value) {
-            static_cast<C&>(object).Set(member, std::get<T>(value));
-          }};
-}
-
-// A property with a setter. Its type is that of the setter's parameter.
-template <class C, class T>
-Property CalledProperty(std::string_view name, void (C::*setter)(T)) {
-  using Value = std::remove_cvref_t<T>;
-  return {name, PropertyValue(Value()).index(),
-          [setter](EventSource& object, const PropertyValue& value) {
-            (static_cast<C&>(object).*setter)(std::get<Value>(value));
+// A property of type T that `set(object, value)` sets on an object of class C.
+template <class C, class T, class Setter>
+Property PropertyOf(std::string_view name, Setter set) {
+  return {name, T(), [set](EventSource& object, const PropertyValue& value) {
+            set(static_cast<C&>(object), std::get<T>(value));
           }};
 }
 
@@ -57,12 +45,9 @@ struct PropertyEntry {
 // Encodes the entries one after the other: the key, a blank, and the value encoded by its type.
 String EncodePropertyList(const std::vector<PropertyEntry>& entries);
 
-// Returns the entries with their declared names. Throws UnsupportedFormatException if a key is not
-// declared, a Boolean is neither 0 nor 1, or the list ends within an entry.
-std::vector<PropertyEntry> DecodePropertyList(const String& list,
-                                              const std::vector<Property>& declared);
-
-// Sets the object's properties in the order of the list. Sets none if the list is malformed.
+// Sets the object's properties in the order of the list. Sets none and throws
+// UnsupportedFormatException if a key is not declared, a Boolean is neither 0 nor 1, or the list
+// ends within an entry.
 void RuntimeMassPropertySetter(EventSource& object, const String& list);
 
 }  // namespace zelto

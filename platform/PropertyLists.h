@@ -8,13 +8,13 @@
 // The properties of each class: type, key, default and kind, in the order of the encoded list. The
 // object stores a STORED value in its list struct. A CALLED value is passed to the member function
 // that has the name of the key. A PLUGIN value is passed to the entry point of the plug-in. An IDLE
-// value has no effect on this toolkit.
+// value is stored as well, but nothing shows it.
 // clang-format off
 
 #define ZELTO_WINDOW_KEYS(KEY)             \
   KEY(Int32, Placement, 0, IDLE)           \
-  KEY(Int32, Width, 0, STORED)             \
-  KEY(Int32, Height, 0, STORED)            \
+  KEY(Int32, Width, 0, CALLED)             \
+  KEY(Int32, Height, 0, CALLED)            \
   KEY(Int32, MinWidth, 64, STORED)         \
   KEY(Int32, MinHeight, 64, STORED)        \
   KEY(Int32, MaxWidth, 32000, STORED)      \
@@ -167,14 +167,14 @@ inline constexpr Color White{255, 255, 255};
 #define ZELTO_MEMBER(type, key, initial, how) type key = initial;
 #define ZELTO_ENTRY(type, key, initial, how) PropertyEntry{#key, key},
 #define ZELTO_PROPERTY(type, key, initial, how) ZELTO_##how(type, key),
-#define ZELTO_STORED(type, key) StoredProperty<C>(#key, &List::key)
-#define ZELTO_CALLED(type, key) CalledProperty<C>(#key, &C::key)
+#define ZELTO_STORED(type, key) \
+  PropertyOf<C, type>(#key, [](C& object, const type& value) { object.Set(&List::key, value); })
+#define ZELTO_CALLED(type, key) \
+  PropertyOf<C, type>(#key, [](C& object, const type& value) { object.key(value); })
+#define ZELTO_IDLE(type, key) \
+  PropertyOf<C, type>(#key, [](C& object, const type& value) { object.Store(&List::key, value); })
 #define ZELTO_PLUGIN(type, key) \
   C::template PluginProperty<type>(#key, PluginSlotOf("BevelButton." #key ".Set"))
-#define ZELTO_IDLE(type, key)               \
-  Property {                                \
-#key, PropertyValue(type()).index(), {} \
-  }
 
 // Defines a list struct, in which each window and control stores its values. Designated
 // initialisers create a list, and the conversion to a String encodes it.

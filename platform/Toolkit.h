@@ -35,8 +35,9 @@ class WindowImp {
   virtual void MoveTo(Int32 left, Int32 top) = 0;
 
   virtual void SetMenuBar(const Ref<MenuBar>& bar) = 0;
-  // Applies the window's properties. Called after the controls are created and after each change.
+  // Applies the window's properties, but not its size. Called after each change.
   virtual void Update() = 0;
+  virtual void Resize(Int32 width, Int32 height) = 0;
   virtual void Show() = 0;
   // Shows the window after the running handler, unless that has shown or hidden it.
   virtual void ShowLater() = 0;
@@ -107,14 +108,13 @@ void EndToolkit();
 Int32 RunLoop();
 // Runs the event loop until the time is over or a descriptor of RuntimeWakeOn is readable.
 void ServeEvents(Int32 milliseconds);
-// What the windows show while a handler waits: the busy cursor (Busy: DoEvents) or the wait cursor
-// (Blocked: RuntimeAwait), and after a moment the progress bar.
-enum class Waiting : std::uint8_t { Not, Busy, Blocked };
-void ShowWaiting(Waiting waiting);
-// Ends RunLoop and all nested loops. After that, each new nested loop ends at once until RunLoop
-// has returned or AllowLoops is called.
+// What a handler does. Busy (DoEvents): waits, with the busy cursor. Blocked
+// (RuntimeAwait): waits, with the wait cursor. InDialog: its dialog accepts input.
+enum class Phase : std::uint8_t { Running, Busy, Blocked, InDialog };
+// Shows the cursor of the phase and, after a moment of a wait, the progress bar.
+void ShowPhase(Phase phase);
+// Ends RunLoop and all nested loops. After that, each new loop ends at once.
 void EndLoops();
-void AllowLoops();
 void RuntimeBeep();
 // Width and height of the primary screen in pixels, if there is one.
 std::optional<std::pair<Int32, Int32>> PrimaryScreenSize();

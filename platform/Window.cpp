@@ -62,7 +62,6 @@ void Window::Constructor() {
     Raise("SetupBindings");
     for (const auto& control : ControlList()) control->CallOpenEvent();
     mInitialControlsCreated = true;
-    mImp->Update();
     Raise("Open");
     if (mProperties.Visible) mImp->ShowLater();
   });
@@ -70,16 +69,31 @@ void Window::Constructor() {
 
 void Window::Visible(bool visible) {
   mProperties.Visible = visible;
-  if (mInitialControlsCreated) visible ? mImp->Show() : mImp->Hide();
+  if (!mInitialControlsCreated) return;
+  if (visible) {
+    mImp->Show();
+  } else {
+    mImp->Hide();
+  }
+}
+
+void Window::Width(Int32 pixels) {
+  mProperties.Width = pixels;
+  mImp->Resize(pixels, Height());
+}
+
+void Window::Height(Int32 pixels) {
+  mProperties.Height = pixels;
+  mImp->Resize(Width(), pixels);
 }
 
 void Window::ShowModal() {
-  mImp->ShowModal(nullptr);
+  if (!mIsClosed) mImp->ShowModal(nullptr);
   ThrowIfQuitting();
 }
 
 void Window::ShowModalWithin(const Ref<Window>& parent) {
-  mImp->ShowModal(&parent->Imp());
+  if (!mIsClosed) mImp->ShowModal(&parent->Imp());
   ThrowIfQuitting();
 }
 
@@ -98,6 +112,10 @@ void Window::MenuBar(const Ref<class MenuBar>& bar) {
 void Window::SetOwner(Object& object, Window* owner) {
   if (auto* control = dynamic_cast<Control*>(&object)) control->SetWindow(owner);
   if (auto* child = dynamic_cast<PaneChild*>(&object)) child->SetWindow(owner);
+}
+
+void Window::AddControl(const String& name, const Ref<Object>& control) {
+  if (const auto replaced = SetValue(mControls, name, control)) SetOwner(*replaced, nullptr);
 }
 
 void Window::ReleaseControls() {
@@ -139,17 +157,11 @@ void Window::CallDeactivated() {
 }
 
 Ref<Object> RuntimeWindowControlByName(Window& window, const String& name) {
-  for (const auto& [key, control] : window.mControls) {
-    if (key == name) return control;
-  }
-  return nullptr;
+  return ValueOf(window.mControls, name);
 }
 
 Ref<Window> GetImplicitWindow(const String& className) {
-  for (const auto& [name, window] : State().ImplicitWindows) {
-    if (name == className) return window;
-  }
-  return nullptr;
+  return ValueOf(State().ImplicitWindows, className);
 }
 
 void AddControlRows(Window& window, const std::vector<ControlRow>& rows) {
@@ -181,7 +193,8 @@ void AddDirtyWindow(const Ref<Window>& window) {
 void RemoveDirtyWindow(const Ref<Window>& window) { std::erase(State().DirtyWindows, window); }
 
 void UpdateDirtyWindows() {
-  for (const auto& window : State().DirtyWindows) {
+  const auto windows = State().DirtyWindows;  // a copy, because Update can change the list
+  for (const auto& window : windows) {
     window->Update();
     RuntimeBackgroundTask();
   }

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/Control.h"
+#include "platform/Dictionary.h"
 #include "platform/Menu.h"
 
 namespace zelto {
@@ -30,15 +31,22 @@ class Window : public MenuTarget {
   Int32 Top() const { return mImp->Top(); }
   void Top(Int32 pixels) { mImp->MoveTo(Left(), pixels); }
   Int32 Width() const { return mImp->Width(); }
+  void Width(Int32 pixels);
   Int32 Height() const { return mImp->Height(); }
+  void Height(Int32 pixels);
   // Shows or hides the window. In the property list, True shows it after its Open event.
   void Visible(bool visible);
 
   const WindowList& Properties() const { return mProperties; }
+  // Stores a value without showing it.
+  template <class T>
+  void Store(T WindowList::*property, const std::type_identity_t<T>& value) {
+    mProperties.*property = value;
+  }
   template <class T>
   void Set(T WindowList::*property, const std::type_identity_t<T>& value) {
-    mProperties.*property = value;
-    if (mInitialControlsCreated) mImp->Update();
+    Store(property, value);
+    mImp->Update();
   }
 
   Ref<class MenuBar> MenuBar() const { return mMenuBar; }
@@ -51,9 +59,8 @@ class Window : public MenuTarget {
     SetOwner(*object, this);
     return object;
   }
-  void AddControl(const String& name, const Ref<Object>& control) {
-    mControls.emplace_back(name, control);
-  }
+  // Replaces a control of the same name.
+  void AddControl(const String& name, const Ref<Object>& control);
 
   // Raises CancelClose. If the handler returns True, the window stays open and the result is False.
   // Otherwise the window and its controls are released.
@@ -76,7 +83,7 @@ class Window : public MenuTarget {
   bool mInitialControlsCreated = false;
   bool mIsClosed = false;
   std::unique_ptr<WindowImp> mImp;
-  std::vector<std::pair<String, Ref<Object>>> mControls;
+  Dictionary<Ref<Object>> mControls;
   Ref<class MenuBar> mMenuBar;
 };
 

@@ -7,20 +7,30 @@ namespace {
 Ref<class MenuBar1> implicitInstance;
 
 template <class Item = MenuItem>
-void AddItem(MenuItem& menu, const String& name, const String& text, const String& shortcut = {}) {
+Ref<MenuItem> NewItem(const String& name, const String& text) {
   const auto item = RuntimeNewObject<Item>();
   item->Constructor();
   item->Name(name);
   item->AutoEnable(true);
   item->Text(text);
+  return item;
+}
+
+template <class Item = MenuItem>
+Ref<MenuItem> NewItem(const String& name, const String& text, const String& shortcut) {
+  const auto item = NewItem<Item>(name, text);
   item->KeyboardShortcut(shortcut);
-  menu.Append(item);
+  return item;
+}
+
+void AddTo(const MenuItem& bar, const String& menu, const Ref<MenuItem>& item) {
+  bar.Child(menu)->Append(item);
 }
 
 }  // namespace
 
 const Class& MenuBar1::ClassTable() {
-  static const Class table({.Name = "MenuBar1.MenuBar1"});
+  static const Class table({.Name = "MenuBar1.MenuBar1", .Base = &MenuBar::ClassTable()});
   return table;
 }
 
@@ -30,29 +40,31 @@ void MenuBar1::Constructor() {
 }
 
 void MenuBar1::FileMenu() {
-  AddItem(*this, "FileMenu", "&File");
-  AddItem<QuitMenuItem>(*Child("FileMenu"), "FileQuit", "&Quit", "Cmd+Q");
-  AddItem<AppleMenuItem>(*Child("FileMenu"), "mAbout", "About ZELTO Group Update Utility");
+  Append(NewItem("FileMenu", "&File", {}));
+  AddTo(*this, "FileMenu", NewItem<QuitMenuItem>("FileQuit", "&Quit", "Cmd+Q"));
+  AddTo(*this, "FileMenu",
+        NewItem<AppleMenuItem>("mAbout", "About ZELTO Group Update Utility", {}));
 }
 
 void MenuBar1::EditMenu() {
-  AddItem(*this, "EditMenu", "&Edit");
-  AddItem(*Child("EditMenu"), "EditUndo", "&Undo", "Cmd+Z");
-  AddItem(*Child("EditMenu"), "UntitledMenu1", "-");
-  AddItem(*Child("EditMenu"), "EditCut", "Cu&t", "Cmd+X");
-  AddItem(*Child("EditMenu"), "EditCopy", "&Copy", "Cmd+C");
-  AddItem(*Child("EditMenu"), "EditPaste", "&Paste", "Cmd+V");
-  AddItem(*Child("EditMenu"), "EditClear", "&Delete");
-  AddItem(*Child("EditMenu"), "UntitledMenu0", "-");
-  AddItem(*Child("EditMenu"), "EditSelectAll", "Select &All", "Cmd+A");
+  Append(NewItem("EditMenu", "&Edit", {}));
+  AddTo(*this, "EditMenu", NewItem("EditUndo", "&Undo", "Cmd+Z"));
+  AddTo(*this, "EditMenu", NewItem("UntitledMenu1", "-"));
+  AddTo(*this, "EditMenu", NewItem("EditCut", "Cu&t", "Cmd+X"));
+  AddTo(*this, "EditMenu", NewItem("EditCopy", "&Copy", "Cmd+C"));
+  AddTo(*this, "EditMenu", NewItem("EditPaste", "&Paste", "Cmd+V"));
+  AddTo(*this, "EditMenu", NewItem("EditClear", "&Delete", {}));
+  AddTo(*this, "EditMenu", NewItem("UntitledMenu0", "-"));
+  AddTo(*this, "EditMenu", NewItem("EditSelectAll", "Select &All", "Cmd+A"));
 }
 
 void MenuBar1::Finalize() { implicitInstance = nullptr; }
 
 Ref<class MenuBar1> MenuBar1() {
   if (!implicitInstance) {
-    implicitInstance = RuntimeNewObject<class MenuBar1>();
-    implicitInstance->Constructor();
+    const auto bar = RuntimeNewObject<class MenuBar1>();
+    bar->Constructor();
+    implicitInstance = bar;
   }
   return implicitInstance;
 }

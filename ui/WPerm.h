@@ -36,6 +36,7 @@ class WPerm : public ListWindow<class WPerm> {
 
     void SetWindow(class Window* window) override { ownerWindow = window; }
     Ref<class Window> Window() const override { return Ref<class Window>(ownerWindow); }
+    Ref<Object> Self() override { return Window(); }
     Int32 Index() const override { return mIndex; }
     void SetIndex(Int32 index) override { mIndex = index; }
     void Fire() override;

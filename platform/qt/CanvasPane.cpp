@@ -31,12 +31,12 @@ class CanvasWidget : public QWidget {
   }
 
   void mousePressEvent(QMouseEvent* event) override {
-    bool isClaimed = false;
-    InvokeHandler(mCanvas, [&] { isClaimed = mCanvas.Raise("MouseDown", Place(*event)); });
-    event->setAccepted(isClaimed);
+    InvokeHandler(mCanvas, [&] { mIsClaimed = mCanvas.Raise("MouseDown", Place(*event)); });
+    event->setAccepted(mIsClaimed);
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
+    if (!std::exchange(mIsClaimed, false)) return;
     InvokeHandler(mCanvas, [&] { mCanvas.Raise("MouseUp", Place(*event)); });
   }
 
@@ -49,6 +49,7 @@ class CanvasWidget : public QWidget {
 
   Canvas& mCanvas;
   QImage mBackdrop;
+  bool mIsClaimed = false;  // by the handler of MouseDown
 };
 
 class CanvasPane : public WidgetPane<Canvas, CanvasWidget> {

@@ -68,9 +68,10 @@ QImage MaskedImage(const Picture& picture) {
 }
 
 Ref<Picture> LoadPicture(const String& path) {
-  const QString file = ToDisplayText(path);
+  QFile file(ToDisplayText(path));
+  if (!file.open(QIODevice::ReadOnly)) return nullptr;
   // The extension selects the format. Detection would load Qt's plug-ins of all formats.
-  QImageReader reader(file, QFileInfo(file).suffix().toLatin1().toLower());
+  QImageReader reader(&file, QFileInfo(file).suffix().toLatin1().toLower());
   reader.setAutoDetectImageFormat(false);
   const QImage image = reader.read();
   if (image.isNull()) return nullptr;

@@ -176,7 +176,7 @@ class MessageBoxDialog : public QDialog {
 }  // namespace
 
 Ref<MessageDialogButton> ShowMessageDialog(MessageDialog& dialog, WindowImp* parent) {
-  AllowInput();
+  SetPhase(Phase::InDialog);
   MessageBoxDialog box(dialog);
   if (parent) {
     box.setWindowModality(Qt::WindowModal);

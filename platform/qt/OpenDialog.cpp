@@ -29,7 +29,7 @@ QString NameFilter(const String& filter) {
 
 Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   auto& lastFolder = TheToolkit().LastFolder;
-  AllowInput();
+  SetPhase(Phase::InDialog);
   QFileDialog dialog(QApplication::activeWindow(), "Open", lastFolder, NameFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);

@@ -107,7 +107,7 @@ bool InputGuard::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 void EventLoopWaiter::Await(int descriptor, int milliseconds) {
-  BeginWaiting(Waiting::Blocked);
+  SetPhase(Phase::Blocked);
   ServeUntil(descriptor < 0 ? std::vector<int>() : std::vector{descriptor}, milliseconds);
   ThrowIfQuitting();
 }
@@ -115,7 +115,10 @@ void EventLoopWaiter::Await(int descriptor, int milliseconds) {
 void StartToolkit() {
   // Qt's dialogs must not store settings in the user's home folder.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
-  CollectStartMessages([] { toolkit = new Toolkit; });
+  CollectStartMessages([] {
+    toolkit = new Toolkit;
+    if (!QGuiApplication::primaryScreen()) qFatal("there is no screen");
+  });
   QApplication::setWindowIcon(ApplicationIcon());
   QApplication::setApplicationVersion(ZELTO_VERSION);
   QApplication::setDesktopFileName("local.zelto.update_utility");
@@ -141,22 +144,15 @@ void ServeEvents(Int32 milliseconds) {
 
 void EndLoops() { QCoreApplication::exit(); }
 
-// After QCoreApplication::exit, Qt ends every new QEventLoop at once, until QCoreApplication::exec
-// starts or returns.
-void AllowLoops() {
-  QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
-  QCoreApplication::exec();
-}
-
-void ShowWaiting(Waiting waiting) {
+void ShowPhase(Phase phase) {
   while (QGuiApplication::overrideCursor()) QGuiApplication::restoreOverrideCursor();
-  if (waiting != Waiting::Not) {
-    QGuiApplication::setOverrideCursor(waiting == Waiting::Blocked ? Qt::WaitCursor
-                                                                   : Qt::BusyCursor);
-  }
+  if (phase == Phase::Busy) QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+  if (phase == Phase::Blocked) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
   for (auto* widget : QApplication::topLevelWidgets()) {
     auto* top = dynamic_cast<TopLevel*>(widget);
-    if (top && top->isVisible()) top->ShowActivity(waiting != Waiting::Not);
+    if (top && top->isVisible()) {
+      top->ShowActivity(phase == Phase::Busy || phase == Phase::Blocked);
+    }
   }
 }
 

@@ -89,7 +89,11 @@ void TopLevel::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (!mWindow || event->type() != QEvent::ActivationChange) return;
   InvokeHandler(*mWindow, [this] {
-    isActiveWindow() ? mWindow->CallActivated() : mWindow->CallDeactivated();
+    if (isActiveWindow()) {
+      mWindow->CallActivated();
+    } else {
+      mWindow->CallDeactivated();
+    }
   });
 }
 

@@ -36,12 +36,12 @@ class QtWindowImp : public WindowImp {
     const Qt::WindowFlags flags = Flags(list);
     mTop->setWindowTitle(ToDisplayText(list.Title));
     if (mTop->windowFlags() != flags) mTop->setWindowFlags(flags);
-    const QSize size(list.Width, list.Height);
-    const bool isFixed = !list.Resizeable;
-    mTop->Content().setMinimumSize(isFixed ? size : QSize(list.MinWidth, list.MinHeight));
-    mTop->Content().setMaximumSize(isFixed ? size : QSize(list.MaxWidth, list.MaxHeight));
-    mTop->layout()->setSizeConstraint(isFixed ? QLayout::SetFixedSize : QLayout::SetMinAndMaxSize);
-    mTop->resize(size + QSize(0, mMenuBarHeight));
+    Constrain(mTop->Content().size());
+  }
+
+  void Resize(Int32 width, Int32 height) override {
+    Constrain({width, height});
+    mTop->resize(QSize(width, height + mMenuBarHeight));
     mTop->layout()->activate();
   }
 
@@ -59,7 +59,7 @@ class QtWindowImp : public WindowImp {
   void Hide() override { mTop->hide(); }
 
   void ShowModal(WindowImp* parent) override {
-    AllowInput();
+    SetPhase(Phase::InDialog);
     mTop->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
     if (parent) AttachTo(*mTop, *parent);
     mTop->show();
@@ -90,6 +90,15 @@ class QtWindowImp : public WindowImp {
     flags.setFlag(Qt::WindowMinimizeButtonHint, list.MinimizeButton);
     flags.setFlag(Qt::WindowMaximizeButtonHint, list.MaximizeButton);
     return flags;
+  }
+
+  // Limits the content's size. A window that is not resizeable keeps the given size.
+  void Constrain(QSize size) {
+    const auto& list = mWindow.Properties();
+    const bool isFixed = !list.Resizeable;
+    mTop->Content().setMinimumSize(isFixed ? size : QSize(list.MinWidth, list.MinHeight));
+    mTop->Content().setMaximumSize(isFixed ? size : QSize(list.MaxWidth, list.MaxHeight));
+    mTop->layout()->setSizeConstraint(isFixed ? QLayout::SetFixedSize : QLayout::SetMinAndMaxSize);
   }
 
   // Called only by Show: QMenuBar loads Qt's plug-ins of all picture formats, which would delay the

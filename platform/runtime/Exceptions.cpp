@@ -1,6 +1,9 @@
 #include "platform/runtime/Exceptions.h"
 
+#if __has_include(<execinfo.h>)
 #include <execinfo.h>
+#define ZELTO_BACKTRACE 1
+#endif
 
 #include <cstdlib>
 #include <memory>
@@ -8,14 +11,20 @@
 namespace zelto {
 
 RuntimeException::RuntimeException(const char* className, String message)
-    : mClassName(className),
-      mMessage(std::move(message)),
-      mDepth(backtrace(mCalls.data(), static_cast<int>(mCalls.size()))) {}
+    : mClassName(className), mMessage(std::move(message)) {
+#ifdef ZELTO_BACKTRACE
+  mDepth = backtrace(mCalls.data(), static_cast<int>(mCalls.size()));
+#endif
+}
 
 std::vector<String> RuntimeException::Stack() const {
-  const std::unique_ptr<char*, decltype(&std::free)> names(
-      reinterpret_cast<char**>(backtrace_symbols(mCalls.data(), mDepth)), &std::free);
-  return names ? std::vector<String>(names.get(), names.get() + mDepth) : std::vector<String>();
+  std::vector<String> stack;
+#ifdef ZELTO_BACKTRACE
+  const std::unique_ptr<char*, decltype(&std::free)> names(backtrace_symbols(mCalls.data(), mDepth),
+                                                           &std::free);
+  if (names) stack.assign(names.get(), names.get() + mDepth);
+#endif
+  return stack;
 }
 
 }  // namespace zelto

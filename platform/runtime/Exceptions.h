@@ -27,7 +27,7 @@ class RuntimeException {
   String mMessage;
   Int32 mErrorNumber = 0;
   std::array<void*, 32> mCalls{};
-  int mDepth;
+  int mDepth = 0;
 };
 
 #define ZELTO_EXCEPTION(name)                                                           \

@@ -22,7 +22,7 @@ void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> 
 
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key) {
   const auto found = std::ranges::find(plugins.Published, key, &PublishedEntrypoint::Key);
-  return found == plugins.Published.end() ? nullptr : found->Entry;
+  return found == plugins.Published.end() ? PluginEntrypoint() : found->Entry;
 }
 
 void InitPluginEntrypoints() {
@@ -32,6 +32,6 @@ void InitPluginEntrypoints() {
 
 void ReleasePluginEntrypoints() { plugins = {}; }
 
-PluginEntrypoint PluginSlot(std::size_t slot) { return plugins.Slots.at(slot); }
+const PluginEntrypoint& PluginSlot(std::size_t slot) { return plugins.Slots.at(slot); }
 
 }  // namespace zelto

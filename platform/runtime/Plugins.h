@@ -1,5 +1,6 @@
 #pragma once
 
+#include <any>
 #include <array>
 #include <string_view>
 
@@ -50,14 +51,11 @@ inline constexpr std::array<std::string_view, 39> PluginKeys{
     "folderitem.UnixpathMBS as string",
 };
 
-using PluginEntrypoint = void (*)();
+// A pointer to a function, or empty.
+using PluginEntrypoint = std::any;
 
 // An entry point that a plug-in registers under a key.
 struct PublishedEntrypoint {
-  template <class R, class... A>
-  PublishedEntrypoint(std::string_view key, R (*entry)(A...))
-      : Key(key), Entry(reinterpret_cast<PluginEntrypoint>(entry)) {}
-
   std::string_view Key;
   PluginEntrypoint Entry;
 };
@@ -65,7 +63,7 @@ struct PublishedEntrypoint {
 // Registers entry points. Call it before InitPluginEntrypoints.
 void RuntimePublishPluginEntrypoints(std::initializer_list<PublishedEntrypoint> entries);
 
-// The entry point registered under the key, or null.
+// The entry point registered under the key, or empty.
 PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key);
 
 // Fills the slots with the registered entry points. Call it before Glink.
@@ -74,8 +72,8 @@ void InitPluginEntrypoints();
 // Clears the registered entry points and the slots.
 void ReleasePluginEntrypoints();
 
-// The entry point in the slot, or null.
-PluginEntrypoint PluginSlot(std::size_t slot);
+// The entry point in the slot, or empty.
+const PluginEntrypoint& PluginSlot(std::size_t slot);
 
 // The slot of a key. An unknown key does not compile.
 consteval std::size_t PluginSlotOf(std::string_view key) {
@@ -84,12 +82,15 @@ consteval std::size_t PluginSlotOf(std::string_view key) {
   return slot;
 }
 
-// Calls the entry point as a Function. Throws FunctionNotFoundException if the slot is empty.
+// Calls the entry point as a Function. Throws FunctionNotFoundException if the slot is empty, and
+// TypeMismatchException if its entry point is of another type.
 template <class Function, class... A>
 auto Glink(std::size_t slot, A&&... arguments) {
-  const auto entry = PluginSlot(slot);
-  if (!entry) throw FunctionNotFoundException(PluginKeys.at(slot));
-  return reinterpret_cast<Function*>(entry)(std::forward<A>(arguments)...);
+  const auto& entry = PluginSlot(slot);
+  if (!entry.has_value()) throw FunctionNotFoundException(PluginKeys.at(slot));
+  const auto* function = std::any_cast<Function*>(&entry);
+  if (!function) throw TypeMismatchException(PluginKeys.at(slot));
+  return (*function)(std::forward<A>(arguments)...);
 }
 
 }  // namespace zelto

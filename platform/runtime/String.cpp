@@ -58,9 +58,9 @@ Int32 Len(const String& text) {
 String Right(const String& text, Int32 length) {
   const auto bytes = text.Bytes();
   auto start = bytes.size();
-  for (; length > 0 && start > 0; --length) {
-    do --start;
-    while (start > 0 && !StartsCharacter(bytes[start]));
+  while (length > 0 && start > 0) {
+    --start;
+    if (StartsCharacter(bytes[start])) --length;
   }
   return bytes.substr(start);
 }

@@ -45,9 +45,9 @@ TEST(Sequence, ForeignExceptionEndsTheProgramWithAMessage) {
   RuntimeInit();
   std::string labels;
   WhenModal([&](QWidget&) {
-    InvokeHandler([] { throw std::bad_alloc(); });
     Once([] { return QApplication::activeModalWidget()->windowTitle() != "Authenticate"; },
          [&] { WhenModalPress("OK", &labels); });
+    InvokeHandler([] { throw std::bad_alloc(); });
   });
   EXPECT_EQ(RunProgram(), 1);
   EXPECT_EQ(labels, "The utility has to end.|std::exception: std::bad_alloc|");

@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-#include "platform/PropertyLists.h"
+#include "platform/Control.h"
 #include "tests/StubPrograms.h"
 #include "ui/WAbout.h"
 #include "ui/WPerm.h"
@@ -47,8 +47,11 @@ TEST(PropertyLists, MalformedListsAreRefused) {
   using namespace std::string_literals;
   for (const auto& list : {"Colour \0\0\0\1"s, "Enabled \2"s, "Text \0\0\0\5abcd"s,
                            "Text \xFF\xFF\xFF\xFF"s, "Left"s, " \0\0\0\1"s}) {
-    EXPECT_THROW(DecodePropertyList(list, EditField::ClassTable().Properties()),
+    const auto text = RuntimeNewObject<StaticText>();
+    EXPECT_THROW(RuntimeMassPropertySetter(*text, "TabIndex \1\1\1\1" + list),
                  UnsupportedFormatException)
+        << list;
+    EXPECT_EQ(text->Properties().TabIndex, 0)  // nothing of the list is applied
         << list;
   }
 }
