@@ -5,6 +5,7 @@ namespace zelto {
 namespace {
 
 constexpr const char* notAccepted = "The name or the password was not accepted.";
+constexpr const char* needsMore = "The account needs more than a password.";
 constexpr const char* noRight = "This account may not use sudo.";
 
 struct Phrase {
@@ -17,6 +18,13 @@ constexpr Phrase phrases[] = {
     {"account has expired", "This account has expired."},
     {"required to change your password",
      "The password of this account has expired. Change it with passwd first."},
+    // Prompts for a second factor, for which there is no input.
+    {"erification code", needsMore},
+    {"ne-time ", needsMore},
+    {"asscode", needsMore},
+    {" OTP", needsMore},
+    {" PIN", needsMore},
+    {"your finger", needsMore},
     {"Authentication failure", notAccepted},
     {" does not exist", notAccepted},
     {"must have a tty", "sudo accepts this account only on a terminal (requiretty)."},
@@ -28,6 +36,18 @@ constexpr Phrase phrases[] = {
 
 bool Contains(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
+}
+
+// True if `su` prompted again after the password. A prompt ends without a newline, and the first
+// one is not part of the text if it has PAM's default wording.
+bool HasSecondPrompt(std::string_view text) {
+  const auto failure = text.find("su: Authentication failure");
+  if (failure == std::string_view::npos) return false;
+  const auto before = text.substr(0, failure);
+  const auto prompts = before.substr(before.rfind('\n') + 1);
+  const auto first = prompts.find(": ");
+  return first != std::string_view::npos &&
+         (!Contains(prompts, "ass") || Contains(prompts.substr(first + 1), ": "));
 }
 
 std::string_view LastLine(std::string_view text) {
@@ -42,6 +62,7 @@ String FailureReason(const String& text, Int32 status, PriorCheck prior, const S
   const auto bytes = text.Bytes();
   if (status == notFound && Contains(bytes, " su: ")) return "The program su is missing.";
   if (status == notFound && Contains(bytes, "sudo")) return "The program sudo is missing.";
+  if (HasSecondPrompt(bytes)) return needsMore;
   for (const auto& [part, reason] : phrases) {
     if (Contains(bytes, part)) return reason;
   }

@@ -6,19 +6,21 @@ namespace zelto {
 
 namespace {
 
-bool Holds(std::string_view text, char c) { return text.find(c) != std::string_view::npos; }
+bool Contains(std::string_view text, char c) { return text.find(c) != std::string_view::npos; }
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// True for a character without a special meaning anywhere in a shell word.
+// True for a character without a special meaning in a shell word. Some shells expand a word that
+// starts with "=".
 bool IsOrdinary(char c) {
   const auto isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  return isLetter || (c >= '0' && c <= '9') || Holds("_./:,@%+-", c);
+  const auto isAscii = (static_cast<unsigned char>(c) & 0x80U) == 0;
+  return isLetter || (c >= '0' && c <= '9') || !isAscii || Contains("_./:,@%+-=", c);
 }
 
 bool IsOrdinary(const String& value) {
   const auto bytes = value.Bytes();
-  return !bytes.empty() &&
+  return !bytes.empty() && bytes.front() != '=' &&
          std::all_of(bytes.begin(), bytes.end(), [](char c) { return IsOrdinary(c); });
 }
 
@@ -29,7 +31,7 @@ String Enclosed(const String& text, char quote, std::string_view special, const 
   std::string enclosed(1, quote);
   enclosed.reserve(4 * text.Bytes().size() + 2);  // growing would leave an unwiped copy behind
   for (const char c : text.Bytes()) {
-    if (Holds(special, c)) enclosed += escape;
+    if (Contains(special, c)) enclosed += escape;
     enclosed += c;
   }
   enclosed += quote;
@@ -40,8 +42,8 @@ String SingleQuoted(const String& text) { return Enclosed(text, '\'', "'", R"('\
 
 String DoubleQuoted(const String& text) { return Enclosed(text, '"', R"("\$`)", "\\"); }
 
-// `echo` interprets options and, in some shells, backslashes. It is used for an empty password and
-// for ordinary ones without a leading dash. All others need `printf`.
+// `echo` is the fixed text, but interprets options and, in some shells, backslashes. It passes an
+// empty password and ordinary ones without a leading dash unchanged. All others need `printf`.
 String Echo(const String& passwd) {
   if (passwd.IsNil() || (IsOrdinary(passwd) && !StartsWithDash(passwd))) return "echo " + passwd;
   return "printf '%s\\n' " + Quoted(passwd);
@@ -55,16 +57,16 @@ String Su(const String& user, const String& command) {
   return "su " + Quoted(user) + " -c " + argument;
 }
 
-CommandLine Privileged(const String& passwd, const String& user, const String& command,
-                       std::optional<std::size_t> outputSize = {}) {
-  return {Echo(passwd) + " | " + Su(user, command), passwd, outputSize};
+CommandLine AsUser(const String& passwd, const String& user, const String& command,
+                   Privilege needs = Privilege::Root) {
+  return {Echo(passwd) + " | " + Su(user, command), passwd, needs};
 }
 
 // The path in a form that `tar` does not read as an option, as standard input or as a remote file.
 String Local(const String& path) {
   const auto bytes = path.Bytes();
   const bool isRelative = !bytes.starts_with('/');
-  return isRelative && (StartsWithDash(path) || Holds(bytes, ':')) ? "./" + path : path;
+  return isRelative && (StartsWithDash(path) || Contains(bytes, ':')) ? "./" + path : path;
 }
 
 }  // namespace
@@ -74,21 +76,20 @@ String Quoted(const String& value) { return IsOrdinary(value) ? value : SingleQu
 CommandLine ForgetCredentials() { return {"sudo -K"}; }
 
 CommandLine CredentialCheck(const String& passwd, const String& user) {
-  return {Echo(passwd) + " | " + Su(user, Echo(passwd) + " | sudo -S /usr/bin/true"), {}, 0};
+  return AsUser(passwd, user, Echo(passwd) + " | sudo -S /usr/bin/true", Privilege::Check);
 }
 
 CommandLine MemberExtract(const String& passwd, const String& user, const String& path) {
-  const std::string_view member = ContentRecordPath;
-  return Privileged(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + member,
-                    member.size() + 1);  // `tar` prints the name and a newline
+  return AsUser(passwd, user,
+                "sudo tar -zxPvf " + DoubleQuoted(Local(path)) + " " + ContentRecordPath);
 }
 
-CommandLine MemberRead(const String& passwd, const String& user, std::size_t size) {
-  return Privileged(passwd, user, String("sudo cat ") + ContentRecordPath, size);
+CommandLine MemberRead(const String& passwd, const String& user) {
+  return AsUser(passwd, user, String("sudo cat ") + ContentRecordPath);
 }
 
 CommandLine FullExtract(const String& passwd, const String& user, const String& path) {
-  return Privileged(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)));
+  return AsUser(passwd, user, "sudo tar -zxPvf " + DoubleQuoted(Local(path)));
 }
 
 CommandLine ListingTest(const String& path) {

@@ -12,7 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "exec/FrontEnd.h"
+#include "exec/Wrapper.h"
+#include "platform/runtime/Descriptor.h"
 
 namespace zelto {
 
@@ -20,23 +21,19 @@ namespace {
 
 using Environment = std::vector<std::string>;
 
-std::string SearchPath() {
+std::string SearchPath(const std::string& wrapper) {
   const char* path = std::getenv("PATH");
-  const auto frontEnd = FrontEndFolder().string();
-  return (frontEnd.empty() ? "" : frontEnd + ":") + (path ? path : _PATH_DEFPATH);
+  return (wrapper.empty() ? "" : wrapper + ":") + (path ? path : _PATH_DEFPATH);
 }
 
-// `su -c` starts a new session, in which `sudo` has neither a terminal nor cached credentials. The
-// front end passes the password to `sudo`. If PATH does not lead to it, `sudo` runs SUDO_ASKPASS
-// with the prompt as the argument: printenv, with the name of the variable that has the password.
-// `sudo` does so only if DISPLAY is set.
+// `su -c` starts a new session, in which `sudo` has neither a terminal nor cached credentials, so
+// that the wrapper must pass the password. PAM can replace PATH. Then the start files in the
+// wrapper's folder put the folder first again: bash reads BASH_ENV, and zsh a file in ZDOTDIR.
 Environment CommandEnvironment(const std::string& mark) {
+  const auto wrapper = WrapperFolder().string();
   Environment environment{
-      "PATH=" + SearchPath(),
-      "LC_ALL=C.UTF-8",
-      "DISPLAY=none",
-      "SUDO_ASKPASS=/usr/bin/printenv",
-      std::string("SUDO_PROMPT=") + SudoPrompt,
+      "PATH=" + SearchPath(wrapper), "BASH_ENV=" + wrapper + "/path",
+      "ZDOTDIR=" + wrapper,          "LC_ALL=C.UTF-8",
       "ZELTO_MARK=" + mark,
   };
   for (const std::string name : {"HOME", "USER", "LOGNAME"}) {
@@ -55,9 +52,9 @@ std::vector<char*> Pointers(Environment& environment) {
 // The script exports the password. In the environment with which `sh` starts, the password would
 // stay readable in /proc while the command runs.
 String Script(const CommandLine& command) {
-  String line = command.Text + "\n";
-  if (command.Passphrase.IsNil()) return line;
-  return String("export ") + SudoPrompt + "=" + Quoted(command.Passphrase) + "\n" + line;
+  const String line = command.Text + "\n";
+  if (command.Needs != Privilege::Root) return line;
+  return "export ZELTO_PASSPHRASE=" + Quoted(command.Password) + "\n" + line;
 }
 
 // Stops without an error if the reader closes the pipe.
@@ -103,12 +100,13 @@ pid_t StartInterpreter(const CommandLine& command, const std::string& mark, int 
                        int errors) {
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) return 0;
+  Descriptor reading(ends[0]);
+  const Descriptor writing(ends[1]);
   for (const int end : ends) fcntl(end, F_SETFD, FD_CLOEXEC);
-  const pid_t process = Spawn(ends[0], output, errors, CommandEnvironment(mark));
+  const pid_t process = Spawn(reading.Number(), output, errors, CommandEnvironment(mark));
   const int reason = errno;
-  close(ends[0]);
-  if (process != 0) WriteAll(ends[1], Script(command).Bytes());
-  close(ends[1]);
+  reading = Descriptor();  // so that a write fails if the process has ended
+  if (process != 0) WriteAll(writing.Number(), Script(command).Bytes());
   errno = reason;
   return process;
 }

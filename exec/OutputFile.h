@@ -1,25 +1,24 @@
 #pragma once
 
-#include <cstdio>
-#include <memory>
-#include <string>
+#include "platform/runtime/Descriptor.h"
+#include "platform/runtime/String.h"
 
 namespace zelto {
 
-// An unnamed file for the output of commands, in memory where the system supports it. All writers
-// append. A running command keeps the file alive after this process has ended.
+// An unnamed file for one output stream of a command, in memory where the system supports it. A
+// file and not a pipe: a command does not block on it, and continues after this process has ended.
 class OutputFile {
  public:
   OutputFile();
 
-  bool IsOpen() const { return mFile != nullptr; }
-  int Descriptor() const { return fileno(mFile.get()); }
-  std::size_t Size() const;
-  // Appends the bytes at the offsets from `start` up to, but not including, `end` to `text`.
-  void AppendTo(std::string& text, std::size_t start, std::size_t end) const;
+  // The end for the command. It appends. Not open if the file cannot be created.
+  Descriptor Writer() const;
+  // True until each process that inherited the writer has closed it.
+  bool IsHeld() const;
+  String Content() const;
 
  private:
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> mFile;
+  Descriptor mReader;
 };
 
 }  // namespace zelto

@@ -24,52 +24,53 @@ class Shell : public Object {
   // If the line contains NUL or a newline or cannot be started: ErrorCode 127, reason in ReadAll.
   void Execute(const CommandLine& command);
 
-  // True while a command runs or is queued. In Mode 2 this call starts the next queued command.
-  bool IsRunning();
+  // A command has ended when all its processes have closed its output.
+  bool IsRunning() const { return mIsRunning || !mQueue.empty(); }
+  // Notices the end of the command and starts the next one. In Mode 2, call it until IsRunning is
+  // False.
+  void Poll();
   // The exit status of the last command that ended, or 128 plus the signal that ended it.
   Int32 ErrorCode() const { return mErrorCode; }
-  // The output of all commands so far: standard output in order, then standard error. The prompts
-  // of `su` and `sudo` are removed. PAM messages are removed if the front end marks the output, or
-  // if the last successful credential check printed the same ones.
+  // What all commands wrote so far, without the text of `su` and `sudo`: standard output in order,
+  // and then standard error, but only if the last command failed.
   String ReadAll();
+  // The identity of the record that the last command extracted or read. Nil if there is none.
+  String RecordIdentity() const;
 
  private:
   friend void PublishShell();
 
-  // A started command line. Output and Errors are the offsets in both files at which its text
-  // begins. Status is -1 until it has ended.
+  // Keeps no text of the command, which would be a second copy of the password.
   struct Run {
-    std::size_t Output = 0;
-    std::size_t Errors = 0;
-    std::optional<std::size_t> OutputSize;
-    Int32 Status = -1;
-    // A successful credential check prints nothing, so its text is from `su` and `sudo`.
-    bool IsCheck() const { return Status == 0 && OutputSize == 0; }
+    String Password;
+    bool IsCheck = false;
+    OutputFile Output = {};
+    OutputFile Errors = {};
+    bool HasPassed = false;
+
+    bool IsHeld() const { return Output.IsHeld() || Errors.IsHeld(); }
   };
 
+  void Wait();
+  void Advance();
   void Start(const CommandLine& command);
-  void Refuse(const char* reason);
-  bool ReapChild();
+  void NotStarted(const char* reason);
+  void Refuse(Int32 status, const std::string& reason);
+  bool HasEnded();
+  void ReapChild();
   void ReleaseProcess();
   String Gathered() const;
-  // Appends the text of all runs from the file. `begin` is the member of Run with the offset in it.
-  // `clean(run, start, around)` edits the text of one run from `start` on. `around` is the text of
-  // the last successful credential check up to this run. `su` and `sudo` can print it again.
-  template <class Clean>
-  void AppendRuns(std::string& text, const OutputFile& file, std::size_t Run::*begin,
-                  Clean clean) const;
+  void AppendRuns(std::string& text, OutputFile Run::*stream) const;
 
   Int32 mMode = 0;
   Int32 mErrorCode = 0;
-  pid_t mProcess = 0;  // 0: no command runs
-  int mEnd = -1;       // a pidfd, readable when the process has ended; -1 without pidfd_open
+  bool mIsRunning = false;
+  pid_t mProcess = 0;  // the first process of the command; 0 after its end
+  Descriptor mEnd;     // a pidfd, readable after the end of mProcess; not open without pidfd_open
   std::deque<CommandLine> mQueue;
-  // Files, not pipes: a command does not block on a file and gets no SIGPIPE if this process ends.
-  OutputFile mOutput;
-  OutputFile mErrors;
   std::vector<Run> mRuns;
-  std::string mMark;      // random, written by the front end around a command's output
-  std::string mRefusals;  // reasons why command lines were not started
+  std::string mMark;      // random, written by the wrapper around a command's output
+  std::string mRefusals;  // reasons why the program refused a command line or its success
 };
 
 void PublishShell();

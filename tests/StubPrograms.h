@@ -7,10 +7,9 @@
 
 #include "exec/Shell.h"
 
-// A temporary folder, first in PATH, with scripts for `su` and `sudo` and a copy of the front end.
-// The copy is necessary because the build can be in a private folder, and the program rejects a
-// front end there. The scripts accept the user "zt" with the password "secret", record their
-// arguments, and run their commands with the rights of the test.
+// A temporary folder with scripts for `su` and `sudo`, first in PATH. The scripts accept the user
+// "zt" with the password "secret", record their arguments, and run their commands with the rights
+// of the test.
 class StubPrograms {
  public:
   StubPrograms();
@@ -18,8 +17,6 @@ class StubPrograms {
 
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
-  // The first entries of PATH: the folders of the front end and of the scripts.
-  std::string Programs() const { return Path("front") + ":" + Path("bin"); }
   void Script(const std::string& name, const std::string& body) const;
   // A shell command for use in a script. It blocks until Release is called or this object is
   // destroyed.

@@ -9,6 +9,7 @@ void AwaitCommands(Shell& shell) {
   do {
     App()->DoEvents(10);
     RuntimeBackgroundTask();
+    shell.Poll();
   } while (shell.IsRunning());
 }
 

@@ -21,14 +21,12 @@ String InvalidFileExplanation() {
          "If you want to try to install this file anyway, click the Keep button";
 }
 
-// Returns the record in the update file, or nothing if it cannot be extracted.
-std::optional<ContentRecord> ExtractRecord(Shell& shell, const String& path) {
-  const ContentLock lock;
-  shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
-  shell.Execute(MemberExtract(Globals::Passwd, Globals::User, path));
-  const auto size = ContentRecordSize();
-  if (shell.ErrorCode() != 0 || !size) return std::nullopt;
-  shell.Execute(MemberRead(Globals::Passwd, Globals::User, *size));
+// The record in the output of the shell. Nothing if the record on the disk is not the extracted one
+// any more: another utility has extracted its own.
+std::optional<ContentRecord> ReadRecord(Shell& shell) {
+  const auto extracted = shell.RecordIdentity();
+  shell.Execute(MemberRead(Globals::Passwd, Globals::User));
+  if (extracted.IsNil() || !(shell.RecordIdentity() == extracted)) return std::nullopt;
   return ReadContentRecord(shell.ReadAll());
 }
 
@@ -36,11 +34,18 @@ std::optional<ContentRecord> ExtractRecord(Shell& shell, const String& path) {
 
 bool Window1::CheckFile(const String&) {
   const auto shell = New<Shell>();
-  if (const auto record = ExtractRecord(*shell, EditField1()->Text())) {
-    stProduct()->Text(record->Product);
-    stVersion()->Text(record->Version);
-    EditField2()->Text(record->Description);
-    return true;
+  {
+    const ContentLock lock;
+    shell->Execute(CredentialCheck(Globals::Passwd, Globals::User));
+    shell->Execute(MemberExtract(Globals::Passwd, Globals::User, EditField1()->Text()));
+    if (shell->ErrorCode() == 0) {
+      const auto record = ReadRecord(*shell);
+      const auto shown = record.value_or(ContentRecord{});
+      stProduct()->Text(shown.Product);
+      stVersion()->Text(shown.Version);
+      EditField2()->Text(shown.Description);
+      if (record) return true;
+    }
   }
   const auto dialog = New<MessageDialog>();
   dialog->Message("Invalid Update File");

@@ -1,20 +1,19 @@
 #pragma once
 
+#include "platform/runtime/Descriptor.h"
+
 namespace zelto {
 
-// Lets only one running instance of the utility use the content record at a time, because all
-// instances extract the record to the same path. The constructor waits at most five seconds for the
-// lock and then continues without it, because any account can take the lock and keep it. The
-// constructor also continues if the file system does not support locks.
+// Lets one running instance of the utility use the record at a time, in the order of their
+// requests, so that they do not disturb one another. The constructor serves events while it waits,
+// and continues without the lock after five seconds, because any account can take it and keep it,
+// or if there is no lock. A check does not depend on the lock to show the right record.
 class ContentLock {
  public:
   ContentLock();
-  ContentLock(const ContentLock&) = delete;
-  ContentLock& operator=(const ContentLock&) = delete;
-  ~ContentLock();
 
  private:
-  int mFolder;
+  Descriptor mFolder;
 };
 
 }  // namespace zelto

@@ -1,9 +1,5 @@
 #include "update/ContentRecord.h"
 
-#include <sys/stat.h>
-
-#include "exec/CommandLines.h"
-
 namespace zelto {
 
 namespace {
@@ -14,16 +10,6 @@ String WithoutCarriageReturn(const String& line) {
 }
 
 }  // namespace
-
-std::optional<std::size_t> ContentRecordSize() {
-  constexpr off_t largest = 65'536;  // bytes, the limit of the front end
-  struct stat record {};
-  if (lstat(ContentRecordPath, &record) != 0 || !S_ISREG(record.st_mode) || record.st_nlink != 1 ||
-      record.st_size > largest) {
-    return std::nullopt;
-  }
-  return static_cast<std::size_t>(record.st_size);
-}
 
 ContentRecord ReadContentRecord(const String& text) {
   const auto lines = Split(text, EndOfLine());

@@ -8,6 +8,7 @@ using namespace zelto;
 // 0.2.15.
 TEST(FailureReason, NamesTheCauseThatAUserCanRemedy) {
   const std::string notAccepted = "The name or the password was not accepted.";
+  const std::string needsMore = "The account needs more than a password.";
   const std::string noRight = "This account may not use sudo.";
   const std::string otherPassword =
       "sudo asks for the password of another account (rootpw or targetpw).";
@@ -23,6 +24,12 @@ TEST(FailureReason, NamesTheCauseThatAUserCanRemedy) {
     PriorCheck Prior = PriorCheck::Su;
   } cases[] = {
       {"su: Authentication failure\n", notAccepted},
+      {"LDAP Password: su: Authentication failure\n", notAccepted},
+      {"Token: su: Authentication failure\n", needsMore},
+      {"LDAP Password: Token: su: Authentication failure\n", needsMore},
+      {"Verification code: su: Authentication failure\n", needsMore},
+      {"Verification code: \nsudo: no password was provided\nsudo: 1 incorrect password attempt\n",
+       needsMore},
       {"su: user x does not exist or the user entry does not contain all the required fields\n",
        notAccepted},
       {wrong, notAccepted, 1, PriorCheck::None},

@@ -3,10 +3,12 @@ import re
 import resource
 import shutil
 import signal
+import stat
 from operator import methodcaller
 from pathlib import Path
 from secrets import token_hex
 
+from archives import LIMIT, archives
 from desktop.memory import copies
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
 from base import LONG, PROGRAM, DesktopTest
@@ -30,6 +32,29 @@ class NeverCutOff(DesktopTest):
                         self.assertEqual(utility.exit_status(), 1)
                 self.assert_installed(members)
                 shutil.rmtree(self.folder / "installed")
+
+
+class Archives(DesktopTest):
+    def test_check_of_any_archive_leaves_a_harmless_record(self):
+        record, names = Path("/tmp/.KVX.Content"), archives()
+        for name, (_, data) in names.items():
+            (self.folder / name).write_bytes(data)
+        utility = self.authenticated(self.account())
+        for name, (texts, _) in names.items():
+            with self.subTest(name):
+                utility.set_text("Patchfile:", str(self.folder / name))
+                if texts is None:
+                    utility.dialog("Cancel", "Keep")
+                    utility.answer("Cancel")
+                else:
+                    utility.until(utility.can_update)
+                    self.assertEqual("|".join(utility.record()), texts)
+                    utility.set_text("Patchfile:", "")
+                if record.exists():
+                    found = record.lstat()
+                    self.assertEqual((stat.filemode(found.st_mode), found.st_uid, found.st_nlink),
+                                     ("-rw-r--r--", 0, 1))
+                    self.assertLessEqual(found.st_size, LIMIT)
 
 
 class Memory(DesktopTest):

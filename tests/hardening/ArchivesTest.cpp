@@ -3,6 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <sstream>
+
 #include "tests/Fixtures.h"
 
 using namespace zelto;
@@ -28,6 +32,18 @@ class Archives : public RecordTest {
     return mStubs.Path(name);
   }
 
+  // True if the record is missing or a regular file of this user that others can only read.
+  static bool IsAbsentOrSafe() {
+    struct stat file {};
+    if (lstat(record, &file) != 0) return true;
+    return file.st_mode == (S_IFREG | 0644) && file.st_uid == getuid() && file.st_nlink == 1 &&
+           file.st_size <= 65536;
+  }
+
+  std::string Label(const char* name) {
+    return ControlWidget<QLabel>(*mTop, name).text().toStdString();
+  }
+
   // The metadata that the window shows, or "refused".
   std::string Checked(const std::string& path) {
     bool isRefused = false;
@@ -38,8 +54,8 @@ class Archives : public RecordTest {
     Choose(path);
     delete waiting;
     return isRefused ? "refused"
-                     : Bytes(mWindow->stProduct()->Text() + "|" + mWindow->stVersion()->Text() +
-                             "|" + mWindow->EditField2()->Text());
+                     : Label("stProduct") + "|" + Label("stVersion") + "|" +
+                           mTop->findChild<QPlainTextEdit*>()->toPlainText().toStdString();
   }
 };
 
@@ -48,8 +64,22 @@ const std::string goodShown = "P|V|D";
 
 }  // namespace
 
-TEST_F(Archives, DeceptiveArchiveIsRefusedOrShownCorrectly) {
-  const std::string secret = mStubs.Path("private");
+TEST_F(Archives, OddArchiveIsRefusedOrShownCorrectly) {
+  const auto folder = mStubs.Path("odd");
+  std::filesystem::create_directory(folder);
+  const auto list = mStubs.Path("list");
+  EXPECT_EQ(system(("python3 " ZELTO_ARCHIVES " " + folder + " >" + list).c_str()), 0);
+  std::istringstream lines(Read(list));
+  int count = 0;
+  for (std::string name, expected; std::getline(lines, name, '\t'); ++count) {
+    std::getline(lines, expected);
+    EXPECT_EQ(Checked(folder + "/" + name), expected) << name;
+    EXPECT_TRUE(IsAbsentOrSafe()) << name;
+  }
+  EXPECT_GT(count, 45);
+}
+
+TEST_F(Archives, CheckWritesNothingBesidesTheRecord) {
   const std::string target = mStubs.Path("target");
   std::filesystem::create_directory(target);
   const std::string above = "control@..@" + mStubs.Folder().filename().string() + "@target@evil";
@@ -60,43 +90,35 @@ TEST_F(Archives, DeceptiveArchiveIsRefusedOrShownCorrectly) {
     std::string Expected;
     std::string Members = "control member";
   } cases[] = {
-      {"plain.gz", goodLines, goodShown},
-      {"symlink.gz", "ln -s " + secret + " control", "refused"},
-      {"hardlink.gz", "ln " + secret + " control", "refused", secret + " control"},
-      {"folder.gz", "mkdir control", "refused"},
-      {"pipe.gz", "mkfifo control", "refused"},
-      {"device.gz", "true", "refused",
-       "--transform=s,^/dev/null," + std::string(record) + ", /dev/null"},
       {"large.gz", goodLines + "; truncate -s " + size + " control", "refused"},
-      {"twice.gz", "echo >control; " + goodLines + "2", goodShown, "control control2"},
       {"many.gz", goodLines + "; yes member | head -n 200000 >../list", goodShown,
        "control -T ../list"},
       {"bomb.gz", goodLines + "; truncate -s " + size + " member", goodShown},
-      {"inside.gz", "mkdir control; touch control@evil; " + goodLines + "2", goodShown,
-       "control control@evil control2"},
       {"above.gz", "mkdir control; touch " + above + "; " + goodLines + "2", goodShown,
        "control " + above + " control2"},
-      {"link.gz", "ln -s " + target + " control; touch control@evil; " + goodLines + "2", goodShown,
-       "control control@evil control2"},
       {"nested.gz",
        "mkdir control; ln -s " + target + " control@to; touch control@to@evil; " + goodLines + "2",
        goodShown, "control control@to control@to@evil control2"},
-      {"later.gz", goodLines, goodShown, "member control"},
   };
   for (const auto& each : cases) {
-    const auto path = Archive(each.Name, each.Commands, each.Members);
-    EXPECT_EQ(Checked(path), each.Expected) << each.Name;
-    EXPECT_EQ(Bytes(mWindow->stProduct()->Text()).find("PRIVATE"), std::string::npos) << each.Name;
+    EXPECT_EQ(Checked(Archive(each.Name, each.Commands, each.Members)), each.Expected) << each.Name;
     EXPECT_TRUE(std::filesystem::is_empty(target)) << each.Name;
-    EXPECT_FALSE(std::filesystem::is_regular_file(record) &&
-                 std::filesystem::file_size(record) > 65536)
-        << each.Name;
+    EXPECT_TRUE(IsAbsentOrSafe()) << each.Name;
   }
-  EXPECT_TRUE(Read(secret).starts_with("a=PRIVATE"));
-  // Without the front end, `tar` writes a record of any size.
-  mStubs.Script("su", "read -r password; PATH=" + mStubs.Path("bin") + ":/bin; sh -c \"$3\"");
-  EXPECT_EQ(Checked(mStubs.Path("plain.gz")), goodShown);
-  EXPECT_EQ(Checked(Archive("over.gz", "head -c 65537 /dev/zero >control")), "refused");
+  // A pipe would make `tar` wait for ever.
+  EXPECT_EQ(system(("mkfifo " + mStubs.Path("pipe.gz")).c_str()), 0);
+  EXPECT_EQ(Checked(mStubs.Path("pipe.gz")), "refused");
+}
+
+// As a second utility does, which extracts its own record at the same time.
+TEST_F(Archives, RecordThatAnotherUtilityReplacesIsNotShown) {
+  const auto good = Archive("good.gz", goodLines);
+  EXPECT_EQ(Checked(good), goodShown);
+  const std::string other = "printf 'a=FALSE\\nb=FALSE\\nc=FALSE\\n' >" + mStubs.Path("other") +
+                            "; mv " + mStubs.Path("other ") + record;
+  mStubs.Script("cat", "[ $# = 0 ] || { " + other + "; }; exec /bin/cat \"$@\"");
+  EXPECT_EQ(Checked(good), "refused");
+  EXPECT_TRUE(mWindow->stProduct()->Text().IsNil());
 }
 
 TEST_F(Archives, PlantedEntryIsNeitherShownNorFollowed) {
@@ -109,8 +131,7 @@ TEST_F(Archives, PlantedEntryIsNeitherShownNorFollowed) {
       {"ln -s " + mStubs.Path("nowhere") + " $R", goodShown},
       {"mkfifo $R", goodShown},
       {"mkdir $R", goodShown},
-      {"mkdir $R; touch $R/held", "refused"},
-      {"mkdir -m 700 $R; ln -s " + victim + " $R/held", "refused"}};
+      {"mkdir -m 700 $R; ln -s " + victim + " $R/held", goodShown}};
   for (const auto& [plant, expected] : cases) {
     RemoveRecord();
     const auto command = "R=" + std::string(record) + "; " + plant + "; chown -h 65534 $R";

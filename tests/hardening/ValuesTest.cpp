@@ -13,7 +13,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// PATH contains only `sh`, the front end and the stubs, so any other program fails as not found.
+// PATH contains only `sh`, the wrapper and the stubs, so any other program fails as not found.
 // The stubs record their arguments and input, and `su` also runs its command.
 class RecordingStubs : public StubPrograms {
  public:
@@ -24,7 +24,7 @@ class RecordingStubs : public StubPrograms {
     Script("sudo", "[ \"$1\" != -S ] || { " + reads + "; }");
     Script("tar", "");
     std::filesystem::create_symlink("/bin/sh", Folder() / "bin/sh");
-    setenv("PATH", Programs().c_str(), 1);
+    setenv("PATH", Path("bin").c_str(), 1);
   }
 };
 

@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
-#include <sys/file.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <deque>
 
 #include "tests/Fixtures.h"
 #include "update/ContentLock.h"
@@ -14,30 +10,27 @@
 
 using namespace zelto;
 
-namespace {
-
-// The next calls of `flock` fail with these errors.
-std::deque<int> lockErrors;
-
-}  // namespace
-
-extern "C" int flock(int descriptor, int operation) {
-  if (lockErrors.empty()) return static_cast<int>(syscall(SYS_flock, descriptor, operation));
-  errno = lockErrors.front();
-  lockErrors.pop_front();
-  return -1;
-}
-
-TEST(ContentLock, RetriesOnlyIfHeldOrInterrupted) {
-  const auto isHeld = [] { return system("flock -n /tmp true") != 0; };
+TEST(ContentLock, IsWaitedForInOrderButNotForever) {
+  const auto isHeld = [] { return system("/usr/bin/flock -n /tmp true") != 0; };
   {
-    lockErrors = {EWOULDBLOCK, EINTR};
     const ContentLock lock;
     EXPECT_TRUE(isHeld());
   }
-  lockErrors = {ENOLCK};
-  const ContentLock lock;
   EXPECT_FALSE(isHeld());
+  const StubPrograms stubs;
+  NewShell();
+  // Another process has the lock and releases it after the program `flock` waits for it.
+  const std::string held =
+      "/usr/bin/flock /tmp sh -c 'touch $0/held; " + stubs.Blocker() + "' " + stubs.Path("");
+  EXPECT_EQ(system(("(" + held + ") &").c_str()), 0);
+  while (!std::filesystem::exists(stubs.Path("held"))) usleep(1000);
+  stubs.Script("flock", "echo >'" + stubs.Path("gate") + "'; exec /usr/bin/flock \"$@\"");
+  const ContentLock lock;
+  EXPECT_TRUE(isHeld());
+  EXPECT_EQ(stubs.Calls("flock").size(), 1U);
+  // The lock is not had within the time.
+  stubs.Script("flock", "exec /usr/bin/flock -w 0.1 $3");
+  const ContentLock second;
 }
 
 TEST(POSIXPath, IsAbsoluteForExistingAndMissingItems) {

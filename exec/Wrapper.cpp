@@ -1,0 +1,100 @@
+#include "exec/Wrapper.h"
+
+#include <grp.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string_view>
+#ifdef __APPLE__
+#include <mach-o/dyld.h>
+#else
+#include <sys/xattr.h>
+#endif
+
+namespace zelto {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The folder of the running program, or empty if it is unknown.
+fs::path ProgramFolder() {
+  std::error_code error;
+#ifdef __APPLE__
+  char path[4096];
+  std::uint32_t size = sizeof path;
+  if (_NSGetExecutablePath(path, &size) != 0) return {};
+  return fs::canonical(path, error).parent_path();
+#else
+  return fs::read_symlink("/proc/self/exe", error).parent_path();
+#endif
+}
+
+// True if the group is the primary one of the effective user, has the user's name, and has no other
+// members.
+bool IsPrivateGroup(gid_t id) {
+  const passwd* user = getpwuid(geteuid());
+  const group* members = getgrgid(id);
+  if (!user || !members || user->pw_gid != id) return false;
+  const std::string_view name = user->pw_name;
+  for (char** member = members->gr_mem; *member; ++member) {
+    if (*member != name) return false;
+  }
+  return members->gr_name == name;
+}
+
+// The group's write permission also stands for that of an access control list.
+bool HasAccessControlList([[maybe_unused]] const fs::path& path) {
+#ifdef __APPLE__
+  return false;
+#else
+  return getxattr(path.c_str(), "system.posix_acl_access", nullptr, 0) > 0;
+#endif
+}
+
+bool IsSafe(const fs::path& path, const struct stat& entry) {
+  const bool isOwned = entry.st_uid == 0 || entry.st_uid == geteuid();
+  const bool isGroupSafe = (entry.st_mode & S_IWGRP) == 0 ||
+                           (IsPrivateGroup(entry.st_gid) && !HasAccessControlList(path));
+  return isOwned && isGroupSafe && (entry.st_mode & S_IWOTH) == 0;
+}
+
+bool IsSafeFile(const fs::path& path) {
+  struct stat entry {};
+  return lstat(path.c_str(), &entry) == 0 && S_ISREG(entry.st_mode) && IsSafe(path, entry);
+}
+
+// In a sticky folder only the owner of an entry can replace it.
+bool IsSafeFolder(const fs::path& path) {
+  struct stat entry {};
+  if (lstat(path.c_str(), &entry) != 0 || !S_ISDIR(entry.st_mode)) return false;
+  if ((entry.st_mode & S_ISVTX) != 0) entry.st_mode &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH);
+  return IsSafe(path, entry);
+}
+
+}  // namespace
+
+bool CanOthersChange(const fs::path& file) {
+  if (!file.is_absolute() || !IsSafeFile(file)) return true;
+  for (auto folder = file.parent_path();; folder = folder.parent_path()) {
+    if (!IsSafeFolder(folder)) return true;
+    if (folder == folder.root_path()) return false;
+  }
+}
+
+// In a build, libexec is next to the program's folder. In an installation, ZELTO_LIBEXEC leads to
+// it.
+fs::path WrapperFolder() {
+  const auto program = ProgramFolder();
+  for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {
+    std::error_code error;
+    const auto folder = fs::canonical(program / place / "zelto-update-utility", error);
+    const auto isSafe = [&](const char* file) { return !CanOthersChange(folder / file); };
+    if (!error && isSafe("sudo") && isSafe("path") && isSafe(".zshenv")) return folder;
+  }
+  return {};
+}
+
+}  // namespace zelto

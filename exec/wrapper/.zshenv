@@ -1,0 +1,2 @@
+case $PATH in "$ZDOTDIR":*) ;; *) PATH=$ZDOTDIR:$PATH ;; esac
+unset ZDOTDIR
