@@ -36,20 +36,22 @@ class NeverCutOff(DesktopTest):
 
 class Archives(DesktopTest):
     def test_check_of_any_archive_leaves_a_harmless_record(self):
-        record, names = Path("/tmp/.KVX.Content"), archives()
+        record = Path("/tmp/.KVX.Content")
+        few = "setuid", "device", "folder", "after-link", "link", "large", "name-of-gigabytes", "one-line"
+        names = {name: case for name, case in archives().items() if LONG or name.removesuffix(".gz") in few}
         for name, (_, data) in names.items():
             (self.folder / name).write_bytes(data)
         utility = self.authenticated(self.account())
         for name, (texts, _) in names.items():
             with self.subTest(name):
-                utility.set_text("Patchfile:", str(self.folder / name))
+                utility.fill("Patchfile:", str(self.folder / name))
                 if texts is None:
                     utility.dialog("Cancel", "Keep")
                     utility.answer("Cancel")
                 else:
                     utility.until(utility.can_update)
                     self.assertEqual("|".join(utility.record()), texts)
-                    utility.set_text("Patchfile:", "")
+                    utility.fill("Patchfile:", "")
                 if record.exists():
                     found = record.lstat()
                     self.assertEqual((stat.filemode(found.st_mode), found.st_uid, found.st_nlink),
