@@ -1,9 +1,12 @@
 #include <QApplication>
+#include <QTest>
 
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
+#include "platform/runtime/Wait.h"
 #include "tests/Fixtures.h"
+#include "ui/WAbout.h"
 
 using namespace zelto;
 
@@ -14,6 +17,7 @@ class RecorderWindow : public Window {
  public:
   static inline std::string Log;
   static inline bool Cancels = false;
+  static inline bool ClosesInOpen = false;
   static inline Ref<EventSource> LastMe;
 
   static const Class& ClassTable() {
@@ -44,6 +48,7 @@ class RecorderWindow : public Window {
   }
   void Open() {
     Log += "Open ";
+    if (ClosesInOpen) Close();
     LastMe = Me();
   }
   void Closed() { Log += "Close "; }
@@ -55,9 +60,16 @@ class ModelTest : public testing::Test {
   void SetUp() override {
     RecorderWindow::Log.clear();
     RecorderWindow::Cancels = false;
+    RecorderWindow::ClosesInOpen = false;
   }
   void TearDown() override { RecorderWindow::LastMe = nullptr; }
   ApplicationFixture mApplication;
+};
+
+// An About window whose canvas does not claim a mouse press.
+class RefusingAbout : public zelto::WAbout {
+  bool Canvas2_MouseDown(Int32, Int32) override { return false; }
+  void Canvas2_MouseUp(Int32, Int32) override { ADD_FAILURE(); }
 };
 
 Ref<EditField> Field(const Ref<RecorderWindow>& window) {
@@ -81,6 +93,69 @@ TEST_F(ModelTest, WindowIsConstructedInOrderAndOnce) {
   const auto second = ImplicitWindow<RecorderWindow>();
   EXPECT_FALSE(second == window);
   EXPECT_EQ(Bytes(Field(second)->Text()), "listed");
+}
+
+TEST_F(ModelTest, WindowClosedByItsOpenHandlerDoesNotBlock) {
+  const auto parent = ImplicitWindow<RecorderWindow>();
+  RecorderWindow::ClosesInOpen = true;
+  const auto window = RuntimeNewObject<RecorderWindow>();
+  window->Constructor();
+  window->ShowModal();
+  window->ShowModalWithin(parent);
+  EXPECT_TRUE(window->IsClosed());
+}
+
+TEST_F(ModelTest, LaterEntryOfANameReplacesTheEarlier) {
+  const auto window = ImplicitWindow<RecorderWindow>();
+  const auto first = Field(window);
+  const auto second = window->New<EditField>();
+  window->AddControl("field", second);
+  EXPECT_TRUE(Field(window) == second);
+  EXPECT_FALSE(first->Window());
+  window->AddMenuHandler("item", RuntimeCreateDelegate(&RecorderWindow::FieldOpen));
+  window->AddMenuHandler("item", RuntimeCreateDelegate(&RecorderWindow::Closed));
+  RecorderWindow::Log.clear();
+  window->CallMenuHandler("item");
+  EXPECT_EQ(RecorderWindow::Log, "Close ");
+}
+
+TEST_F(ModelTest, SizeChangesAtOnceAndOnlyWhenItIsWritten) {
+  const auto window = ImplicitWindow<RecorderWindow>();
+  RuntimeMassPropertySetter(
+      *window, WindowList{.Width = 300, .Height = 200, .Title = "sized", .Resizeable = true});
+  const auto size = [&] { return QSize(window->Width(), window->Height()); };
+  EXPECT_EQ(size(), QSize(300, 200));
+  window->Show();
+  TopLevel("sized")->resize(400, 250);
+  QApplication::processEvents();
+  window->Set(&WindowList::Title, "renamed");
+  EXPECT_EQ(size(), QSize(400, 250));
+  window->Width(320);
+  EXPECT_EQ(size(), QSize(320, 250));
+}
+
+TEST_F(ModelTest, ReleaseOfAnUnclaimedPressIsNotRaised) {
+  const auto about = RuntimeNewObject<RefusingAbout>();
+  about->Constructor();
+  about->Show();
+  QTest::mouseClick(&ControlWidget(*TopLevel("About"), "Canvas2"), Qt::LeftButton);
+}
+
+TEST_F(ModelTest, CursorOfTheOuterHandlerReturns) {
+  const auto shape = [] {
+    const auto* cursor = QGuiApplication::overrideCursor();
+    return cursor ? cursor->shape() : Qt::ArrowCursor;
+  };
+  InvokeHandler([&] {
+    App()->DoEvents(1);
+    InvokeHandler([&] {
+      RuntimeAwait(-1, 1);
+      EXPECT_EQ(shape(), Qt::WaitCursor);
+    });
+    EXPECT_EQ(shape(), Qt::BusyCursor);
+    EXPECT_TRUE(HandlerWaits());
+  });
+  EXPECT_EQ(shape(), Qt::ArrowCursor);
 }
 
 TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {

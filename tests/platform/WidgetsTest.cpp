@@ -94,7 +94,8 @@ TEST_F(WidgetsTest, PastedTextLosesTrailingNewlinesAndFitsIntoACommandLine) {
   const auto field = mWindow->EditField1();
   for (const bool isPassword : {false, true}) {
     field->Set(&EditFieldList::Password, isPassword);
-    for (const auto& text : {QString("/x/a\r\n\n"), QString("b\nc"), QString("b") + QChar::Null + "c"}) {
+    for (const auto& text :
+         {QString("/x/a\r\n\n"), QString("b\nc"), QString("b") + QChar::Null + "c"}) {
       QApplication::clipboard()->setText(text);
       mLine->paste();
       EXPECT_EQ(Bytes(field->Text()), "/x/a");
@@ -135,6 +136,18 @@ TEST_F(WidgetsTest, ADropEndsWithItsWindow) {
   InvokeHandler([&] { mWindow->Close(); });
   QApplication::processEvents();
   EXPECT_EQ(mWindow->Log, "");
+}
+
+TEST_F(WidgetsTest, FieldTakesFilesOfAllItsTypesAndNoText) {
+  RuntimeRegisterFileType("archive", {}, {}, "zip");
+  mWindow->EditField1()->AcceptFileDrop("archive");
+  EXPECT_TRUE(Drop("file:///x/a.zip"));
+  EXPECT_TRUE(Drop("file:///x/a.tgz"));
+  QMimeData data;
+  data.setText("dropped");
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QApplication::sendEvent(mLine, &enter);
+  EXPECT_FALSE(enter.isAccepted());
 }
 
 TEST_F(WidgetsTest, InputIsIgnoredWhileAHandlerWaits) {
@@ -180,6 +193,13 @@ TEST(Screen, PositionsAreRelativeToThePrimaryScreen) {
                         {"name": "b", "x": 0, "y": 0, "width": 800, "height": 600,
                          "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
   setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + folder.Path("screens.json")).c_str(), 1);
+  Write(folder.Folder() / "none.json", R"({"screens": []})");
+  EXPECT_EXIT(
+      {
+        setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + folder.Path("none.json")).c_str(), 1);
+        RuntimeInit();
+      },
+      testing::ExitedWithCode(1), "zelto-update-utility: no display can be opened: ");
   {
     const ApplicationFixture application;
     EXPECT_EQ(zelto::Screen(0)->Width(), 1024);

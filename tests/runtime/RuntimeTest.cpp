@@ -31,5 +31,6 @@ TEST(Plugins, EachSlotHasTheEntryOfItsKey) {
   EXPECT_EQ(called, 1);
   Glink<void(int)>(PluginSlotOf("Shell.Write(s as String)"), 0);
   EXPECT_EQ(called, 2);
+  EXPECT_THROW(Glink<int(int)>(PluginSlotOf("Shell.Write(s as String)"), 0), TypeMismatchException);
   EXPECT_THROW(Glink<void()>(PluginSlotOf("Shell.Poll")), FunctionNotFoundException);
 }

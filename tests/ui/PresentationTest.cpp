@@ -207,7 +207,9 @@ TEST(Pictures, LoadOnFirstUseAndAreCached) {
     EXPECT_FALSE(get());
   }
   std::filesystem::remove(file);
+  testing::internal::CaptureStderr();
   EXPECT_FALSE(get());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   EXPECT_TRUE(WPerm());  // the window is complete without pictures
   Write(file, content);
   const auto picture = get();

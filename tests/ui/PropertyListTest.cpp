@@ -43,6 +43,13 @@ TEST(PropertyLists, AreEncodedInTheBinaryFormat) {
   EXPECT_NE(Hex(Window1::List()).find("4261636b436f6c6f7220ffffff"), std::string::npos);
 }
 
+TEST(PropertyLists, ValuesThatNothingShowsAreStored) {
+  const auto text = RuntimeNewObject<StaticText>();
+  RuntimeMassPropertySetter(*text, StaticTextList{.LockBottom = true, .DataField = "x"});
+  EXPECT_TRUE(text->Properties().LockBottom);
+  EXPECT_EQ(Bytes(text->Properties().DataField), "x");
+}
+
 TEST(PropertyLists, MalformedListsAreRefused) {
   using namespace std::string_literals;
   for (const auto& list : {"Colour \0\0\0\1"s, "Enabled \2"s, "Text \0\0\0\5abcd"s,
