@@ -99,6 +99,7 @@ class QtWindowImp : public WindowImp {
     mTop->Content().setMinimumSize(isFixed ? size : QSize(list.MinWidth, list.MinHeight));
     mTop->Content().setMaximumSize(isFixed ? size : QSize(list.MaxWidth, list.MaxHeight));
     mTop->layout()->setSizeConstraint(isFixed ? QLayout::SetFixedSize : QLayout::SetMinAndMaxSize);
+    mTop->layout()->activate();
   }
 
   // Called only by Show: QMenuBar loads Qt's plug-ins of all picture formats, which would delay the
