@@ -1,3 +1,4 @@
+import contextlib
 import random
 import re
 import resource
@@ -7,6 +8,8 @@ import stat
 from operator import methodcaller
 from pathlib import Path
 from secrets import token_hex
+
+import psutil
 
 from archives import LIMIT, archives
 from desktop.memory import copies
@@ -34,7 +37,34 @@ class NeverCutOff(DesktopTest):
                 shutil.rmtree(self.folder / "installed")
 
 
+class Killed(DesktopTest):
+    def test_failure_is_reported_after_the_last_process_and_without_the_password(self):
+        members = self.members(**{str(number): (b"%d" % number, 0o644) for number in range(30_000)})
+        path, account = self.update("many.gz", members=members), self.account()
+        for victim in "su", "sudo":
+            with self.subTest(victim), self.running(account) as utility:
+                utility.install(path)
+                utility.until(Path(list(members)[100]).exists, 60)
+                for pid in account.processes():
+                    with contextlib.suppress(psutil.NoSuchProcess):
+                        if (process := psutil.Process(pid)).name() == victim:
+                            process.kill()
+                texts = utility.dialog("OK", limit=60)
+                self.assert_installed(members)
+                self.assertNotIn(account.password, "".join(texts))
+            shutil.rmtree(self.folder / "installed")
+
+
 class Archives(DesktopTest):
+    def test_root_without_a_password_uses_the_wrapper(self):
+        evil = Path("/tmp", "zelto-" + token_hex(4))
+        path = self.update("evil.gz", members={f"/tmp/.KVX.Content/../{evil.name}": (b"", 0o644)})
+        utility = self.enterContext(Utility("root", PROGRAM))
+        utility.authenticate("root", "")
+        utility.fill("Patchfile:", path)
+        utility.until(utility.can_update)
+        self.assertFalse(evil.exists())
+
     def test_check_of_any_archive_leaves_a_harmless_record(self):
         record = Path("/tmp/.KVX.Content")
         few = "setuid", "device", "folder", "after-link", "link", "large", "name-of-gigabytes", "one-line"

@@ -1,9 +1,10 @@
 import datetime
 import os
+import re
 from pathlib import Path
 
 from desktop.accounts import run
-from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
+from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from base import PROGRAM, DesktopTest
 
 
@@ -25,25 +26,37 @@ class SetUps(DesktopTest):
         changed = datetime.date.today() - datetime.timedelta(days=6)
         run(["chage", "-M", "10", "-W", "7", "-d", str(changed), account.name])
 
+    def long_log(self, account):
+        log = self.folder / "log"
+        log.write_bytes(bytes(100_000))
+        self.defaults(account, f"logfile={log}")
+
+    def private_umask(self, _):
+        self.addCleanup(os.umask, os.umask(0o077))
+
     def test_update_installs_and_a_failure_shows_only_what_tar_wrote(self):
-        for kind in "visiblepw", "timestamp_timeout=0", "passprompt_override", self.pam_message, self.ageing:
+        for kind in "visiblepw", "timestamp_timeout=0", "passprompt_override", self.pam_message, self.ageing, \
+                self.long_log, self.private_umask:
             account = self.account()
             kind(account) if callable(kind) else self.defaults(account, kind)
             with self.subTest(kind), self.running(account) as utility:
-                members = self.members(**{account.name: (b"new", 0o644)})
+                members = self.members(**{f"{account.name}/file": (b"new", 0o644)})
                 path = self.update("a.gz", account.name, members=members)
                 utility.fill("Patchfile:", path)
                 utility.shows(account.name, "1.0", "A sample update.")
                 utility.start()
                 utility.outcome()
                 self.assert_installed(members)
+                # The folder is no member.
+                self.assertEqual(oct(os.stat(self.folder / "installed" / account.name).st_mode), oct(0o40755))
                 utility.answer("Install Another")
                 utility.fill("Patchfile:", path)
                 utility.until(utility.can_update)
                 os.truncate(path, 5)
                 utility.start()
-                self.assertRegex("\n".join(utility.dialog("OK")),
-                                 r"\ABad update file\nErrors .*\n\n(\n|(gzip|tar): .*\n)+\Z")
+                failure = re.compile(r"Bad update file\nErrors .*\n\n(\n|(gzip|tar): .*\n)+\Z")
+                utility.dialog("OK")
+                utility.until(lambda: failure.match("\n".join(utility.texts(MAIN))))
 
     def test_unsupported_setup_is_refused_with_its_reason(self):
         reasons = {"requiretty": "sudo accepts this account only on a terminal (requiretty).",
