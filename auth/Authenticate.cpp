@@ -1,5 +1,3 @@
-#include "ui/WPerm.h"
-
 #include <unistd.h>
 
 #include "auth/FailureReason.h"
@@ -7,6 +5,7 @@
 #include "exec/Shell.h"
 #include "platform/Application.h"
 #include "platform/runtime/Numbers.h"
+#include "ui/WPerm.h"
 
 namespace zelto {
 

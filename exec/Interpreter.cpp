@@ -52,7 +52,7 @@ std::vector<char*> Pointers(Environment& environment) {
 // The script exports the password. In the environment with which `sh` starts, the password would
 // stay readable in /proc while the command runs.
 String Script(const CommandLine& command) {
-  const String line = command.Text + "\n";
+  String line = command.Text + "\n";
   if (command.Needs != Privilege::Root) return line;
   return "export ZELTO_PASSPHRASE=" + Quoted(command.Password) + "\n" + line;
 }

@@ -90,7 +90,7 @@ fs::path WrapperFolder() {
   const auto program = ProgramFolder();
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {
     std::error_code error;
-    const auto folder = fs::canonical(program / place / "zelto-update-utility", error);
+    auto folder = fs::canonical(program / place / "zelto-update-utility", error);
     const auto isSafe = [&](const char* file) { return !CanOthersChange(folder / file); };
     if (!error && isSafe("sudo") && isSafe("path") && isSafe(".zshenv")) return folder;
   }

@@ -56,6 +56,9 @@ class Window1 : public ListWindow<class Window1> {
   virtual bool CheckFile(const String& path);
 
  private:
+  // Extracts the record of the file and shows it. Returns false if it cannot.
+  bool ShowRecord();
+
   template <class T>
   Ref<T> MenuItemNamed(const String& name) {
     return RuntimeCheckCast<T>(MenuBar()->Lookup(name));

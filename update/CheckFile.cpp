@@ -21,8 +21,14 @@ String InvalidFileExplanation() {
          "If you want to try to install this file anyway, click the Keep button";
 }
 
-// The record in the output of the shell. Nothing if the record on the disk is not the extracted one
-// any more: another utility has extracted its own.
+// Returns true if the extraction succeeded.
+bool ExtractRecord(Shell& shell, const String& path) {
+  shell.Execute(CredentialCheck(Globals::Passwd, Globals::User));
+  shell.Execute(MemberExtract(Globals::Passwd, Globals::User, path));
+  return shell.ErrorCode() == 0;
+}
+
+// Nothing if the record is not the extracted one any more: another utility has extracted its own.
 std::optional<ContentRecord> ReadRecord(Shell& shell) {
   const auto extracted = shell.RecordIdentity();
   shell.Execute(MemberRead(Globals::Passwd, Globals::User));
@@ -32,21 +38,20 @@ std::optional<ContentRecord> ReadRecord(Shell& shell) {
 
 }  // namespace
 
-bool Window1::CheckFile(const String&) {
+bool Window1::ShowRecord() {
   const auto shell = New<Shell>();
-  {
-    const ContentLock lock;
-    shell->Execute(CredentialCheck(Globals::Passwd, Globals::User));
-    shell->Execute(MemberExtract(Globals::Passwd, Globals::User, EditField1()->Text()));
-    if (shell->ErrorCode() == 0) {
-      const auto record = ReadRecord(*shell);
-      const auto shown = record.value_or(ContentRecord{});
-      stProduct()->Text(shown.Product);
-      stVersion()->Text(shown.Version);
-      EditField2()->Text(shown.Description);
-      if (record) return true;
-    }
-  }
+  const ContentLock lock;
+  if (!ExtractRecord(*shell, EditField1()->Text())) return false;
+  const auto record = ReadRecord(*shell);
+  const auto shown = record.value_or(ContentRecord{});  // never the values of another file
+  stProduct()->Text(shown.Product);
+  stVersion()->Text(shown.Version);
+  EditField2()->Text(shown.Description);
+  return record.has_value();
+}
+
+bool Window1::CheckFile(const String&) {
+  if (ShowRecord()) return true;
   const auto dialog = New<MessageDialog>();
   dialog->Message("Invalid Update File");
   dialog->Explanation(InvalidFileExplanation());

@@ -5,8 +5,8 @@ namespace zelto::File {
 String POSIXPath(const Ref<FolderItem>& item) {
   if (!item) return {};
   if (item->Exists()) return item->NativePath();
-  const auto parent = item->Parent();
-  return (parent ? POSIXPath(parent) : String()) + "/" + item->Name();
+  const auto parent = POSIXPath(item->Parent());
+  return (parent == "/" ? String() : parent) + "/" + item->Name();
 }
 
 }  // namespace zelto::File

@@ -1,7 +1,7 @@
-#include "update/ContentRecord.h"
-
 #include <cstdlib>
 #include <string>
+
+#include "update/ContentRecord.h"
 
 using namespace zelto;
 

@@ -40,6 +40,8 @@ TEST(POSIXPath, IsAbsoluteForExistingAndMissingItems) {
   const auto item = FolderItem::At(folder.Path("bin"));
   EXPECT_EQ(Bytes(File::POSIXPath(item)), folder.Path("bin"));
   EXPECT_EQ(Bytes(File::POSIXPath(item->Parent()->Child("no/ä"))), folder.Path("no/ä"));
+  EXPECT_EQ(Bytes(File::POSIXPath(FolderItem::At("/no")->Child("ä"))), "/no/ä");
+  EXPECT_EQ(Bytes(File::POSIXPath(FolderItem::At("/")->Child("no"))), "/no");
   EXPECT_FALSE(FolderItem::At("/")->Parent());
 }
 
