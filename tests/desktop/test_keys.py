@@ -9,13 +9,13 @@ class Keys(DesktopTest):
         try:
             if buttons:
                 utility.dialog(*buttons, limit=30)
-                opened = utility.manager.frame(MAIN)
+                opened = utility.manager.window(MAIN)
             utility.xdotool("sleep", 8)
         finally:
             utility.xdotool("keyup", "Return")
         if buttons:
             self.assertEqual(sorted(utility.buttons(MAIN)), sorted(buttons))
-            self.assertEqual(utility.manager.frame(MAIN), opened)
+            self.assertEqual(utility.manager.window(MAIN), opened)
 
     def failing_update(self):
         """Makes an update whose failure has a long text: its members are below a regular file."""

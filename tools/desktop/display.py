@@ -89,8 +89,8 @@ class Desktop:
         self._server.wait()
 
     def screenshot(self, path, title=None):
-        """Saves a picture of the whole screen or, with a title, of that window and its border."""
-        window = "root" if title is None else str(self.manager.frame(title))
+        """Saves a picture of the whole screen or, with a title, of that window."""
+        window = "root" if title is None else str(self.manager.window(title))
         self._run(["import", "-window", window, path]).check_returncode()
 
     def _run(self, command):

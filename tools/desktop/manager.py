@@ -20,12 +20,9 @@ class Manager:
         self._root.send_event(question, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         return self._property(self._unmapped, "_NET_FRAME_EXTENTS")
 
-    def frame(self, title):
-        """The id of the frame window, which holds the window's border and title bar."""
-        window = self._client(title)
-        while (parent := window.query_tree().parent) != self._root:
-            window = parent
-        return window.id
+    def window(self, title):
+        """The id of the window, without the border and title bar that the window manager adds."""
+        return self._client(title).id
 
     def place(self, title):
         """Left, top, width and height of the window without its border."""

@@ -56,7 +56,8 @@ class Shots:
         self._count += 1
         picture = self._pictures / f"{self._prefix}-{self._count:02}-{name}.png"
         self._utility.screenshot(picture, title)
-        subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
+        if title is None:  # the border of the picture is empty screen
+            subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
 
 
 def make_files(folder):

@@ -3,6 +3,7 @@
 import secrets
 import subprocess
 import sys
+import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
@@ -12,7 +13,9 @@ from desktop.pictures import DARK, desktop_of
 from desktop.updates import make_update
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 
-MEMBERS = {f"/home/anna/installed/{name}": (b"", 0o644) for name in ("core.conf", "release")}
+# Enough files that the installation lasts until its picture is taken.
+MEMBERS = {f"/home/anna/installed/{number}": (b"", 0o644) for number in range(100_000)}
+SCALE = 2
 TEXTS = "ZELTO Core Services", "4.2", "Faster start, and a fix for reports that stayed in the queue."
 
 
@@ -26,11 +29,12 @@ def main(program, pictures):
             update = downloads / "zelto-core-4.2.tar.gz"
             make_update(update, *TEXTS, MEMBERS)
             (settings / "kdeglobals").write_text(DARK)
-            with Utility(account.name, program, environment=desktop_of(settings)) as utility:
-                play(utility, account, update, lambda name: Path(pictures, f"{name}-{theme}.png"))
+            with Utility(account.name, program, scale=SCALE, width=1280 * SCALE, height=1024 * SCALE,
+                         environment=desktop_of(settings)) as utility:
+                show(utility, account, update, lambda name: Path(pictures, f"{name}-{theme}.png"))
 
 
-def play(utility, account, update, picture):
+def show(utility, account, update, picture):
     utility.window(AUTHENTICATE)
     utility.key("Home")  # shows the caret
     shoot(utility, picture("authenticate"), AUTHENTICATE)
@@ -40,15 +44,17 @@ def play(utility, account, update, picture):
     utility.until(utility.can_update)
     shoot(utility, picture("main-window"), MAIN)
     utility.start()
+    utility.until(lambda: utility.status() == "Installing Update...")
+    time.sleep(0.5)  # the progress bar appears after 0.3 seconds
+    shoot(utility, picture("installing"), MAIN)
     utility.outcome()
-    shoot(utility, picture("outcome"), MAIN)  # the dialog: the topmost window with that title
     utility.click("Quit")
     assert utility.exit_status() == 0
 
 
 def shoot(utility, picture, title):
     utility.screenshot(picture, title)
-    subprocess.run(["mogrify", "-trim", "+repage", "-strip", "-define", "png:exclude-chunk=time", picture], check=True)
+    subprocess.run(["mogrify", "-strip", "-define", "png:exclude-chunk=time", picture], check=True)
 
 
 if __name__ == "__main__":
