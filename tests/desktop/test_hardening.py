@@ -30,7 +30,7 @@ class NeverCutOff(DesktopTest):
                     utility.install(path)
                     utility.until(Path(last).exists, 60)
                     ways[way](utility)
-                    utility.await_heirs()
+                    utility.await_all_processes()
                     if way == "display":
                         self.assertEqual(utility.exit_status(), 1)
                 self.assert_installed(members)

@@ -33,7 +33,7 @@ def demonstrate(program, account, pictures, root="", **session):
         update = folder / "sample.tar.gz"
         make_update(update, "Sample Tools", "2.5", DESCRIPTION, members)
         with Utility(account.name, program, **session) as utility:
-            status = play(utility, account, update, pictures)
+            status = show(utility, account, update, pictures)
         assert status == 0, f"exit status {status}"
         for name, (content, mode) in members.items():
             check(Path(root + name), content, mode)
@@ -45,7 +45,7 @@ def demonstrate(program, account, pictures, root="", **session):
         Path(f"{root}/tmp/.KVX.Content").unlink(missing_ok=True)  # other users cannot remove a file of root
 
 
-def play(utility, account, update, pictures):
+def show(utility, account, update, pictures):
     utility.window(AUTHENTICATE)
     utility.screenshot(pictures / "01-authenticate.png")
     print(f"authenticating as {account.name}")

@@ -112,7 +112,7 @@ class Driver:
         until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
         return self._program.returncode
 
-    def await_heirs(self, limit=60):
+    def await_all_processes(self, limit=60):
         """Waits until the program and all processes that it has started have ended."""
         self.exit_status(limit)
         with contextlib.suppress(ChildProcessError):

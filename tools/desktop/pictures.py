@@ -42,7 +42,7 @@ def main(program, pictures):
                 with Account(secrets.token_urlsafe()) as account, Utility(
                         account.name, program, scale=scale, width=1280 * scale, height=1024 * scale,
                         environment=desktop_of(folder / theme)) as utility:
-                    play(utility, account, folder, Shots(utility, pictures, f"{theme}-{scale}x"))
+                    show(utility, account, folder, Shots(utility, pictures, f"{theme}-{scale}x"))
         print(f"pictures: {pictures}")
     finally:
         shutil.rmtree(folder)
@@ -80,7 +80,7 @@ def desktop_of(settings):
     return {} if settings.name == "light" else dark
 
 
-def play(utility, account, folder, shots):
+def show(utility, account, folder, shots):
     utility.window(AUTHENTICATE)
     shots.take("authenticate", AUTHENTICATE)
     utility.authenticate(account.name, account.password)
