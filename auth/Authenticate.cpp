@@ -51,7 +51,8 @@ void WPerm::PushButton1_Action() {
     Timer1()->Mode(2);
     passwd()->SelectAll();
     passwd()->SetFocus();
-    passwd()->ShowBalloon(Explanation(*shell, passwd()->Text(), Counter));
+    passwd()->ShowBalloon(Explanation(*shell, passwd()->Text(), Counter),
+                          Counter < allowedAttempts ? BalloonEnd::NextKey : BalloonEnd::Window);
     return;
   }
   Globals::Authenticated = true;

@@ -50,7 +50,9 @@ class RectControl : public Control {
   void Refresh(bool) { PaneOf().Refresh(); }
   // Accepts drops of local files of the registered type. A drop raises DropObject.
   void AcceptFileDrop(const String& type) { PaneOf().AcceptFileDrop(type); }
-  void ShowBalloon(const String& text) { PaneOf().ShowBalloon(text); }
+  void ShowBalloon(const String& text, BalloonEnd end = BalloonEnd::NextKey) {
+    PaneOf().ShowBalloon(text, end);
+  }
 
  protected:
   void UpdatePane() {

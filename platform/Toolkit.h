@@ -49,6 +49,9 @@ class WindowImp {
   virtual void UpdateNow() = 0;
 };
 
+// When a balloon ends: at the next key press, or only with its window or by another balloon.
+enum class BalloonEnd : std::uint8_t { NextKey, Window };
+
 class Pane {
  public:
   virtual ~Pane() = default;
@@ -63,7 +66,7 @@ class Pane {
   // Accepts drops of local files of the registered type.
   virtual void AcceptFileDrop(const String& type) = 0;
   // Shows the text next to the control until the next key press.
-  virtual void ShowBalloon(const String& text) = 0;
+  virtual void ShowBalloon(const String& text, BalloonEnd end) = 0;
 };
 
 class EditFieldPane : public Pane {

@@ -8,7 +8,7 @@ Ref<class MenuBar1> implicitInstance;
 
 template <class Item = MenuItem>
 Ref<MenuItem> NewItem(const String& name, const String& text) {
-  const auto item = RuntimeNewObject<Item>();
+  Ref<MenuItem> item = RuntimeNewObject<Item>();
   item->Constructor();
   item->Name(name);
   item->AutoEnable(true);
@@ -18,7 +18,7 @@ Ref<MenuItem> NewItem(const String& name, const String& text) {
 
 template <class Item = MenuItem>
 Ref<MenuItem> NewItem(const String& name, const String& text, const String& shortcut) {
-  const auto item = NewItem<Item>(name, text);
+  auto item = NewItem<Item>(name, text);
   item->KeyboardShortcut(shortcut);
   return item;
 }

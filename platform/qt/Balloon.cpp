@@ -8,8 +8,8 @@
 
 namespace zelto {
 
-Balloon::Balloon(QWidget& anchor, const QString& text)
-    : QLabel(text, anchor.window(), Qt::ToolTip), mAnchor(&anchor) {
+Balloon::Balloon(QWidget& anchor, const QString& text, BalloonEnd end)
+    : QLabel(text, anchor.window(), Qt::ToolTip), mAnchor(&anchor), mEnd(end) {
   constexpr int lineLength = 40;  // characters
   constexpr int padding = 6;      // pixels
   setTextFormat(Qt::PlainText);
@@ -25,6 +25,10 @@ Balloon::Balloon(QWidget& anchor, const QString& text)
   qApp->installEventFilter(this);
 }
 
+Balloon::~Balloon() {
+  if (mAnchor) mAnchor->setAccessibleDescription({});
+}
+
 bool Balloon::eventFilter(QObject* object, QEvent* event) {
   if (!mAnchor) return false;  // the window is being destroyed
   const auto type = event->type();
@@ -32,7 +36,8 @@ bool Balloon::eventFilter(QObject* object, QEvent* event) {
   const bool isOfWindow = object == window;
   if (isOfWindow && type == QEvent::Move) Place();
   if (isOfWindow && type == QEvent::ActivationChange) setVisible(window->isActiveWindow());
-  if (type == QEvent::KeyPress || (isOfWindow && type == QEvent::Hide)) Dismiss();
+  const bool isLast = mEnd == BalloonEnd::NextKey && type == QEvent::KeyPress;
+  if (isLast || (isOfWindow && type == QEvent::Hide)) Dismiss();
   return false;
 }
 
@@ -48,6 +53,7 @@ void Balloon::Dismiss() {
   qApp->removeEventFilter(this);
   hide();
   mAnchor->setAccessibleDescription({});
+  mAnchor = nullptr;
   deleteLater();
 }
 

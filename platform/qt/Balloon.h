@@ -3,12 +3,15 @@
 #include <QLabel>
 #include <QPointer>
 
+#include "platform/Toolkit.h"
+
 namespace zelto {
 
-// A text next to a widget until the next key press, also the widget's accessible description.
+// A text next to a widget, also the widget's accessible description.
 class Balloon : public QLabel {
  public:
-  Balloon(QWidget& anchor, const QString& text);
+  Balloon(QWidget& anchor, const QString& text, BalloonEnd end);
+  ~Balloon() override;
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -17,7 +20,8 @@ class Balloon : public QLabel {
   void Place();
   void Dismiss();
 
-  QPointer<QWidget> mAnchor;
+  QPointer<QWidget> mAnchor;  // null after Dismiss
+  BalloonEnd mEnd;
 };
 
 }  // namespace zelto

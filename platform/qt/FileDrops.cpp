@@ -33,18 +33,23 @@ String FirstFile(const QList<QUrl>& urls) {
 FileDrops::FileDrops(EditField& field, QWidget& widget) : mField(field) {
   const auto* area = qobject_cast<QAbstractScrollArea*>(&widget);
   QWidget* target = area ? area->viewport() : &widget;
+  mMark = new QRubberBand(QRubberBand::Rectangle, target);
   target->setAcceptDrops(true);
   target->installEventFilter(this);
 }
 
 bool FileDrops::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::DragLeave) mMark->hide();
   if (!IsAnyOf(*event, QEvent::DragEnter, QEvent::DragMove, QEvent::Drop)) return false;
   auto& drop = static_cast<QDropEvent&>(*event);
   const String path = FirstFile(drop.mimeData()->urls());
   drop.setDropAction(Qt::CopyAction);
   drop.setAccepted(MatchesFilter(path, mFilter));
+  const bool isDropped = event->type() == QEvent::Drop;
+  mMark->setGeometry(mMark->parentWidget()->rect());
+  mMark->setVisible(drop.isAccepted() && !isDropped);
   // Deferred, because the source of the drag waits until the event has been handled.
-  if (drop.isAccepted() && event->type() == QEvent::Drop) {
+  if (drop.isAccepted() && isDropped) {
     QTimer::singleShot(0, this, [=, this] { Deliver(path); });
   }
   return true;

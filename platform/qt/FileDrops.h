@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QObject>
+#include <QRubberBand>
 
 #include "platform/Control.h"
 
 namespace zelto {
 
-// Makes the widget of a field accept drops of files of the added types and nothing else.
+// Makes the widget of a field accept drops of files of the added types and nothing else. Marks the
+// widget while such a file is over it.
 class FileDrops : public QObject {
  public:
   FileDrops(EditField& field, QWidget& widget);
@@ -20,6 +21,7 @@ class FileDrops : public QObject {
   void Deliver(const String& path);
 
   EditField& mField;
+  QRubberBand* mMark;
   String mFilter;
 };
 

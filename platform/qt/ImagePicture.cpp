@@ -1,6 +1,8 @@
 #include "platform/qt/ImagePicture.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImageReader>
 #include <QPainter>
 
@@ -19,6 +21,7 @@ class ImagePicture : public Picture {
     if (!mMask && create) {
       mMask = RuntimeNewObject<ImagePicture>();
       mMask->Image = QImage(Image.size(), QImage::Format_RGB32);
+      mMask->Image.setDevicePixelRatio(Image.devicePixelRatio());
       mMask->Image.fill(Qt::black);
     }
     return mMask;
@@ -46,12 +49,15 @@ class ImageGraphics : public Graphics {
                    Int32 sourceX, Int32 sourceY, Int32 sourceWidth, Int32 sourceHeight) override {
     if (!picture) return;
     const QImage& image = RuntimeCheckCast<ImagePicture>(picture)->Image;
+    const QSizeF own = image.deviceIndependentSize();
     const auto size = [&](Int32 w, Int32 h) {
-      return QSize(w == OwnSize ? image.width() : w, h == OwnSize ? image.height() : h);
+      return QSizeF(w == OwnSize ? own.width() : w, h == OwnSize ? own.height() : h);
     };
+    const double ratio = image.devicePixelRatio();  // a source is counted in pixels of the image
     QPainter(&Target->Image)
-        .drawImage(QRect(QPoint(x, y), size(width, height)), image,
-                   QRect(QPoint(sourceX, sourceY), size(sourceWidth, sourceHeight)));
+        .drawImage(
+            QRectF(QPointF(x, y), size(width, height)), image,
+            QRectF(QPointF(sourceX, sourceY) * ratio, size(sourceWidth, sourceHeight) * ratio));
   }
 };
 
@@ -61,6 +67,24 @@ Ref<class Graphics> ImagePicture::Graphics() {
   return graphics;
 }
 
+// The extension selects the format. Detection would load Qt's plug-ins of all formats.
+QImage Read(const QFileInfo& info) {
+  QFile file(info.filePath());
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QImageReader reader(&file, info.suffix().toLatin1().toLower());
+  reader.setAutoDetectImageFormat(false);
+  return reader.read();
+}
+
+// Replaces the image by that of twice the size beside the file, if there is one.
+void Sharpen(QImage& image, const QFileInfo& file) {
+  const QString name = file.completeBaseName() + "@2x." + file.suffix();
+  QImage large = Read(QFileInfo(file.dir(), name));
+  if (large.size() != image.size() * 2) return;
+  large.setDevicePixelRatio(2);
+  image = large;
+}
+
 }  // namespace
 
 QImage MaskedImage(const Picture& picture) {
@@ -68,13 +92,10 @@ QImage MaskedImage(const Picture& picture) {
 }
 
 Ref<Picture> LoadPicture(const String& path) {
-  QFile file(ToDisplayText(path));
-  if (!file.open(QIODevice::ReadOnly)) return nullptr;
-  // The extension selects the format. Detection would load Qt's plug-ins of all formats.
-  QImageReader reader(&file, QFileInfo(file).suffix().toLatin1().toLower());
-  reader.setAutoDetectImageFormat(false);
-  const QImage image = reader.read();
+  const QFileInfo file(ToDisplayText(path));
+  QImage image = Read(file);
   if (image.isNull()) return nullptr;
+  if (qApp->devicePixelRatio() > 1) Sharpen(image, file);
   auto picture = RuntimeNewObject<ImagePicture>();
   // QPainter draws on images of this pixel format.
   picture->Image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);

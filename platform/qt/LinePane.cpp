@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QStyleOptionFrame>
 
+#include "platform/qt/CapsLock.h"
 #include "platform/qt/EditPane.h"
 #include "platform/runtime/Secrecy.h"
 
@@ -23,7 +24,7 @@ class LinePane : public EditPane<QLineEdit> {
   ~LinePane() override {
     if (!Properties().Password) return;
     Overwrite(Before());
-    Overwrite(ShownText());
+    Overwrite(LinePane::ShownText());
   }
 
   void Update() override {
@@ -63,11 +64,21 @@ class LinePane : public EditPane<QLineEdit> {
   }
 
  private:
+  void ShowCapsLock(bool isOn) {
+    if (!isOn) delete mCapsLockBalloon;
+    if (!isOn || !Properties().Password || (mBalloon && mBalloon->isVisible())) return;
+    ShowBalloon("Caps Lock is on.", BalloonEnd::Window);
+    mCapsLockBalloon = mBalloon;
+  }
+
   void Replace(const QString& text) {
     const int cursor = mWidget->cursorPosition();
     Show(text);
     mWidget->setCursorPosition(cursor);
   }
+
+  QPointer<Balloon> mCapsLockBalloon;
+  CapsLock mCapsLock{*mWidget, [this](bool isOn) { ShowCapsLock(isOn); }};
 };
 
 }  // namespace

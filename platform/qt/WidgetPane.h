@@ -60,9 +60,9 @@ class WidgetPane : public Interface {
   void SetFocus() override { mWidget->setFocus(); }
   void Refresh() override { mWidget->repaint(); }
   void AcceptFileDrop(const String&) override {}
-  void ShowBalloon(const String& text) override {
+  void ShowBalloon(const String& text, BalloonEnd end) override {
     delete mBalloon;
-    mBalloon = new Balloon(*mWidget, ToDisplayText(text));
+    mBalloon = new Balloon(*mWidget, ToDisplayText(text), end);
   }
 
  protected:

@@ -70,7 +70,7 @@ TEST_F(WPermTest, SecondCloseDuringAnAttemptEndsTheProgram) {
   EXPECT_THROW(ThrowIfQuitting(), EndException);
 }
 
-TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
+TEST_F(WPermTest, BalloonShowsCapsLockAndTheReasonOfAFailure) {
   mDialog->Show();
   EXPECT_EQ(Bytes(mDialog->authuser()->Text()), getpwuid(getuid())->pw_name);
   Until([] { return QApplication::activeWindow(); });
@@ -84,6 +84,15 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
     }
     return shown.toStdString();
   };
+  constexpr quint32 capsLock = 2;
+  const auto press = [&](Qt::Key key, quint32 modifiers) {
+    QKeyEvent event(QEvent::KeyPress, key, {}, 0, 0, modifiers);
+    QApplication::sendEvent(&field, &event);
+    return balloon();
+  };
+  EXPECT_EQ(press(Qt::Key_CapsLock, 0), "Caps Lock is on.");
+  EXPECT_EQ(press(Qt::Key_A, capsLock), "Caps Lock is on.");
+  EXPECT_EQ(press(Qt::Key_CapsLock, capsLock), "");
   const std::string reason = "The name or the password was not accepted.";
   for (int i = 0; i < 2; ++i) Press("zt", "wrong");
   EXPECT_EQ(balloon(), reason);
@@ -95,9 +104,11 @@ TEST_F(WPermTest, FailureShowsItsReasonUntilTheNextKey) {
   EXPECT_EQ(
       balloon(),
       reason + "\nFurther attempts have no effect. Press Cancel and start the utility again.");
+  const std::string last = balloon();
   QTest::keyClick(&field, Qt::Key_End);
   Press("zt", "wrong");
-  EXPECT_EQ(balloon(), "");
+  press(Qt::Key_A, capsLock);
+  EXPECT_EQ(balloon(), last);
 }
 
 TEST_F(WPermTest, FailureShakesTheDialogAndRestoresItsPosition) {

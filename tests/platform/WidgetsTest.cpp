@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QRubberBand>
 #include <QTest>
 
 #include "platform/Files.h"
@@ -35,8 +36,11 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
     data.setData("text/uri-list", url.toUtf8());
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(mLine, &enter);
+    const auto* mark = mLine->findChild<QRubberBand*>();
+    EXPECT_EQ(mark->isVisible(), enter.isAccepted());
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(mLine, &drop);
+    EXPECT_FALSE(mark->isVisible());
     return enter.isAccepted();
   }
 };
@@ -46,6 +50,23 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
 TEST_F(WidgetsTest, ControlsHaveTheGeometryOfTheirLists) {
   EXPECT_EQ(ControlWidget(*mTop, "EditField1").geometry(), QRect(82, 74, 359, 22));
   EXPECT_EQ(ControlWidget(*mTop, "EditField2").geometry(), QRect(20, 130, 448, 127));
+}
+
+TEST_F(WidgetsTest, ControlsKeepTheirPlacesInARightToLeftLocale) {
+  const auto look = [] {
+    const auto window = RuntimeNewObject<QuietWindow1>();
+    window->Constructor();
+    auto& content = *ControlWidget(*TopLevel(MainTitle), "EditField1").parentWidget();
+    const QImage image = content.grab().toImage();
+    InvokeHandler([&] { window->Close(); });
+    return image;
+  };
+  InvokeHandler([&] { mWindow->Close(); });
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  const QImage leftToRight = look();
+  QApplication::setLayoutDirection(Qt::RightToLeft);
+  EXPECT_EQ(look(), leftToRight);
+  QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnlyIfEnabled) {
