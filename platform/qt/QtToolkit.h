@@ -45,8 +45,9 @@ struct Toolkit {
   InputGuard Guard;
   EventLoopWaiter Waiter;
   QPointer<QWidget> EditedField;  // the last focused widget other than a menu bar
-  // Where the next open dialog starts.
-  QString LastFolder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  // Where the next open dialog starts. Empty: the current folder.
+  QString LastFolder =
+      QStandardPaths::locate(QStandardPaths::DownloadLocation, {}, QStandardPaths::LocateDirectory);
 };
 
 Toolkit& TheToolkit();
