@@ -46,6 +46,35 @@ class Wayland(Keyboard):
 
 
 class Speech(DesktopTest):
+    def test_windows_dialogs_and_waits_are_readable(self):
+        account = self.account()
+        utility = self.enterContext(Utility(account.name, PROGRAM))
+        utility.window(AUTHENTICATE)
+        self.assertEqual(utility.roles(AUTHENTICATE)[0], "dialog")
+        utility.authenticate(account.name, account.password)
+        self.assertIn(utility.roles(MAIN)[0], ("frame", "window"))
+        utility.fill("Patchfile:", self.update("bad.gz", control=None))
+        texts = utility.dialog("Keep", "Cancel")
+        self.assertEqual((utility.roles(MAIN)[0], texts[0]), ("dialog", "Invalid Update File"))
+        self.assertTrue(texts[1].startswith("This does not appear to be a properly configured ZELTO Group update file."))
+        self.assertEqual([utility.state(button)["default"] for button in ("Keep", "Cancel")], [False, True])
+        utility.answer("Cancel")
+        late = self.members(zeros=(bytes(600 << 20), 0o644)) | {"/tmp/.KVX.Content": (b"product=Late\n", 0o644)}
+        utility.fill("Patchfile:", self.update("late.gz", control=None, members=late, level=1))
+        utility.until(lambda: "progress bar" in utility.roles(MAIN))
+        utility.until(lambda: utility.record()[0] == "Late", 60)
+        self.assertNotIn("progress bar", utility.roles(MAIN))
+        utility.listen("object:state-changed:showing")
+        # On a busy machine, a short check can take long enough for a progress bar.
+        self.assertFalse(all(self.shows_anything(utility, product) for product in "ABCDE"))
+
+    def shows_anything(self, utility, product):
+        before = len(utility.heard())
+        utility.fill("Patchfile:", self.update(f"{product}.gz", product))
+        utility.xdotool("sleep", 1)  # requests would delay the check
+        utility.until(lambda: utility.record()[0] == product)
+        return len(utility.heard()) > before
+
     def test_status_is_announced(self):
         utility = self.authenticated(self.account())
         utility.listen("object:property-change:accessible-name")

@@ -75,6 +75,13 @@ class Driver:
         return self._wait(lambda: [node.get_name() for node in _showing(self._window(title))
                                    if node.get_role() in BUTTONS], f"no window {title!r}")
 
+    def roles(self, title):
+        """Role of the window, then the roles of all that it shows."""
+        def found():
+            window = self._window(title)
+            return [node.get_role_name() for node in (window, *_showing(window))]
+        return self._wait(found, f"no window {title!r}")
+
     def label_after(self, title, text):
         """Finds the label whose text starts with the given text. Returns the text of the next label."""
         def found():
@@ -85,8 +92,8 @@ class Driver:
 
     def state(self, name):
         node = self._control(name)
-        return {"enabled": _has(node, Atspi.StateType.ENABLED),
-                "focused": _has(node, Atspi.StateType.FOCUSED)}
+        return {"enabled": _has(node, Atspi.StateType.ENABLED), "focused": _has(node, Atspi.StateType.FOCUSED),
+                "default": _has(node, Atspi.StateType.IS_DEFAULT)}
 
     def description(self, name):
         return self._control(name).get_description()
@@ -96,7 +103,7 @@ class Driver:
         self._listener.register(event)
 
     def heard(self):
-        """Sender and text of every event so far."""
+        """Sender and text of every event so far. The sender is None if it no longer exists."""
         while GLib.MainContext.default().iteration(False):
             pass
         return self._heard
@@ -122,8 +129,10 @@ class Driver:
         self._program.send_signal(number)
 
     def _hear(self, event):
+        sender = None
         with contextlib.suppress(GLib.Error):
-            self._heard.append([event.source.get_name(), str(event.any_data)])
+            sender = event.source.get_name()
+        self._heard.append([sender, str(event.any_data)])
 
     def _wait(self, reading, complaint, limit=LIMIT):
         """Returns the first result of reading() other than None. Ignores errors of windows that just closed."""

@@ -107,7 +107,7 @@ def show(utility, account, folder, shots):
     utility.until(lambda: utility.record()[1] == "3.0 beta 2")
     shots.take("chosen", MAIN)
     utility.start()
-    utility.until(lambda: utility.status() == "Installing Update...")
+    utility.until(lambda: utility.status() == "Installing Update..." and "progress bar" in utility.roles(MAIN))
     shots.take("installing", MAIN)
     utility.outcome()
     shots.take("installed", None)
