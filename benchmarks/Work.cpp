@@ -155,8 +155,9 @@ void RunLines(const std::vector<CommandLine>& lines) {
   for (const auto& line : lines) script = script + line.Text + "\n";
   const OutputFile output;
   const double start = Now();
-  const pid_t process = StartInterpreter({script, lines.back().Passphrase}, "mark",
-                                         output.Descriptor(), output.Descriptor());
+  const auto writer = output.Writer();
+  const pid_t process = StartInterpreter({script, lines.back().Password, lines.back().Needs},
+                                         "mark", writer.Number(), writer.Number());
   int status = 0;
   waitpid(process, &status, 0);
   Answer({{"ms", Now() - start}, {"status", WEXITSTATUS(status)}});
@@ -237,7 +238,7 @@ void Obey(const std::string& request) {
   }
   if (argument(0) == "check lines") {
     RunLines({CredentialCheck(passwd, user), MemberExtract(passwd, user, argument(1)),
-              MemberRead(passwd, user, ContentRecordSize().value_or(0))});
+              MemberRead(passwd, user)});
   }
   if (argument(0) == "install lines") {
     RunLines({ForgetCredentials(), CredentialCheck(passwd, user),
