@@ -54,7 +54,7 @@ class Table:
                 f"| {row['unit']} | {row['rounds']} |")
 
 
-class Clockwork:
+class MeasuredUtility:
     """The program bench-work: the utility, controlled by requests. It answers with measured times."""
 
     def __init__(self, desktop, account):
@@ -152,17 +152,17 @@ def measure_start(table, desktop):
 
 def measure_authentication(table, desktop, account):
     def timed(request):
-        with Clockwork(desktop, account) as clockwork:
+        with MeasuredUtility(desktop, account) as utility:
             time.sleep(0.5)  # the minimal time to type a password
-            return clockwork.ask(request)["ms"]
+            return utility.ask(request)["ms"]
     table.ratio("time from right password to main window / two commands in sh", 1.15,
                 lambda: timed("authenticate"), lambda: timed("authenticate lines"))
 
 
-def measure_commands(table, clockwork, updates):
+def measure_commands(table, utility, updates):
     def timed(request, path):
         updates.clear()
-        return clockwork.ask(request, path)["ms"]
+        return utility.ask(request, path)["ms"]
 
     def compare(work, target, request, path):
         table.ratio(work, target, lambda: timed(request, path), lambda: timed(f"{request} lines", path))
@@ -188,24 +188,24 @@ def dpkg(updates, package):
     return 1000 * (time.perf_counter() - start)
 
 
-def measure_liveliness(table, clockwork, updates):
+def measure_liveliness(table, utility, updates):
     def install():
         updates.clear()
-        return clockwork.ask("watched install", updates.empty(200_000))
+        return utility.ask("watched install", updates.empty(200_000))
     watched = [install() for _ in range(ROUNDS)]
     table.add("time from end of command until outcome shows", "ms", [each["outcome"] for each in watched], 15)
     table.add("longest gap of the event loop, 200,000 members", "ms", [each["gap"] for each in watched], 20)
     table.add("failure dialog with 10 MB of text, creation to display", "ms",
-              [clockwork.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
+              [utility.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
 
 
-def measure_idleness(table, desktop, clockwork):
+def measure_idleness(table, desktop, utility):
     def wake_ups():
         """Counts wake-ups: the pauses of more than 0.1 seconds between two system calls."""
         time.sleep(2)
         with tempfile.NamedTemporaryFile() as calls:
             with contextlib.suppress(subprocess.TimeoutExpired):
-                subprocess.run(["strace", "-f", "-ttt", "-o", calls.name, "-p", str(clockwork.pid)],
+                subprocess.run(["strace", "-f", "-ttt", "-o", calls.name, "-p", str(utility.pid)],
                                timeout=10, stderr=subprocess.DEVNULL)
             times = sorted(float(line.split()[1]) for line in calls.read().decode().splitlines())
         return sum(later - earlier > 0.1 for earlier, later in zip(times, times[1:]))
@@ -217,20 +217,20 @@ def measure_idleness(table, desktop, clockwork):
 def measure_millions(table, desktop, account, updates, smallest):
     def peak_after(count):
         updates.clear()
-        with Clockwork(desktop, account) as clockwork:
-            clockwork.ask("authenticate")
-            clockwork.ask("install", updates.empty(count))
-            return peak(clockwork.pid)
+        with MeasuredUtility(desktop, account) as utility:
+            utility.ask("authenticate")
+            utility.ask("install", updates.empty(count))
+            return peak(utility.pid)
     table.add("peak memory after 100,000 members / smallest program", "ratio",
               [peak_after(100_000) / smallest for _ in range(3)], 1.20)
     table.add("peak memory after 1,000,000 members, minus that after 1,000 members", "KiB",
               [peak_after(1_000_000) - peak_after(1_000) for _ in range(3)], 1024)
-    with Clockwork(desktop, account) as clockwork:
-        clockwork.ask("authenticate")
+    with MeasuredUtility(desktop, account) as utility:
+        utility.ask("authenticate")
 
         def timed(request):
             updates.clear()
-            return clockwork.ask(request, updates.empty(1_000_000))["ms"]
+            return utility.ask(request, updates.empty(1_000_000))["ms"]
         table.ratio("installation of 1,000,000 empty members / three commands in sh", 1.03,
                     lambda: timed("install"), lambda: timed("install lines"))
 
@@ -249,11 +249,11 @@ def main(build, *options):
         desktop = undo.enter_context(Desktop(account.name, build / "bin/zelto-update-utility"))
         smallest = measure_start(table, desktop)
         measure_authentication(table, desktop, account)
-        with Clockwork(desktop, account) as clockwork:
-            clockwork.ask("authenticate")
-            measure_commands(table, clockwork, updates)
-            measure_liveliness(table, clockwork, updates)
-            measure_idleness(table, desktop, clockwork)
+        with MeasuredUtility(desktop, account) as utility:
+            utility.ask("authenticate")
+            measure_commands(table, utility, updates)
+            measure_liveliness(table, utility, updates)
+            measure_idleness(table, desktop, utility)
         measure_millions(table, desktop, account, updates, smallest)
     (build / "results.json").write_text(json.dumps(table.rows, indent=2) + "\n")
     missed = table.missed()
