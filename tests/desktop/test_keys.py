@@ -66,6 +66,14 @@ class Keys(DesktopTest):
         utility.until(utility.can_update)
         copy("Description")
         self.assertIn("A sample update.", pasted())
+        utility.fill("Patchfile:", "")  # disables Update, which shows below when the check has ended
         utility.fill("Patchfile:", path)
+        utility.until(utility.can_update)
         copy("Patchfile:")
         self.assertIn(path, pasted())
+        utility.start()
+        utility.dialog("OK")
+        utility.xdotool("sleep", 1)  # a new dialog ignores keys for a moment
+        copy("Explanation")  # several lines, which the field would refuse
+        utility.answer("OK")
+        self.assertEqual(utility.text("Patchfile:"), path)
