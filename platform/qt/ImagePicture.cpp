@@ -33,7 +33,9 @@ class ImagePicture : public Picture {
     if (!mMask) return masked;
     QImage alpha = mMask->Image.convertToFormat(QImage::Format_Grayscale8);
     alpha.invertPixels();
+    masked.setDevicePixelRatio(1);  // else setAlphaChannel enlarges the mask
     masked.setAlphaChannel(alpha);
+    masked.setDevicePixelRatio(Image.devicePixelRatio());
     return masked;
   }
 
