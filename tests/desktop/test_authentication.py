@@ -49,7 +49,7 @@ class Refusals(DesktopTest):
         account = self.account()
         for starter, names in [(who, names) for who in (account.name, "root") for names in self.TRIPLES]:
             with self.subTest(names, as_root=starter == "root"), Utility(starter, PROGRAM) as utility:
-                for name in names:
+                for number, name in enumerate(names, 1):
                     utility.try_pair(name, account.password)
-                    utility.refusal()
+                    utility.refusal(stays=number == 3)
                 self.assertEqual(utility.windows(), [AUTHENTICATE])

@@ -22,7 +22,7 @@ class Keyboard(DesktopTest):
         utility.window(MAIN)
         utility.type(self.update("huge.gz", record=bytes(1 << 20)))
         utility.dialog("Keep", "Cancel")
-        self.assertLessEqual(os.stat("/tmp/.KVX.Content").st_size, 65536)
+        self.assertFalse(os.path.exists("/tmp/.KVX.Content"))
         utility.until(lambda: utility.key("Escape") or "Keep" not in utility.buttons(MAIN))
         for name, way, answer in ("first", ["Return"], "Install Another"), ("2", ["Tab", "Tab", "Return"], "Quit"):
             members = self.members(**{name: (b"new", 0o644)})
@@ -64,16 +64,6 @@ class Speech(DesktopTest):
         utility.until(lambda: "progress bar" in utility.roles(MAIN))
         utility.until(lambda: utility.record()[0] == "Late", 60)
         self.assertNotIn("progress bar", utility.roles(MAIN))
-        utility.listen("object:state-changed:showing")
-        # On a busy machine, a short check can take long enough for a progress bar.
-        self.assertFalse(all(self.shows_anything(utility, product) for product in "ABCDE"))
-
-    def shows_anything(self, utility, product):
-        before = len(utility.heard())
-        utility.fill("Patchfile:", self.update(f"{product}.gz", product))
-        utility.xdotool("sleep", 1)  # requests would delay the check
-        utility.until(lambda: utility.record()[0] == product)
-        return len(utility.heard()) > before
 
     def test_status_is_announced(self):
         utility = self.authenticated(self.account())

@@ -25,11 +25,11 @@ class Utility(Session):
         self.try_pair(name, password)
         self.window(MAIN)
 
-    def refusal(self):
-        """Returns the reason in the balloon. Presses a key, which removes the balloon."""
+    def refusal(self, stays=False):
+        """Returns the reason in the balloon. A key removes the balloon, except that of the last attempt."""
         reason = self.until(lambda: self.description(PASSWORD_FIELD))
         self.key("End")
-        self.until(lambda: not self.description(PASSWORD_FIELD))
+        self.until(lambda: bool(self.description(PASSWORD_FIELD)) == stays)
         return reason
 
     def choose(self, path):
