@@ -4,6 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <optional>
+
 #include "exec/Wrapper.h"
 #include "tests/StubPrograms.h"
 
@@ -11,23 +14,29 @@ using namespace zelto;
 
 namespace {
 
-// The groups of the system under test.
 struct Group {
   std::string Name;
   std::vector<const char*> Members;
 };
-Group privateGroup;
+// Empty: the groups of the system. The other tests run in a clone that a private group can change.
+std::optional<Group> groupOfTest;
 
 }  // namespace
 
 // Replaces the function of the system, so that a test decides whether the user's group is private.
 extern "C" group* getgrgid(gid_t id) {
   static group found;
+  static std::array<char, 65536> text;
+  group* result = nullptr;
+  if (!groupOfTest) {
+    getgrgid_r(id, &found, text.data(), text.size(), &result);
+    return result;
+  }
   static std::vector<char*> members;
   members.clear();
-  for (const auto* name : privateGroup.Members) members.push_back(const_cast<char*>(name));
+  for (const auto* name : groupOfTest->Members) members.push_back(const_cast<char*>(name));
   members.push_back(nullptr);
-  found = {privateGroup.Name.data(), nullptr, id, members.data()};
+  found = {groupOfTest->Name.data(), nullptr, id, members.data()};
   return &found;
 }
 
@@ -35,7 +44,7 @@ class WrapperTest : public testing::Test {
  protected:
   // True if others can change the file in the folder with these modes and this group.
   bool IsUnsafe(mode_t folder, mode_t file, gid_t group, Group members) {
-    privateGroup = std::move(members);
+    groupOfTest = std::move(members);
     for (const auto& [path, mode] : {std::pair(mFolder, folder), std::pair(mFile, file)}) {
       EXPECT_EQ(chown(path.c_str(), static_cast<uid_t>(-1), group), 0);
       EXPECT_EQ(chmod(path.c_str(), mode), 0);
@@ -47,6 +56,7 @@ class WrapperTest : public testing::Test {
     std::filesystem::create_directory(mFolder);
     Write(mFile, "");
   }
+  ~WrapperTest() override { groupOfTest.reset(); }
 
   StubPrograms mStubs;
   std::string mFolder = mStubs.Path("wrapper");
