@@ -103,6 +103,7 @@ class MakeUpdate(unittest.TestCase):
                 tree, stubs = Path(folder, "tree/opt"), Path(folder, "stubs")
                 for each in tree, stubs:
                     each.mkdir(parents=True)
+                    each.chmod(0o755)
                 (stubs / "gzip").write_text("#!/bin/sh\nexec sleep 30")
                 (stubs / "gzip").chmod(0o755)
                 (tree / "a").write_text("a")
@@ -149,8 +150,10 @@ class MakeUpdate(unittest.TestCase):
         self.assertEqual(done.stdout.split("\n")[:-2],
                          ["update.gz: OK", RECORD, "/b", "/opt/a", "/opt/c", "/opt/d"], done)
         self.assertIn(hashlib.sha256(made).hexdigest() + "  update.gz", done.stdout)
-        done = self.run_in_folder("mkdir 'a\\b'; file='a\\b/x.gz' make | tail -n 1 | sha256sum -c")[0]
-        self.assertRegex(done.stdout, "OK")
+        # Not with --check, because the sha256sum of Rust's coreutils does not read the escaped name that it prints.
+        done = self.run_in_folder(
+            "mkdir 'a\\b'; file='a\\b/x.gz' make | tail -n 1 >sum; sha256sum 'a\\b/x.gz' | diff sum - && echo OK")[0]
+        self.assertEqual(done.stdout, "OK\n")
 
     def test_members_keep_kind_and_mode_but_not_owner(self):
         done = self.run_in_folder(
