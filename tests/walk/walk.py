@@ -19,6 +19,7 @@ KEYS = ("Tab Tab shift+Tab Return space Escape ctrl+a ctrl+c ctrl+v ctrl+x ctrl+
 MENUS = {"alt+e": range(1, 8), "alt+f": range(1, 3)}
 ENDING = ["alt+F4"], ["ctrl+q"], ["ctrl+q", "ctrl+q"]
 WINDOW = 488, 330  # pixels; a click beside a smaller window does no harm
+LIFE = 60  # actions until the walk ends the program, so that it starts several times
 
 
 class Walk:
@@ -39,7 +40,9 @@ class Walk:
         self._utility.xdotool(*self._move(), "click", self._dice.choice((1, 1, 1, 1, 1, 1, 3)))
 
     def edit(self):
-        self._utility.xdotool(*self._move(), "click", 1, "key", "ctrl+a", self._dice.choice(KEYS[6:11]))
+        self._check_main_window()
+        self._utility.click(self._dice.choice(("Patchfile:", "Description")))
+        self._utility.xdotool("key", "ctrl+a", self._dice.choice(KEYS[6:11]))
 
     def select(self):
         self._utility.xdotool(*self._move(), "mousedown", 1, *self._move(), "mouseup", 1)
@@ -50,7 +53,7 @@ class Walk:
 
     def choose(self):
         self._check_main_window()
-        self._utility.set_text("Patchfile:", self._dice.choice(self._files))
+        self._utility.fill("Patchfile:", self._dice.choice(self._files))
 
     def press(self):
         self._utility.click(self._dice.choice(self._utility.buttons(self._utility.windows()[0])))
@@ -70,12 +73,12 @@ class Walk:
 
     def step(self):
         """Takes an action. Returns its name."""
-        weights = {"key": 30, "click": 10, "press": 8, "menu": 6, "hold": 4, "select": 4, "edit": 10, "choose": 4,
-                   "drop": 1, "drop_and_close": 2, "end": 1}
-        name, = self._dice.choices(list(weights), weights.values())
+        weights = {"key": 20, "click": 10, "press": 8, "menu": 6, "hold": 1, "select": 4, "edit": 20, "choose": 8,
+                   "drop": 1, "end": 1}
+        return self.attempt(*self._dice.choices(list(weights), weights.values()))
+
+    def attempt(self, name):
         with contextlib.suppress(AssertionError, IndexError, TimeoutError):  # no such control now
-            if self._dice.random() < 0.2 and self._utility.windows() == [AUTHENTICATE]:
-                name = "authenticate"
             getattr(self, name)()
         return name
 
@@ -100,12 +103,16 @@ def walk(program, account, files, dice, end):
                    "QT_PLUGIN_PATH": str(Path(program).resolve().parent), "QT_QPA_GENERIC_PLUGINS": "drop-and-close",
                    "ZELTO_DROP": str(request)}
     with Utility(account.name, program, environment=environment) as utility:
-        utility.window(AUTHENTICATE)
+        utility.window(AUTHENTICATE, 60)
         way = Walk(utility, account, files, request, dice)
+        if dice.random() < 0.9:
+            names += [way.attempt("authenticate"), way.attempt("choose")]
         while time.monotonic() < end and utility.poll() is None:
             names += [way.step() for _ in range(8)]
             if way.hangs():
                 sys.exit(f"walk: no answer after {' '.join(names)}")
+            if len(names) > LIFE:
+                names.append(way.attempt("drop_and_close"))
         if utility.poll():
             sys.exit(f"walk: exit status {utility.poll()} after {' '.join(names)}\n{utility.log()}")
     return len(names)
@@ -117,10 +124,11 @@ def main(program, seconds, seed=None):
     dice, end, steps = random.Random(seed), time.monotonic() + float(seconds), 0
     with tempfile.TemporaryDirectory() as folder, Account(secrets.token_hex(8)) as account:
         Path(folder).chmod(0o755)
-        files = [f"{folder}/{name}.tar.gz" for name in ("good", "long", "bad")]
-        make_update(files[0], members={f"{folder}/installed": (b"new", 0o644)})
-        make_update(files[1], description="x" * 50_000, members={f"{folder}/{n}": (b"", 0o644) for n in range(20_000)})
-        Path(files[2]).write_bytes(Path(files[1]).read_bytes()[:5000])
+        good, long, bad = (f"{folder}/{name}.tar.gz" for name in ("good", "long", "bad"))
+        make_update(good, members={f"{folder}/installed": (b"new", 0o644)})
+        make_update(long, description="x" * 50_000, members={f"{folder}/{n}": (b"", 0o644) for n in range(20_000)})
+        Path(bad).write_bytes(Path(long).read_bytes()[:5000])
+        files = good, good, good, long, bad
         while time.monotonic() < end:
             steps += walk(program, account, files, dice, end)
         Path("/tmp/.KVX.Content").unlink(missing_ok=True)
