@@ -1,23 +1,17 @@
-// The smallest Qt program with two fields and a button: the minimal cost of the Authenticate
-// dialog.
+// A Qt program with two fields and a button: the minimal cost of the Authenticate dialog.
 #include <QApplication>
 #include <QDialog>
+#include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QDialog dialog;
-  QVBoxLayout layout(&dialog);
-  QLineEdit name(&dialog);
-  QLineEdit password(&dialog);
-  QPushButton button("Authenticate", &dialog);
-  password.setEchoMode(QLineEdit::Password);
-  for (QWidget* widget : {static_cast<QWidget*>(&name), static_cast<QWidget*>(&password),
-                          static_cast<QWidget*>(&button)}) {
-    layout.addWidget(widget);
-  }
+  QFormLayout layout(&dialog);
+  layout.addRow("Name:", new QLineEdit);
+  layout.addRow("Password:", new QLineEdit);
+  layout.addRow(new QPushButton("Authenticate"));
   dialog.setWindowTitle("Authenticate");
   dialog.show();
   return application.exec();

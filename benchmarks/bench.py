@@ -1,9 +1,12 @@
-"""Compares the utility with the minimal cost of its commands and of Qt: bench.py BUILD_DIR [--check] (as root).
-Prints a table and writes results.json to BUILD_DIR."""
+"""Measures what a user or an administrator notices: bench.py PROGRAM [EARLIER] (as root). Compares each figure with the
+minimal cost of the work, or with EARLIER, another build of the program."""
 import contextlib
-import json
+import datetime
 import os
+import platform
+import pwd
 import secrets
+import select
 import shutil
 import statistics
 import subprocess
@@ -12,254 +15,302 @@ import tempfile
 import time
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent.parent / "tools"))
+import psutil
+from Xlib import X
+from Xlib.protocol import event
+
+TOOLS = Path(__file__).resolve().parent.parent / "tools"
+sys.path.insert(0, str(TOOLS))
 from desktop import signals
 from desktop.accounts import Account
-from desktop.display import Desktop
-from desktop.updates import make_update
-from startup import Stopwatch, peak
+from desktop.display import PATH, Desktop, end
+from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
+from desktop.wait import until
 
 ROUNDS = 9
+LIMIT = 60  # seconds
 MEMORY_DISK = "/dev/shm"
+RECORD = "/tmp/.KVX.Content"
 
 
-class Table:
-    def __init__(self):
-        self.rows = []
-
-    def add(self, work, unit, values, target):
-        """Adds a row from the values of all rounds."""
-        low, middle, high = statistics.quantiles(values, n=4) if len(values) > 1 else [values[0]] * 3
-        self.rows.append({"work": work, "unit": unit, "median": round(middle, 4), "spread": round((high - low) / 2, 4),
-                          "target": target, "rounds": len(values)})
-        print(self.line(self.rows[-1]), flush=True)
-
-    def ratio(self, work, target, ours, theirs):
-        """Runs both measurements in each round, in alternating order, so that other load affects both."""
-        pairs = []
-        for turn in range(ROUNDS):
-            if turn % 2:
-                mine, other = ours(), theirs()
-            else:
-                other, mine = theirs(), ours()
-            pairs.append(mine / other)
-        self.add(work, "ratio", pairs, target)
-
-    def missed(self):
-        return [row for row in self.rows if row["median"] - row["spread"] > row["target"]]
-
-    @staticmethod
-    def line(row):
-        return (f"| {row['work']} | {row['median']:.4g} | ± {row['spread']:.2g} | at most {row['target']:g} "
-                f"| {row['unit']} | {row['rounds']} |")
+def machine():
+    processor = next(line.split(": ")[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name"))
+    return (f"{datetime.date.today():%-d %B %Y} with {os.cpu_count()} cores of {processor}, "
+            f"{psutil.virtual_memory().total / 2**30:.0f} GiB, {platform.freedesktop_os_release()['PRETTY_NAME']}, "
+            f"load {os.getloadavg()[0]:.1f}")
 
 
-class MeasuredUtility:
-    """The program bench-work: the utility, controlled by requests. It answers with measured times."""
+def compare(work, reference, ours, theirs, rounds=ROUNDS, unit="ms"):
+    """Prints a row. Each round takes both figures, in alternating order, so that other load affects both."""
+    pairs = []
+    for turn in range(rounds):
+        figures = {measure: measure() for measure in ((ours, theirs) if turn % 2 else (theirs, ours))}
+        pairs.append((figures[ours], figures[theirs]))
+    mine, other = (statistics.median(column) for column in zip(*pairs))
+    low, middle, high = statistics.quantiles((one / two for one, two in pairs), n=4)
+    print(f"| {work} | {mine:,.1f} {unit} | {reference}: {other:,.1f} {unit} | {middle:.2f} ± {(high - low) / 2:.2f} "
+          f"| {rounds} |", flush=True)
 
-    def __init__(self, desktop, account):
-        self._program = desktop.launch([desktop.copy_of("bench-work")], stdin=subprocess.PIPE,
-                                       stdout=subprocess.PIPE, text=True, bufsize=1)
-        self._answer()
-        self.ask("account", account.name, account.password)
+
+def milliseconds(action):
+    start = time.perf_counter()
+    action()
+    return 1000 * (time.perf_counter() - start)
+
+
+class Watch:
+    """Waits for windows by the events of a display."""
+
+    def __init__(self, display):
+        self._display = display
+        self._root = display.screen().root
+        # Changes of the root window's properties, and the replies to pings, which clients send to it.
+        self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
+        display.sync()
+
+    def time_to_window(self, action):
+        """Milliseconds until another window is active and has answered a ping. Its event loop answers after all earlier
+        events, including the first paint."""
+        previous = self._active()
+
+        def wait():
+            action()
+            while (window := self._active()) in (None, previous):
+                self._next_event()
+            self._ping(window)
+        return milliseconds(wait)
+
+    def has_window(self):
+        return bool(self._windows("_NET_CLIENT_LIST"))
+
+    def _active(self):
+        clients = self._windows("_NET_CLIENT_LIST")
+        return next((window for window in self._windows("_NET_ACTIVE_WINDOW") if window in clients), None)
+
+    def _windows(self, name):
+        found = self._root.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
+        return found.value if found else ()
+
+    def _ping(self, number):
+        protocols, ping = map(self._display.intern_atom, ("WM_PROTOCOLS", "_NET_WM_PING"))
+        window = self._display.create_resource_object("window", number)
+        window.send_event(event.ClientMessage(window=window, client_type=protocols,
+                                              data=(32, [ping, X.CurrentTime, number, 0, 0])))
+        self._display.flush()
+        while (answer := self._next_event()).type != X.ClientMessage or answer.client_type != protocols:
+            pass
+
+    def _next_event(self):
+        if not self._display.pending_events() and not select.select([self._display], [], [], LIMIT)[0]:
+            raise TimeoutError("no window")
+        return self._display.next_event()
+
+
+def peak(pid):
+    """The peak memory in MiB."""
+    with open(f"/proc/{pid}/status") as status:
+        return next(int(line.split()[1]) for line in status if line.startswith("VmHWM:")) / 1024
+
+
+class Start:
+    """Starts a program on a desktop without other services."""
+
+    def __init__(self, desktop, program):
+        self._desktop, self._command = desktop, [desktop.copy_of(program.name)]
+        self._watch = Watch(desktop.connect())
+        self.duration()  # loads the program from the disk into the cache
+
+    def duration(self):
+        return self._run()[0]
+
+    def memory(self):
+        return self._run()[1]
+
+    def _run(self):
+        started = []
+        duration = self._watch.time_to_window(lambda: started.append(self._desktop.launch(self._command)))
+        memory = peak(started[0].pid)
+        end(started[0])
+        until(lambda: not self._watch.has_window(), 10, lambda: "the window stays")
+        return duration, memory
+
+
+class User(Utility):
+    """The utility and its user, who has authenticated and chosen the path field."""
+
+    def __init__(self, account, program):
+        super().__init__(account.name, program)
+        self._account = account
 
     def __enter__(self):
+        super().__enter__()
+        self._watch = Watch(self.connect())
+        self.window(AUTHENTICATE)
+        self.fill("Name:", self._account.name)
+        self.fill(PASSWORD_FIELD, self._account.password)
+        self._authentication = self._after_return()
+        self.window(MAIN)
+        self.click("Patchfile:")
         return self
 
-    def __exit__(self, *_):
-        self._program.kill()
-        self._program.wait()
-        self._program.stdin.close()
-        self._program.stdout.close()
+    def authentication(self):
+        with User(self._account, self._program) as again:
+            return again._authentication
 
-    def ask(self, *request):
-        print("\t".join(map(str, request)), file=self._program.stdin)
-        answer = self._answer()
-        if answer.get("status") or answer.get("enabled") == 0:
-            raise RuntimeError(f"{request[0]}: {answer}")
-        return answer
+    def memory(self, path=None):
+        """The peak memory of a new start, or after the installation of the file."""
+        with User(self._account, self._program) as again:
+            if path:
+                again.installation(path)
+            return peak(again.pid())
 
-    @property
-    def pid(self):
-        return self._program.pid
+    def check(self, path):
+        self.set_text("Patchfile:", "")
+        duration = milliseconds(lambda: self.set_text("Patchfile:", str(path)))  # returns with the program's handler
+        assert self.can_update(), f"{path} is refused"
+        return duration
 
-    def _answer(self):
-        line = self._program.stdout.readline()
-        if not line:
-            raise RuntimeError("the program has ended")
-        return json.loads(line)
+    def installation(self, path):
+        return self._install(path, "Install Another")
+
+    def failure(self, path):
+        return self._install(path, "OK")
+
+    def _install(self, path, answer):
+        self.check(path)
+        duration = self._after_return()
+        self.answer(answer)
+        return duration
+
+    def _after_return(self):
+        return self._watch.time_to_window(lambda: self.xdotool("key", "Return"))
+
+
+class Commands:
+    """The commands of the utility, run by sh."""
+
+    def __init__(self, account):
+        self._account, user = account, pwd.getpwnam(account.name)
+        self._identity = {"user": user.pw_uid, "group": user.pw_gid,
+                          "extra_groups": os.getgrouplist(user.pw_name, user.pw_gid)}
+
+    def authentication(self):
+        return self._time("sudo -K", self._as_root("/usr/bin/true"))
+
+    def check(self, path):
+        return self._time(*map(self._as_root, ("/usr/bin/true", f"tar -zxPvf {path} {RECORD}", f"cat {RECORD}")))
+
+    def installation(self, path, status=0):
+        return self._time("sudo -K", *map(self._as_root, ("/usr/bin/true", f"tar -zxPvf {path}")), status=status)
+
+    def failure(self, path):
+        return self.installation(path, status=2)
+
+    def _as_root(self, command):
+        echo = f"echo {self._account.password}"
+        return f"{echo} | su {self._account.name} -c '{echo} | sudo -S {command}'"
+
+    def _time(self, *lines, status=0):
+        def run():
+            done = subprocess.run(["sh"], input="\n".join(lines).encode(), stdout=output, stderr=output, cwd="/",
+                                  env={"PATH": PATH}, **self._identity)
+            assert done.returncode == status, f"exit status {done.returncode}"
+        with tempfile.TemporaryFile(dir=MEMORY_DISK) as output:
+            return milliseconds(run)
 
 
 class Updates:
-    """Update files and their target folder in a memory file system."""
+    """Trees and update files in memory, because a disk would dominate the figures."""
 
     def __init__(self, folder):
-        self.folder = folder
-        self.target = folder / "target"
-        block = os.urandom(1 << 20)  # gzip finds no repetition, because the block is larger than the window of gzip
-        self.small = self._make("small", {f"{self.target}/{name}": (name.encode() * 100, 0o644) for name in "abcde"})
-        self.large = self._make("large", {f"{self.target}/{name}": (block * 100, 0o644) for name in "abcd"})
-        self.many = self._make("many", self.members(30_000, b"A file of an update.\n" * 20))
-        self._empty = {}
+        self._folder, self.target = folder, folder / "target"
+        block = os.urandom(1 << 20)  # larger than the window of gzip, so the repetitions do not compress
+        self._add("small", {name: name.encode() * 100 for name in "abcde"})
+        self._add("large", {name: block * 13 for name in "abcd"})
+        self._add("many", {f"{number // 1000}/file-{number}": b"A file of an update.\n" * 20
+                           for number in range(100_000)})
 
-    def members(self, count, content=b""):
-        return {f"{self.target}/{number // 1000}/file-{number}": (content, 0o644) for number in range(count)}
-
-    def empty(self, count):
-        if count not in self._empty:
-            self._empty[count] = self._make(f"empty-{count}", self.members(count))
-        return self._empty[count]
+    def path(self, name):
+        return self._folder / f"{name}.tar.gz"
 
     def clear(self):
         shutil.rmtree(self.target, ignore_errors=True)
 
-    def package(self):
-        """A Debian package with the same files as the update with many files."""
-        tree = self.folder / "tree"
-        (tree / "DEBIAN").mkdir(parents=True)
-        (tree / "DEBIAN/control").write_text(
-            "Package: zelto-many\nVersion: 1\nArchitecture: all\nMaintainer: nobody\nDescription: many files\n")
-        for name, (content, _) in self.members(30_000, b"A file of an update.\n" * 20).items():
-            path = tree / name.lstrip("/")
+    def make(self, name):
+        return self._run(TOOLS / "zelto-make-update", "--product=Sample", "--version=1", "--description=Files.",
+                         self._folder / name, self.path(name))
+
+    def make_archive(self, name):
+        return self._run("sh", "-c", 'tar -cC "$0" . | gzip -n >"$1"', self._folder / name, self._folder / "archive")
+
+    def _add(self, name, files):
+        for file, content in files.items():
+            path = Path(f"{self._folder / name}{self.target}", file)
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_bytes(content)
-        package = self.folder / "many.deb"
-        subprocess.run(["dpkg-deb", "-Zgzip", "--build", tree, package], check=True, stdout=subprocess.DEVNULL)
-        shutil.rmtree(tree)
-        return package
+        self.make(name)
 
-    def _make(self, name, members):
-        path = self.folder / f"{name}.tar.gz"
-        make_update(path, members=members, level=1)
-        return path
+    @staticmethod
+    def _run(*command):
+        return milliseconds(lambda: subprocess.run(command, check=True, stdout=subprocess.DEVNULL))
 
 
-def measure_start(table, desktop):
-    stopwatch = Stopwatch(desktop)
-    results = {"bench-smallest": [], "zelto-update-utility": []}
-    for name in results:
-        stopwatch.time(name)  # loads the program from the disk into the cache
-    for turn in range(4 * ROUNDS + 1):
-        for name in sorted(results, reverse=turn % 2):
-            results[name].append(stopwatch.time(name))
-    smallest, ours = results.values()
-    table.add("time from start until a dialog accepts keys / smallest program", "ratio",
-              [mine[0] / other[0] for mine, other in zip(ours, smallest)], 1.10)
-    table.add("peak memory until a dialog accepts keys / smallest program", "ratio",
-              [mine[1] / other[1] for mine, other in zip(ours, smallest)], 1.15)
-    return statistics.median(memory for _, memory in smallest)
+def measure_start(undo, account, programs, reference):
+    ours, theirs = (Start(undo.enter_context(Desktop(account.name, each)), each) for each in programs)
+    compare("start until the dialog accepts keys", reference, ours.duration, theirs.duration, rounds=4 * ROUNDS)
+    compare("peak memory at the start", reference, ours.memory, theirs.memory, unit="MiB")
 
 
-def measure_authentication(table, desktop, account):
-    def timed(request):
-        with MeasuredUtility(desktop, account) as utility:
-            time.sleep(0.5)  # the minimal time to type a password
-            return utility.ask(request)["ms"]
-    table.ratio("time from right password to main window / two commands in sh", 1.15,
-                lambda: timed("authenticate"), lambda: timed("authenticate lines"))
-
-
-def measure_commands(table, utility, updates):
-    def timed(request, path):
-        updates.clear()
-        return utility.ask(request, path)["ms"]
-
-    def compare(work, target, request, path):
-        table.ratio(work, target, lambda: timed(request, path), lambda: timed(f"{request} lines", path))
-
-    compare("check of a small file / three commands in sh", 1.05, "check", updates.small)
-    compare("check of 400 MB / three commands in sh", 1.01, "check", updates.large)
-    compare("installation of 30,000 small files / three commands in sh", 1.03, "install", updates.many)
-    compare("installation of 400 MB in 4 files / three commands in sh", 1.02, "install", updates.large)
-    package = updates.package()
-    table.ratio("installation of 30,000 small files / dpkg -i", 0.4,
-                lambda: timed("install", updates.many), lambda: dpkg(updates, package))
-
-
-def dpkg(updates, package):
-    updates.clear()
-    root = updates.folder / "root"
-    shutil.rmtree(root, ignore_errors=True)
-    for name in ("updates", "info"):
-        (root / "var/lib/dpkg" / name).mkdir(parents=True)
-    (root / "var/lib/dpkg/status").touch()
-    start = time.perf_counter()
-    subprocess.run(["dpkg", f"--root={root}", "-i", package], check=True, capture_output=True)
-    return 1000 * (time.perf_counter() - start)
-
-
-def measure_liveliness(table, utility, updates):
-    def install():
-        updates.clear()
-        return utility.ask("watched install", updates.empty(200_000))
-    watched = [install() for _ in range(ROUNDS)]
-    table.add("time from end of command until outcome shows", "ms", [each["outcome"] for each in watched], 15)
-    table.add("longest gap of the event loop, 200,000 members", "ms", [each["gap"] for each in watched], 20)
-    table.add("failure dialog with 10 MB of text, creation to display", "ms",
-              [utility.ask("failure")["ms"] for _ in range(ROUNDS)], 300)
-
-
-def measure_idleness(table, desktop, utility):
-    def wake_ups():
-        """Counts wake-ups: the pauses of more than 0.1 seconds between two system calls."""
-        time.sleep(2)
-        with tempfile.NamedTemporaryFile() as calls:
-            with contextlib.suppress(subprocess.TimeoutExpired):
-                subprocess.run(["strace", "-f", "-ttt", "-o", calls.name, "-p", str(utility.pid)],
-                               timeout=10, stderr=subprocess.DEVNULL)
-            times = sorted(float(line.split()[1]) for line in calls.read().decode().splitlines())
-        return sum(later - earlier > 0.1 for earlier, later in zip(times, times[1:]))
-    table.add("wake-ups in 10 s, main window in front (its caret changes 20 times)", "count", [wake_ups()], 21)
-    desktop.manager.steal_focus()
-    table.add("wake-ups in 10 s, another window in front", "count", [wake_ups()], 0)
-
-
-def measure_millions(table, desktop, account, updates, smallest):
-    def peak_after(count):
-        updates.clear()
-        with MeasuredUtility(desktop, account) as utility:
-            utility.ask("authenticate")
-            utility.ask("install", updates.empty(count))
-            return peak(utility.pid)
-    table.add("peak memory after 100,000 members / smallest program", "ratio",
-              [peak_after(100_000) / smallest for _ in range(3)], 1.20)
-    table.add("peak memory after 1,000,000 members, minus that after 1,000 members", "KiB",
-              [peak_after(1_000_000) - peak_after(1_000) for _ in range(3)], 1024)
-    with MeasuredUtility(desktop, account) as utility:
-        utility.ask("authenticate")
-
-        def timed(request):
+def measure_work(ours, theirs, reference, updates):
+    def compare_each(work, name, verb):
+        def measure(side):
             updates.clear()
-            return utility.ask(request, updates.empty(1_000_000))["ms"]
-        table.ratio("installation of 1,000,000 empty members / three commands in sh", 1.03,
-                    lambda: timed("install"), lambda: timed("install lines"))
+            return getattr(side, verb)(updates.path(name))
+        compare(work, reference, lambda: measure(ours), lambda: measure(theirs))
+
+    compare("authentication until the main window shows", reference, ours.authentication, theirs.authentication)
+    compare_each("check of a small file", "small", "check")
+    compare_each("check of 52 MB", "large", "check")
+    compare_each("installation of 5 files", "small", "installation")
+    compare_each("installation of 52 MB", "large", "installation")
+    compare_each("installation of 100,000 files", "many", "installation")
 
 
-def main(build, *options):
+def measure_failure(ours, theirs, reference, updates):
+    updates.clear()
+    updates.target.touch()  # the directory of the files
+    compare("failed installation with 14 MB of messages", reference,
+            *(lambda side=side: side.failure(updates.path("many")) for side in (ours, theirs)), rounds=5)
+    updates.target.unlink()
+
+
+def measure_making(updates):
+    for name, files in ("large", "52 MB"), ("many", "100,000 files"):
+        compare(f"making an update of {files}", "tar and gzip", lambda: updates.make(name),
+                lambda: updates.make_archive(name), rounds=5)
+
+
+def main(program, earlier=None):
     signals.clean_up_on_signals()
-    build = Path(build)
-    table = Table()
-    print("| work | median | spread | target | unit | rounds |\n|---|---|---|---|---|---|")
+    os.umask(0o022)
+    program, earlier = Path(program).resolve(), earlier and Path(earlier).resolve()
+    print(f"Measured on {machine()}.\n\n| Work | Utility | Compared with | Ratio | Rounds |\n|---|---|---|---|---|")
     with contextlib.ExitStack() as undo:
         folder = Path(undo.enter_context(tempfile.TemporaryDirectory(dir=MEMORY_DISK, prefix="zelto-bench-")))
         folder.chmod(0o755)
-        undo.callback(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
-        updates = Updates(folder)
-        account = undo.enter_context(Account(secrets.token_hex(8)))
-        desktop = undo.enter_context(Desktop(account.name, build / "bin/zelto-update-utility"))
-        smallest = measure_start(table, desktop)
-        measure_authentication(table, desktop, account)
-        with MeasuredUtility(desktop, account) as utility:
-            utility.ask("authenticate")
-            measure_commands(table, utility, updates)
-            measure_liveliness(table, utility, updates)
-            measure_idleness(table, desktop, utility)
-        measure_millions(table, desktop, account, updates, smallest)
-    (build / "results.json").write_text(json.dumps(table.rows, indent=2) + "\n")
-    missed = table.missed()
-    for row in missed:
-        print(f"bench: missed: {row['work']}", file=sys.stderr)
-    sys.exit(1 if missed and "--check" in options else 0)
+        undo.callback(Path(RECORD).unlink, missing_ok=True)
+        updates, account = Updates(folder), undo.enter_context(Account(secrets.token_hex(8)))
+        measure_start(undo, account, (program, earlier or program.with_name("bench-smallest")),
+                      "earlier build" if earlier else "smallest Qt program")
+        ours = undo.enter_context(User(account, program))
+        theirs, reference = Commands(account), "commands in sh"
+        if earlier:
+            theirs, reference = undo.enter_context(User(account, earlier)), "earlier build"
+        measure_work(ours, theirs, reference, updates)
+        measure_failure(ours, theirs, reference, updates)
+        compare("peak memory after 100,000 files", "before them", lambda: ours.memory(updates.path("many")),
+                ours.memory, rounds=3, unit="MiB")
+        measure_making(updates)
 
 
 if __name__ == "__main__":
