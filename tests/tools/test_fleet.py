@@ -41,7 +41,7 @@ class Fleet(unittest.TestCase):
         (self.folder / "hosts").write_text("\n".join([*lines, "[all:vars]", "ansible_connection=local", become,
                                                       f"update_file={self.update}"]) + "\n")
 
-    def play(self, *words, command=("ansible-playbook", TOP / "fleet/install-update.yml"), before=""):
+    def ansible(self, *words, command=("ansible-playbook", TOP / "fleet/install-update.yml"), before=""):
         """Returns the output. before: shell commands in the same process."""
         here = {"HOME": str(self.folder), "ANSIBLE_NOCOLOR": "1", "PATH": f"{TOP}/tools:{os.environ['PATH']}",
                 "ANSIBLE_REMOTE_TMP": str(self.folder / "remote"), "LC_ALL": "C.UTF-8"}
@@ -50,29 +50,29 @@ class Fleet(unittest.TestCase):
                               capture_output=True, text=True)
         return done.stderr + done.stdout
 
-    def assert_summary(self, said, *lines):
-        self.assertEqual(re.split(r"\nUPDATE SUMMARY \**\n", said)[-1].splitlines(), list(lines), said)
+    def assert_summary(self, output, *lines):
+        self.assertEqual(re.split(r"\nUPDATE SUMMARY \**\n", output)[-1].splitlines(), list(lines), output)
 
     def test_installs_only_if_something_differs(self):
-        said = self.play("--check")
-        self.assert_summary(said, "to be changed: 2: one, two")
-        self.assertRegex(said, r'ok: \[one\] => .*\s+"msg": \[\s+"\S+/good.gz",\s+"Product: P"')
-        self.assertRegex(said, r'"28 paths",\n +"\S+/content",\n(?: +"\S+",?\n){19} +\]')
+        output = self.ansible("--check")
+        self.assert_summary(output, "to be changed: 2: one, two")
+        self.assertRegex(output, r'ok: \[one\] => .*\s+"msg": \[\s+"\S+/good.gz",\s+"Product: P"')
+        self.assertRegex(output, r'"28 paths",\n +"\S+/content",\n(?: +"\S+",?\n){19} +\]')
         self.assertFalse(self.installed.exists())
         RECORD.mkdir()
         (RECORD / "planted").touch()
         self.addCleanup(os.umask, os.umask(0o027))
-        self.assert_summary(self.play(), "installed: 1: one", "already equal: 1: two")
+        self.assert_summary(self.ansible(), "installed: 1: one", "already equal: 1: two")
         self.assertEqual(self.installed.stat().st_mode & 0o777, 0o755)
         self.assertEqual(list((self.folder / "remote").iterdir()), [])
         before = (self.installed / "content").read_bytes()
         subprocess.run("chmod 600 mode; chown 1 owner; touch -d @1 time; head -c 10000 /dev/zero >spoilt; "
                        "touch -r content spoilt; cat spoilt >content; touch -r spoilt content; rm odd* null; "
                        "ln -sfn elsewhere link", shell=True, check=True, cwd=self.installed)
-        said = self.play("-l", "one", "--check")
-        self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', said),
-                         ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"], said)
-        self.assert_summary(self.play("-l", "one"), "installed: 1: one")
+        output = self.ansible("-l", "one", "--check")
+        self.assertEqual(re.findall(rf'"{self.installed}/(\S+)"', output),
+                         ["content", "link", "mode", "null", r"odd\\udcfc\\n", "owner", "time"], output)
+        self.assert_summary(self.ansible("-l", "one"), "installed: 1: one")
         self.assertEqual((self.installed / "content").read_bytes(), before)
 
     def test_nothing_is_copied_if_a_file_or_a_variable_is_refused(self):
@@ -94,10 +94,10 @@ class Fleet(unittest.TestCase):
                 (["-e", f"update_sha256={'f' * 64}"], "good.gz: its SHA-256 is .*, not ff")]:
             with self.subTest(words):
                 self.hosts("one", "two", become="ansible_become=true ansible_become_exe=/nowhere")
-                said = self.play(*words)
-                self.assertEqual(len(re.findall(rf'^(?:fatal|failed): .*"msg": .*{reason}', said, re.M)), 1, said)
-                self.assertRegex(said, rf"SUMMARY \**\nfailed: 1 \(.*{reason}")
-                self.assertNotIn("Install the update", said)
+                output = self.ansible(*words)
+                self.assertEqual(len(re.findall(rf'^(?:fatal|failed): .*"msg": .*{reason}', output, re.M)), 1, output)
+                self.assertRegex(output, rf"SUMMARY \**\nfailed: 1 \(.*{reason}")
+                self.assertNotIn("Install the update", output)
 
     def test_machine_fails_with_its_reason(self):
         evil = self.folder / "evil.gz"
@@ -112,9 +112,9 @@ class Fleet(unittest.TestCase):
                 (f"{use_stub}'echo BusyBox; exit'", [], "The machine needs GNU tar and gzip")]:
             with self.subTest(reason):
                 original = self.update.read_bytes()
-                said = self.play("-e", "batch=1", *words, before=before)
+                output = self.ansible("-e", "batch=1", *words, before=before)
                 self.update.write_bytes(original)
-                self.assertRegex(said, rf"(?s)SUMMARY.*\nfailed: 1 \({reason}\): one\nnot started: 1: two\n\Z")
+                self.assertRegex(output, rf"(?s)SUMMARY.*\nfailed: 1 \({reason}\): one\nnot started: 1: two\n\Z")
 
     def test_space_is_compared_before_the_copy(self):
         self.installed.mkdir()
@@ -122,12 +122,13 @@ class Fleet(unittest.TestCase):
             self.skipTest("needs the right to mount")
         self.addCleanup(subprocess.run, ["umount", self.installed])
         self.assertIn(f"failed: 1 (The file system of {self.installed} needs 260000 bytes, but only 65536 are free)",
-                      self.play("-l", "one", "--check"))
+                      self.ansible("-l", "one", "--check"))
 
     def test_run_stops_if_too_many_machines_of_a_batch_fail(self):
         self.hosts("one", "two ansible_python_interpreter=/nowhere", "three")
-        self.assertIn("\nnot started: 1: three", self.play("--check", "-e", "batch=2"))
-        self.assertIn("\nto be changed: 2: one, three", self.play("--check", "-e", "batch=2", "-e", "max_failures=50"))
+        self.assertIn("\nnot started: 1: three", self.ansible("--check", "-e", "batch=2"))
+        self.assertIn("\nto be changed: 2: one, three",
+                      self.ansible("--check", "-e", "batch=2", "-e", "max_failures=50"))
 
     def test_members_are_those_of_tar(self):
         member = tarfile.TarInfo(f"{self.installed}/second")
@@ -139,7 +140,7 @@ class Fleet(unittest.TestCase):
         with gzip.open(self.update, "a") as packed:
             packed.write(member.tobuf() + bytes(1024))
         self.hosts("one")
-        self.assertIn('"29 paths"', self.play("--check"))
+        self.assertIn('"29 paths"', self.ansible("--check"))
 
     def test_leftovers_of_interrupted_runs_are_removed(self):
         copies = [self.folder / f"remote/ansible-tmp-{name}/zelto-update.tar.gz" for name in ("old", "open", "new")]
@@ -149,7 +150,7 @@ class Fleet(unittest.TestCase):
             os.utime(copy, (0, 0) if copy != copies[2] else None)
         with copies[1].open():
             os.utime(copies[2], (time.time() + 60,) * 2)
-            self.play("-l", "one")
+            self.ansible("-l", "one")
         self.assertEqual([copy.parent.exists() for copy in copies], [False, True, True])
 
     def test_guide_says_how_to_go_back(self):
@@ -158,12 +159,12 @@ class Fleet(unittest.TestCase):
         old = self.installed / "content"
         old.write_text("old")
         old.chmod(0o600)
-        self.play("-e", f"backup={self.backup}")
+        self.ansible("-e", f"backup={self.backup}")
         self.assertNotEqual(old.read_bytes(), b"old")
         self.assertEqual((self.backup / "before.tar.gz").stat().st_mode & 0o777, 0o600)
         command = re.search(r"-a '(cd /var/backups/sample .*)'", GUIDE)[1]
         command = command.replace("/var/backups/sample", str(self.backup))
-        said = self.play("-m", "ansible.builtin.shell", "-a", command, "one", command=["ansible"])
-        self.assertIn("rc=0", said)
+        output = self.ansible("-m", "ansible.builtin.shell", "-a", command, "one", command=["ansible"])
+        self.assertIn("rc=0", output)
         self.assertEqual((old.read_text(), old.stat().st_mode & 0o777), ("old", 0o600))
         self.assertEqual((list(self.installed.iterdir()), self.backup.exists()), ([old], False))

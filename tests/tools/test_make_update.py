@@ -75,7 +75,7 @@ class MakeUpdate(unittest.TestCase):
         for case in NOT_DONE:
             self.assert_stopped(1, *case)
 
-    def test_each_archive_is_judged_like_by_the_utility(self):
+    def test_each_archive_has_the_result_of_the_utility(self):
         with tempfile.TemporaryDirectory() as folder:
             for name, (shown, data) in archives().items():
                 with self.subTest(name):

@@ -42,16 +42,16 @@ def drag_file(path, x, y):
     """Drags the file from another program's window to the point and drops it once it is accepted."""
     with tempfile.NamedTemporaryFile() as answers, subprocess.Popen(
             [sys.executable, Path(__file__).with_name("drag_source.py"), path], stdout=answers) as source:
-        def hears(word):
+        def has_printed(word):
             return word in Path(answers.name).read_text()
 
         try:
-            until(lambda: hears("shown"), 10, lambda: "the window to drag from does not show")
+            until(lambda: has_printed("shown"), 10, lambda: "the window to drag from does not show")
             xdotool("mousemove", 32, 32, "mousedown", 1)
             for step in range(1, 31):
                 xdotool("mousemove", 32 + (x - 32) * step // 30, 32 + (y - 32) * step // 30)
             # A source reports no move until the target has answered the previous report.
-            until(lambda: xdotool("mousemove", x + 1, y, "mousemove", x, y) or hears("accepted"), 10,
+            until(lambda: xdotool("mousemove", x + 1, y, "mousemove", x, y) or has_printed("accepted"), 10,
                   lambda: "the file is not accepted")
             xdotool("mouseup", 1)
             source.wait(10)

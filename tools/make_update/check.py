@@ -1,4 +1,4 @@
-"""Checks an update file. The verdict is that of the utility, because tar runs with the same options and limits."""
+"""Checks an update file. The result is that of the utility, because tar runs with the same options and limits."""
 import os
 import re
 import resource

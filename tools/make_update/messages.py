@@ -5,7 +5,7 @@ import shlex
 
 
 class Failure(Exception):
-    """The options or the system are at fault. There is no verdict on a file."""
+    """The options or the system are at fault. No file is accepted or refused."""
     status = 1
 
 
