@@ -18,15 +18,20 @@ from .wait import until
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
 FAMILY_LOCAL = 256
+WITHOUT_FRAMES = """<openbox_config xmlns="http://openbox.org/3.4/rc">
+<theme><keepBorder>yes</keepBorder></theme>
+<applications><application class="*"><decor>no</decor></application></applications>
+</openbox_config>"""
 
 
 class Desktop:
     """A display with a window manager, and a copy of the program's folder that the user can read."""
 
-    def __init__(self, user, program, width=1280, height=1024, prepare=lambda folder: None):
+    def __init__(self, user, program, width=1280, height=1024, frames=True, prepare=lambda folder: None):
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
+        self._frames = frames  # of windows; without them, a window has a thin border
         self._prepare = prepare  # called before the display starts, with the folder that contains the copied bin
 
     def __enter__(self):
@@ -48,7 +53,8 @@ class Desktop:
         self.variables = {"DISPLAY": self._start_server(cookie, undo), "XAUTHORITY": str(cookie)}
         self.manager = Manager(self.connect())
         undo.callback(self.manager.close)
-        undo.callback(end, self.launch(["openbox"]))
+        options = [] if self._frames else ["--config-file", self._folder / "without-frames.xml"]
+        undo.callback(end, self.launch(["openbox", *options]))
         until(self.manager.is_ready, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
@@ -105,6 +111,7 @@ class Desktop:
         for name in "Resources", "libexec":
             if (beside := self._program.parent.parent / name).is_dir():
                 shutil.copytree(beside, self._folder / name)
+        (self._folder / "without-frames.xml").write_text(WITHOUT_FRAMES)
         self._prepare(self._folder)
         for place, _, names in os.walk(self._folder):
             for copied in [place, *(os.path.join(place, name) for name in names)]:

@@ -40,7 +40,7 @@ def main(program, pictures):
         for theme in ("light", "dark"):
             for scale in (1, 2):
                 with Account(secrets.token_urlsafe()) as account, Utility(
-                        account.name, program, scale=scale, width=1280 * scale, height=1024 * scale,
+                        account.name, program, scale=scale, width=1280 * scale, height=1024 * scale, frames=False,
                         environment=desktop_of(folder / theme)) as utility:
                     show(utility, account, folder, Shots(utility, pictures, f"{theme}-{scale}x"))
         print(f"pictures: {pictures}")
