@@ -24,6 +24,7 @@ sys.path.insert(0, str(TOOLS))
 from desktop import signals
 from desktop.accounts import Account
 from desktop.display import PATH, Desktop, end
+from desktop.manager import Manager
 from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from desktop.wait import until
 
@@ -58,12 +59,11 @@ def milliseconds(action):
     return 1000 * (time.perf_counter() - start)
 
 
-class Watch:
+class Watch(Manager):
     """Waits for windows by the events of a display."""
 
     def __init__(self, display):
-        self._display = display
-        self._root = display.screen().root
+        super().__init__(display)
         # Changes of the root window's properties, and the replies to pings, which clients send to it.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
         display.sync()
@@ -81,15 +81,11 @@ class Watch:
         return milliseconds(wait)
 
     def has_window(self):
-        return bool(self._windows("_NET_CLIENT_LIST"))
+        return bool(self._property(self._root, "_NET_CLIENT_LIST"))
 
     def _active(self):
-        clients = self._windows("_NET_CLIENT_LIST")
-        return next((window for window in self._windows("_NET_ACTIVE_WINDOW") if window in clients), None)
-
-    def _windows(self, name):
-        found = self._root.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
-        return found.value if found else ()
+        clients = self._property(self._root, "_NET_CLIENT_LIST")
+        return next((window for window in self._property(self._root, "_NET_ACTIVE_WINDOW") if window in clients), None)
 
     def _ping(self, number):
         protocols, ping = map(self._display.intern_atom, ("WM_PROTOCOLS", "_NET_WM_PING"))

@@ -4,8 +4,6 @@ import contextlib
 from Xlib import X, error
 from Xlib.protocol import event
 
-from .wait import until
-
 
 class Manager:
     def __init__(self, display):
@@ -30,14 +28,6 @@ class Manager:
         size = window.get_geometry()
         corner = self._root.translate_coords(window, 0, 0)
         return corner.x, corner.y, size.width, size.height
-
-    def steal_focus(self):
-        """Shows a window of another program and gives it the focus."""
-        window = self._root.create_window(0, 0, 64, 64, 0, X.CopyFromParent)
-        window.map()
-        until(lambda: window.get_attributes().map_state == X.IsViewable, 10, lambda: "the window does not show")
-        window.set_input_focus(X.RevertToParent, X.CurrentTime)
-        self._display.sync()
 
     def close(self):
         with contextlib.suppress(error.ConnectionClosedError):  # the display may have ended before
