@@ -59,7 +59,7 @@ String Su(const String& user, const String& command) {
 
 CommandLine AsUser(const String& passwd, const String& user, const String& command,
                    Privilege needs = Privilege::Root) {
-  return {Echo(passwd) + " | " + Su(user, command), passwd, needs};
+  return {Echo(passwd) + " | " + Su(user, command), passwd, user, needs};
 }
 
 // The path in a form that `tar` does not read as an option, as standard input or as a remote file.

@@ -17,6 +17,7 @@ enum class Privilege : std::uint8_t {
 struct CommandLine {
   String Text;
   String Password = {};
+  String User = {};
   Privilege Needs = Privilege::None;
 };
 

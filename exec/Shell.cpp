@@ -37,10 +37,15 @@ Descriptor EndDescriptor([[maybe_unused]] pid_t process) {
 #endif
 }
 
-std::string NoWrapper(const char* reason, const char* remedy) {
-  return std::string("The account cannot use the utility's wrapper for sudo: ") + reason +
-         " Install the package" + remedy;
-}
+// Reason and remedy.
+constexpr const char* noWrapper =
+    "it is missing, or other users can change it. Install the package.";
+constexpr const char* notFound =
+    "its login shell does not find it. Install the package, or use an account whose login shell is "
+    "bash or zsh.";
+constexpr const char* otherShell =
+    "its login shell reads commands in another way than sh. Use an account whose login shell is "
+    "bash or zsh.";
 
 }  // namespace
 
@@ -105,8 +110,9 @@ void Shell::Start(const CommandLine& command) {
   if (command.Text.Bytes().find_first_of(std::string_view("\0\n", 2)) != std::string_view::npos) {
     return NotStarted("A newline or a NUL cannot be part of a command.");
   }
-  if (command.Needs != Privilege::None && WrapperFolder().empty()) {
-    return Refuse(notExecutable, NoWrapper("it is missing, or other users can change it.", "."));
+  if (command.Needs != Privilege::None) {
+    if (WrapperFolder().empty()) return RefuseAccount(noWrapper);
+    if (!HasCompatibleShell(std::string(command.User.Bytes()))) return RefuseAccount(otherShell);
   }
   const auto output = mRuns.back().Output.Writer();
   const auto errors = mRuns.back().Errors.Writer();
@@ -121,6 +127,11 @@ void Shell::Start(const CommandLine& command) {
 
 void Shell::NotStarted(const char* reason) {
   Refuse(notStarted, std::string("The command could not be started: ") + reason);
+}
+
+void Shell::RefuseAccount(const char* reason) {
+  Refuse(notExecutable,
+         std::string("The account cannot use the utility's wrapper for sudo: ") + reason);
 }
 
 void Shell::Refuse(Int32 status, const std::string& reason) {
@@ -142,8 +153,7 @@ void Shell::ReapChild() {
   auto& run = mRuns.back();
   run.HasPassed = mErrorCode == 0 && run.IsCheck;
   if (run.HasPassed && !HasMark(run.Output.Content().Bytes(), mMark)) {
-    Refuse(notExecutable, NoWrapper("its login shell does not find it.",
-                                    ", or use an account whose login shell is bash or zsh."));
+    RefuseAccount(notFound);
   }
 }
 

@@ -55,6 +55,7 @@ class Shell : public Object {
   void Advance();
   void Start(const CommandLine& command);
   void NotStarted(const char* reason);
+  void RefuseAccount(const char* reason);
   void Refuse(Int32 status, const std::string& reason);
   bool HasEnded();
   void ReapChild();

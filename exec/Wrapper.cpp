@@ -32,17 +32,37 @@ fs::path ProgramFolder() {
 #endif
 }
 
-// True if the group is the primary one of the effective user, has the user's name, and has no other
-// members.
+// The lists of a group's members do not contain the accounts with that primary group.
+bool IsPrimaryGroupOfOthers(gid_t id) {
+  bool isFound = false;
+  setpwent();
+  while (const passwd* user = getpwent()) {
+    isFound |= user->pw_gid == id && user->pw_uid != geteuid();
+  }
+  endpwent();
+  return isFound;
+}
+
+// True if a group with this number has the name, and none of them has a member with another name.
+bool HasNoOtherMember(gid_t id, const std::string& name) {
+  bool isFound = false;
+  bool hasOthers = false;
+  setgrent();
+  while (const group* entry = getgrent()) {
+    if (entry->gr_gid != id) continue;
+    isFound |= entry->gr_name == name;
+    for (char** member = entry->gr_mem; *member; ++member) hasOthers |= *member != name;
+  }
+  endgrent();
+  return isFound && !hasOthers;
+}
+
+// True if the group is the primary one of the effective user and of no other, has the user's name,
+// and has no other members.
 bool IsPrivateGroup(gid_t id) {
   const passwd* user = getpwuid(geteuid());
-  const group* members = getgrgid(id);
-  if (!user || !members || user->pw_gid != id) return false;
-  const std::string_view name = user->pw_name;
-  for (char** member = members->gr_mem; *member; ++member) {
-    if (*member != name) return false;
-  }
-  return members->gr_name == name;
+  if (!user || user->pw_gid != id) return false;
+  return HasNoOtherMember(id, user->pw_name) && !IsPrimaryGroupOfOthers(id);
 }
 
 // The group's write permission also stands for that of an access control list.
@@ -66,22 +86,38 @@ bool IsSafeFile(const fs::path& path) {
   return lstat(path.c_str(), &entry) == 0 && S_ISREG(entry.st_mode) && IsSafe(path, entry);
 }
 
-// In a sticky folder only the owner of an entry can replace it.
-bool IsSafeFolder(const fs::path& path) {
+// In a sticky folder others can add entries, but only the owner of an entry can replace it.
+bool IsSafeFolder(const fs::path& path, bool mayOthersAdd) {
   struct stat entry {};
   if (lstat(path.c_str(), &entry) != 0 || !S_ISDIR(entry.st_mode)) return false;
-  if ((entry.st_mode & S_ISVTX) != 0) entry.st_mode &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH);
+  if (mayOthersAdd && (entry.st_mode & S_ISVTX) != 0) {
+    entry.st_mode &= ~static_cast<mode_t>(S_IWGRP | S_IWOTH);
+  }
   return IsSafe(path, entry);
 }
 
 }  // namespace
 
-bool CanOthersChange(const fs::path& file) {
-  if (!file.is_absolute() || !IsSafeFile(file)) return true;
+bool IsTrustworthy(const fs::path& file) {
+  constexpr const char* special = ":$`\\\"";  // PATH splits at the colon, and bash expands BASH_ENV
+  if (!file.is_absolute() || file.native().find_first_of(special) != std::string::npos)
+    return false;
+  if (!IsSafeFile(file)) return false;
+  bool isParent = false;
   for (auto folder = file.parent_path();; folder = folder.parent_path()) {
-    if (!IsSafeFolder(folder)) return true;
-    if (folder == folder.root_path()) return false;
+    if (!IsSafeFolder(folder, isParent)) return false;
+    if (folder == folder.root_path()) return true;
+    isParent = true;
   }
+}
+
+bool HasCompatibleShell(const std::string& user) {
+  constexpr std::string_view compatible[] = {"sh",  "bash",  "dash", "ash",
+                                             "ksh", "ksh93", "mksh", "zsh"};
+  const passwd* entry = getpwnam(user.c_str());
+  if (!entry || *entry->pw_shell == '\0') return true;  // the default is /bin/sh
+  const auto name = fs::path(entry->pw_shell).filename().string();
+  return std::ranges::find(compatible, name) != std::end(compatible);
 }
 
 // In a build, libexec is next to the program's folder. In an installation, ZELTO_LIBEXEC leads to
@@ -91,7 +127,7 @@ fs::path WrapperFolder() {
   for (const fs::path place : {"../libexec", ZELTO_LIBEXEC}) {
     std::error_code error;
     auto folder = fs::canonical(program / place / "zelto-update-utility", error);
-    const auto isSafe = [&](const char* file) { return !CanOthersChange(folder / file); };
+    const auto isSafe = [&](const char* file) { return IsTrustworthy(folder / file); };
     if (!error && isSafe("sudo") && isSafe("path") && isSafe(".zshenv")) return folder;
   }
   return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace zelto {
 
@@ -8,8 +9,13 @@ namespace zelto {
 // if there is no wrapper or if other users can change it.
 std::filesystem::path WrapperFolder();
 
-// True unless the path is absolute, without symbolic links, leads to a regular file, and only root
-// and the effective user can change or replace the file.
-bool CanOthersChange(const std::filesystem::path& file);
+// True if the path is absolute, has no symbolic links and no character that PATH or bash
+// interprets, leads to a regular file, and only root and the effective user can change or replace
+// the file or add others to its folder.
+bool IsTrustworthy(const std::filesystem::path& file);
+
+// True unless the user's login shell is known to read quotes in another way than `sh`. Then a part
+// of a value could become a command.
+bool HasCompatibleShell(const std::string& user);
 
 }  // namespace zelto

@@ -43,12 +43,20 @@ void ReportMasked(QAccessibleEvent* event) {
   Report(event);
 }
 
-// Qt itself calls a window of no special class a "filler".
+// Qt itself calls a window of no special class a "filler". The type of a window can change after Qt
+// has asked for its interface.
+class WindowInterface : public QAccessibleWidget {
+ public:
+  using QAccessibleWidget::QAccessibleWidget;
+
+  QAccessible::Role role() const override {
+    return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
+  }
+};
+
 QAccessibleInterface* NewWindowInterface(const QString&, QObject* object) {
   auto* top = dynamic_cast<TopLevel*>(object);
-  if (!top) return nullptr;
-  const bool isDialog = top->windowType() == Qt::Dialog;
-  return new QAccessibleWidget(top, isDialog ? QAccessible::Dialog : QAccessible::Window);
+  return top ? new WindowInterface(top) : nullptr;
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 #include "platform/qt/Balloon.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QToolTip>
 #include <algorithm>
+
+#include "platform/qt/QtToolkit.h"
 
 namespace zelto {
 
@@ -36,7 +38,8 @@ bool Balloon::eventFilter(QObject* object, QEvent* event) {
   const bool isOfWindow = object == window;
   if (isOfWindow && type == QEvent::Move) Place();
   if (isOfWindow && type == QEvent::ActivationChange) setVisible(window->isActiveWindow());
-  const bool isLast = mEnd == BalloonEnd::NextKey && type == QEvent::KeyPress;
+  const bool isLast = mEnd == BalloonEnd::NextKey && type == QEvent::KeyPress &&
+                      !TheToolkit().Guard.IsRepeated(static_cast<const QKeyEvent&>(*event));
   if (isLast || (isOfWindow && type == QEvent::Hide)) Dismiss();
   return false;
 }

@@ -12,11 +12,13 @@ namespace zelto {
 
 // Discards input events while a handler waits, and repeated keys that would press a button.
 class InputGuard : public QObject {
+ public:
+  bool IsRepeated(const QKeyEvent& press) const;
+
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
-  bool IsRepeated(const QKeyEvent& press) const;
   // A key that is held down must not answer a dialog that opens meanwhile.
   bool PressesAgain(const QObject& receiver, const QKeyEvent& press) const;
 

@@ -31,6 +31,7 @@ class Keys(DesktopTest):
             utility.fill(PASSWORD_FIELD, password)
             self.hold_return(utility)
             if password == "wrong":  # two attempts remain
+                self.assertTrue(utility.description(PASSWORD_FIELD))
                 utility.until(lambda: utility.click("Name:") or utility.state("Name:")["focused"])
                 utility.try_pair(account.name, "wrong")
                 utility.refusal()

@@ -1,6 +1,7 @@
 import datetime
 import os
 import re
+import subprocess
 from pathlib import Path
 
 from desktop.accounts import run
@@ -60,12 +61,17 @@ class SetUps(DesktopTest):
 
     def test_unsupported_setup_is_refused_with_its_reason(self):
         reasons = {"requiretty": "sudo accepts this account only on a terminal (requiretty).",
-                   "rootpw": "sudo asks for the password of another account (rootpw or targetpw)."}
-        if "sudo-rs" in run(["sudo", "--version"]):
+                   "rootpw": "sudo asks for the password of another account (rootpw or targetpw).",
+                   "/bin/tcsh": "The account cannot use the utility's wrapper for sudo: its login shell reads commands "
+                                "in another way than sh. Use an account whose login shell is bash or zsh."}
+        if "sudo-rs" in subprocess.getoutput("sudo --version"):
             del reasons["requiretty"]  # sudo-rs does not support this setting
         for setting, reason in reasons.items():
             account = self.account()
-            self.defaults(account, setting)
+            if setting.startswith("/"):
+                run(["usermod", "-s", setting, account.name])
+            else:
+                self.defaults(account, setting)
             with self.subTest(setting), Utility(account.name, PROGRAM) as utility:
                 utility.window(AUTHENTICATE)
                 utility.listen("object:property-change:accessible-description")

@@ -104,13 +104,13 @@ class MakeUpdate(unittest.TestCase):
                 for each in tree, stubs:
                     each.mkdir(parents=True)
                     each.chmod(0o755)
-                (stubs / "gzip").write_text("#!/bin/sh\nexec sleep 30")
+                (stubs / "gzip").write_text(f"#!/bin/sh\n: >{stubs}/started\nexec sleep 30")
                 (stubs / "gzip").chmod(0o755)
                 (tree / "a").write_text("a")
                 process = subprocess.Popen(
                     [TOOL, *"--product P --version V --description D tree update.gz".split()], cwd=folder,
                     env=os.environ | {"PATH": f"{stubs}:{os.environ['PATH']}"}, stderr=subprocess.PIPE)
-                while process.poll() is None and not list(Path(folder).glob("update.gz.*/archive")):
+                while process.poll() is None and not (stubs / "started").exists():
                     time.sleep(0.02)
                 process.send_signal(number)
                 self.assertEqual((process.communicate(timeout=10)[1], process.returncode), (b"", -number))
