@@ -1,6 +1,8 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <sys/file.h>
 
 #include <filesystem>
 
@@ -8,6 +10,11 @@
 
 // Qt's D-Bus module leaks some of its messages.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libQt6DBus\n"; }
+
+// Keeps the other tests on this machine from the record until the process ends.
+struct RecordLock : testing::Environment {
+  void SetUp() override { flock(open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC), LOCK_EX); }
+};
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -18,6 +25,7 @@ int main(int argc, char** argv) {
   // An installation inhibits logout through the buses. A test must not do that to the person who
   // runs it. A test that needs a bus starts this program once more, with a private bus.
   if (!IsRunAgain()) {
+    testing::AddGlobalTestEnvironment(new RecordLock);
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
   }

@@ -12,6 +12,7 @@ from desktop import signals
 from desktop.accounts import Account
 from desktop.updates import make_update
 from desktop.utility import Utility
+import record
 
 PROGRAM = os.environ["ZELTO_PROGRAM"]
 LONG = "ZELTO_LONG" in os.environ  # minutes instead of seconds
@@ -22,6 +23,8 @@ signals.end_with_parent()
 
 
 class DesktopTest(unittest.TestCase):
+    USES_RECORD = True
+
     def run(self, result=None):
         try:
             return super().run(result)
@@ -37,7 +40,9 @@ class DesktopTest(unittest.TestCase):
         self.folder.mkdir()
         self.addCleanup(shutil.rmtree, self.folder)
         self.folder.chmod(0o755)
-        self.addCleanup(Path("/tmp/.KVX.Content").unlink, missing_ok=True)
+        if self.USES_RECORD:
+            self.enterContext(record.locked())
+            self.addCleanup(record.RECORD.unlink, missing_ok=True)
 
     def account(self, password=None, **options):
         account = self.enterContext(Account(password or secrets.token_hex(8), **options))

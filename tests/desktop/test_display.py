@@ -30,6 +30,7 @@ class Stranger(DesktopTest):
 
 
 class Ended(DesktopTest):
+    USES_RECORD = False  # but the test that it starts does
     DEMO = [sys.executable, "-B", SOURCE / "tools/desktop/demo.py", PROGRAM]
     TEST = ["ctest", "--test-dir", BUILD, "-V", "-R", "desktop.test_update.Install"]
 

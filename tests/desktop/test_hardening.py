@@ -15,6 +15,7 @@ from archives import LIMIT, archives
 from desktop.memory import copies
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
 from base import LONG, PROGRAM, DesktopTest
+from record import RECORD
 
 
 class NeverCutOff(DesktopTest):
@@ -66,7 +67,6 @@ class Archives(DesktopTest):
         self.assertFalse(evil.exists())
 
     def test_check_of_any_archive_leaves_a_harmless_record(self):
-        record = Path("/tmp/.KVX.Content")
         few = "setuid", "device", "folder", "after-link", "link", "large", "name-of-gigabytes", "one-line"
         names = {name: case for name, case in archives().items() if LONG or name.removesuffix(".gz") in few}
         for name, (_, data) in names.items():
@@ -82,8 +82,8 @@ class Archives(DesktopTest):
                     utility.until(utility.can_update)
                     self.assertEqual("|".join(utility.record()), texts)
                     utility.fill("Patchfile:", "")
-                if record.exists():
-                    found = record.lstat()
+                if RECORD.exists():
+                    found = RECORD.lstat()
                     self.assertEqual((stat.filemode(found.st_mode), found.st_uid, found.st_nlink),
                                      ("-rw-r--r--", 0, 1))
                     self.assertLessEqual(found.st_size, LIMIT)

@@ -1,8 +1,7 @@
-import os
-
 from desktop import wayland
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 from base import PROGRAM, DesktopTest
+from record import RECORD
 
 
 class Keyboard(DesktopTest):
@@ -22,7 +21,7 @@ class Keyboard(DesktopTest):
         utility.window(MAIN)
         utility.type(self.update("huge.gz", record=bytes(1 << 20)))
         utility.dialog("Keep", "Cancel")
-        self.assertFalse(os.path.exists("/tmp/.KVX.Content"))
+        self.assertFalse(RECORD.exists())
         utility.until(lambda: utility.key("Escape") or "Keep" not in utility.buttons(MAIN))
         for name, way, answer in ("first", ["Return"], "Install Another"), ("2", ["Tab", "Tab", "Return"], "Quit"):
             members = self.members(**{name: (b"new", 0o644)})
@@ -59,7 +58,7 @@ class Speech(DesktopTest):
         self.assertTrue(texts[1].startswith("This does not appear to be a properly configured ZELTO Group update file."))
         self.assertEqual([utility.state(button)["default"] for button in ("Keep", "Cancel")], [False, True])
         utility.answer("Cancel")
-        late = self.members(zeros=(bytes(600 << 20), 0o644)) | {"/tmp/.KVX.Content": (b"product=Late\n", 0o644)}
+        late = self.members(zeros=(bytes(600 << 20), 0o644)) | {str(RECORD): (b"product=Late\n", 0o644)}
         utility.fill("Patchfile:", self.update("late.gz", control=None, members=late, level=1))
         utility.until(lambda: "progress bar" in utility.roles(MAIN))
         utility.until(lambda: utility.record()[0] == "Late", 60)

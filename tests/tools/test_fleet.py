@@ -13,9 +13,10 @@ import unittest
 from pathlib import Path
 
 from desktop.updates import make_update
+import record
+from record import RECORD
 
 TOP = Path(__file__).resolve().parents[2]
-RECORD = Path("/tmp/.KVX.Content")
 NAMES = "mode", "owner", "time", "content", "odd\udcfc\n", "well", *(f"z{number}" for number in range(20))
 GUIDE = re.sub(r" \\\n *", " ", (TOP / "docs/fleet.md").read_text())
 
@@ -28,6 +29,7 @@ class Fleet(unittest.TestCase):
             self.skipTest("needs root to change owners")
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.installed, self.update, self.backup = (self.folder / name for name in ("installed", "good.gz", "backup"))
+        self.enterContext(record.locked())
         shutil.rmtree(RECORD, ignore_errors=True)
         RECORD.unlink(missing_ok=True)
         self.addCleanup(shutil.rmtree, RECORD, ignore_errors=True)

@@ -6,8 +6,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
+import record
+from record import RECORD
+
 TOP = Path(__file__).resolve().parents[2]
-RECORD = Path("/tmp/.KVX.Content")
 LINES = (TOP / "docs/vendor.md").read_text().splitlines()
 VERIFY = next(line for line in LINES if line.startswith("    gpgv")).strip()
 # The commands that the test runs in place of a heading. They check the section above it or prepare the one below.
@@ -49,6 +51,7 @@ class Vendor(unittest.TestCase):
         keys.mkdir(0o700)
         (keys / "gpg.conf").write_text("batch\npinentry-mode loopback\npassphrase ''\n")
         self.addCleanup(subprocess.run, ["gpgconf", "--homedir", keys, "--kill", "all"])
+        self.enterContext(record.locked())
         RECORD.mkdir(exist_ok=True)  # planted by another user
         self.addCleanup(RECORD.rmdir)
         script = "mount -t tmpfs -o mode=755 tmpfs /opt\n" + "\n".join(self.script())
