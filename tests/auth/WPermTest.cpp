@@ -48,9 +48,13 @@ TEST_F(WPermTest, ValidCredentialsOfTheThirdAttemptAreStoredAndCloseTheDialog) {
 
 TEST_F(WPermTest, ValidCredentialsHaveNoEffectAfterThreeFailures) {
   for (int i = 0; i < 3; ++i) Press("zt", "wrong");
+  EXPECT_EQ(Bytes(mDialog->authuser()->Text()), "zt");
   const auto calls = mStubs.Calls("su").size();
+  beeps = 0;
   Press("zt", "secret");
-  EXPECT_EQ(mStubs.Calls("su").size(), calls + 1);  // `su` still runs
+  EXPECT_EQ(beeps, 0);
+  EXPECT_EQ(mStubs.Calls("su").size(), calls + 1);    // `su` still runs
+  EXPECT_EQ(mStubs.Calls("sudo").size(), calls + 2);  // `sudo -K` each time
   EXPECT_FALSE(Globals::Authenticated);
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_TRUE(GetImplicitWindow("WPerm.WPerm") == mDialog);

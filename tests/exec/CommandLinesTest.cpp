@@ -8,6 +8,8 @@ TEST(CommandLines, HaveTheExactText) {
   EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");
   EXPECT_EQ(Bytes(CredentialCheck("pw1", "ann").Text),
             "echo pw1 | su ann -c 'echo pw1 | sudo -S /usr/bin/true'");
+  EXPECT_EQ(Bytes(CredentialCheck("", "ann").Text),
+            "echo  | su ann -c 'echo  | sudo -S /usr/bin/true'");
   EXPECT_EQ(Bytes(MemberExtract("pw1", "ann", "/a b/c.tar.gz").Text),
             "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\" /tmp/.KVX.Content'");
   EXPECT_EQ(Bytes(MemberRead("pw1", "ann").Text),

@@ -1,12 +1,15 @@
 #include <QApplication>
 #include <QTest>
+#include <tuple>
 
+#include "platform/Files.h"
 #include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
 #include "platform/runtime/Wait.h"
 #include "tests/Fixtures.h"
 #include "ui/WAbout.h"
+#include "ui/WPerm.h"
 
 using namespace zelto;
 
@@ -18,6 +21,7 @@ class RecorderWindow : public Window {
   static inline std::string Log;
   static inline bool Cancels = false;
   static inline bool ClosesInOpen = false;
+  static inline bool Quits = false;
   static inline Ref<EventSource> LastMe;
 
   static const Class& ClassTable() {
@@ -38,10 +42,12 @@ class RecorderWindow : public Window {
     Log += "CreateControls ";
     AddControlRows(*this, {Row("field", {}, EditFieldList{.Text = "listed"},
                                {.Events = {On("Open", &RecorderWindow::FieldOpen),
+                                           On("Close", &RecorderWindow::FieldClosed),
                                            On("TextChange", &RecorderWindow::Change)}})});
   }
   void AddHandlers(Ref<Window> target) { Log += target.Get() == this ? "AddMenuHandlers " : "?"; }
   void FieldOpen() { Log += "field.Open "; }
+  void FieldClosed() { Log += "field.Close "; }
   void Change() {
     Log += "TextChange ";
     LastMe = Me();
@@ -52,7 +58,43 @@ class RecorderWindow : public Window {
     LastMe = Me();
   }
   void Closed() { Log += "Close "; }
-  bool CancelClose(bool) { return Cancels; }
+  bool CancelClose(bool isQuitting) {
+    Quits = isQuitting;
+    return Cancels;
+  }
+  void Activated() { Log += "Activate "; }
+  void Deactivated() { Log += "Deactivate "; }
+  void Enabling() { Log += "EnableMenuItems "; }
+};
+
+// An application that handles exceptions and does not let the program end.
+class StubbornApp : public zelto::App {
+ public:
+  static Ref<StubbornApp> Registered() {
+    auto app = RuntimeNewObject<StubbornApp>();
+    InstallInstanceEventHandler(*app, On("UnhandledException", &StubbornApp::Handle));
+    InstallInstanceEventHandler(*app, On("CancelClose", &StubbornApp::Refuse));
+    RuntimeRegisterAppObject(app);
+    return app;
+  }
+  bool Handle(const RuntimeException* exception) {
+    Handled = Bytes(exception->ClassName());
+    return true;
+  }
+  bool Refuse() { return true; }
+
+  std::string Handled;
+};
+
+class Paints : public QObject {
+ public:
+  int Count = 0;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    Count += event->type() == QEvent::Paint ? 1 : 0;
+    return false;
+  }
 };
 
 class ModelTest : public testing::Test {
@@ -170,7 +212,9 @@ TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
     App()->DoEvents(1);
     top->close();
     top->close();
+    EXPECT_FALSE(RecorderWindow::Quits);
     EXPECT_THROW(Quit(0), EndException);
+    EXPECT_TRUE(RecorderWindow::Quits);
   });
   EXPECT_NO_THROW(ThrowIfQuitting());
   EXPECT_TRUE(top->isVisible());
@@ -181,8 +225,59 @@ TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
   RecorderWindow::Cancels = false;
   window->Close();
   window->Close();
-  EXPECT_TRUE(RecorderWindow::Log.ends_with("field.Open Open Close "));
+  EXPECT_TRUE(RecorderWindow::Log.ends_with("field.Open Open field.Close Close "));
   EXPECT_TRUE(WindowSupport::Windows().empty());
+}
+
+TEST_F(ModelTest, ApplicationCanHandleAnExceptionAndRefuseToEnd) {
+  const auto app = StubbornApp::Registered();
+  InvokeHandler([] { throw OutOfBoundsException(); });  // shows no dialog, which would block
+  EXPECT_EQ(app->Handled, "OutOfBoundsException");
+  EXPECT_THROW(Quit(0), EndException);
+  EXPECT_NO_THROW(ThrowIfQuitting());
+}
+
+TEST_F(ModelTest, ActivationRaisesItsEventsInOrder) {
+  const auto window = ImplicitWindow<RecorderWindow>();
+  for (const auto& binding :
+       {On("Activate", &RecorderWindow::Activated), On("Deactivate", &RecorderWindow::Deactivated),
+        On("EnableMenuItems", &RecorderWindow::Enabling)}) {
+    InstallInstanceEventHandler(*window, binding);
+  }
+  RecorderWindow::Log.clear();
+  window->CallActivated();
+  window->CallDeactivated();
+  EXPECT_EQ(RecorderWindow::Log, "Activate EnableMenuItems Deactivate EnableMenuItems ");
+}
+
+TEST_F(ModelTest, HandlersOfATimerRunOnItsWindow) {
+  const auto dialog = WPerm();
+  EXPECT_TRUE(dialog->Timer1()->Self() == dialog);
+  EXPECT_THROW(RuntimeCreateDelegate(&RecorderWindow::Open).Call(*dialog, {}),
+               IllegalCastException);
+}
+
+TEST_F(ModelTest, UpdateNowPaintsBeforeItReturns) {
+  const auto window = ImplicitWindow<RecorderWindow>();
+  RuntimeMassPropertySetter(*window, WindowList{.Width = 99, .Height = 99, .Title = "painted"});
+  window->Show();
+  auto& top = *TopLevel("painted");
+  Until([&] { return top.isActiveWindow(); });
+  QApplication::processEvents();
+  Paints paints;
+  top.installEventFilter(&paints);
+  UpdateNowMBS(window);
+  EXPECT_EQ(paints.Count, 1);
+}
+
+TEST_F(ModelTest, ChangedFileTypeIsNotRegistered) {
+  const auto type = RuntimeNewObject<FileType>();
+  type->Name("archive");
+  type->Extensions("zip");
+  type->Register();
+  EXPECT_TRUE(MatchesFilter("/x/a.zip", "archive"));
+  type->Extensions("zip;jar");
+  EXPECT_FALSE(MatchesFilter("/x/a.zip", "archive"));
 }
 
 TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {
@@ -227,6 +322,15 @@ TEST_F(ModelTest, NewDialogHasOneVisibleButton) {
   const auto dialog = window->New<MessageDialog>();
   EXPECT_FALSE(dialog->CancelButton()->Visible());
   EXPECT_FALSE(dialog->AlternateActionButton()->Visible());
+  const auto buttons = [&] {
+    return std::tuple(dialog->ActionButton().Get(), dialog->CancelButton().Get(),
+                      dialog->AlternateActionButton().Get());
+  };
+  const auto before = buttons();
+  dialog->ActionButton(nullptr);  // has no effect, like the other two
+  dialog->CancelButton(nullptr);
+  dialog->AlternateActionButton(nullptr);
+  EXPECT_EQ(buttons(), before);
   dialog->Message("<b>main</b>");
   dialog->Explanation("one\n<img src=x>\xFF\x01");
   std::string labels;

@@ -143,7 +143,7 @@ TEST(DisplayText, OmitsControlsAndConvertsCarriageReturns) {
 
 TEST_F(WidgetsTest, OnlyRegisteredFileTypesCanBeDropped) {
   EXPECT_TRUE(Drop("file:///x/a.tar.gz"));
-  EXPECT_TRUE(Drop("file://localhost/x/%C3%A4%20b.TGZ"));
+  EXPECT_TRUE(Drop("file://localhost/x/%C3%A4%20b.TGZ\r\nfile:///x/second.tgz"));
   for (const char* const url : {"file://elsewhere/x/a.tar.gz", "file:///x/a.gz", "file:///x/tgz",
                                 "file:///x/a.tgz.x", "", "https://example.com/a.tar.gz"}) {
     EXPECT_FALSE(Drop(url)) << url;

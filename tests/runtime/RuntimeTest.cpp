@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/Plugins.h"
 #include "tests/StubPrograms.h"
 
@@ -12,6 +13,8 @@ TEST(String, NilIsTheEmptyStringAndComparisonIsExactUnlessAsked) {
   EXPECT_EQ(RuntimeStringCompare(String("gZ"), "Gz"), 0);
   EXPECT_LT(RuntimeStringCompare(String("a"), "B"), 0);
   EXPECT_GT(RuntimeStringCompare(String("ab"), "A"), 0);
+  EXPECT_TRUE(EndOfLine() == String("\n") && EndOfLine() < String("a"));
+  EXPECT_EQ(Bytes(EndOfLine() + "a"), "\na");
 }
 
 TEST(String, LenCountsCharactersAndLenBCountsBytes) {
@@ -20,6 +23,12 @@ TEST(String, LenCountsCharactersAndLenBCountsBytes) {
   EXPECT_EQ(Len(text), 5);
   EXPECT_EQ(Bytes(Right(text, 2)), "😀z");
   EXPECT_EQ(Bytes(Right(text, 99)), Bytes(text));
+}
+
+TEST(Numbers, RealsAreTruncated) {
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(2.9), 2);
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(-2.9), -2);
+  EXPECT_EQ(RuntimeCvtReal64ToSInt32(1e10), 2147483647);
 }
 
 TEST(Plugins, EachSlotHasTheEntryOfItsKey) {

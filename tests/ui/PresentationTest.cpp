@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
@@ -63,6 +64,53 @@ QWidget* alerted = nullptr;
 // Replaces the toolkit's function.
 void QApplication::alert(QWidget* widget, int) { alerted = widget; }
 
+TEST_F(PresentationTest, WindowsShowTheValuesOfTheirLists) {
+  const auto label = [](QWidget& window, const char* name) -> QLabel& {
+    return ControlWidget<QLabel>(window, name);
+  };
+  const QFont product = label(*mTop, "stProduct").font();
+  EXPECT_TRUE(product.bold() && product.pixelSize() == 11);
+  EXPECT_FALSE(label(*mTop, "StaticText2").font().bold());
+  EXPECT_EQ(label(*mTop, "stVersion").geometry(), QRect(317, 103, 151, 17));
+  EXPECT_EQ(label(*mTop, "StaticText1").alignment(), Qt::AlignHCenter | Qt::AlignTop);
+  EXPECT_FALSE(ControlWidget(*mTop, "pbTest").isVisible());
+  EXPECT_TRUE(ControlWidget<QPushButton>(*mTop, "pbUpdate").isDefault());
+  const auto& description = ControlWidget<QAbstractScrollArea>(*mTop, "EditField2");
+  EXPECT_TRUE(description.verticalScrollBar()->isVisible());
+  EXPECT_FALSE(description.horizontalScrollBar()->isVisible());
+  const QImage drawn = ControlWidget(*mTop, "Canvas1").grab().toImage();
+  EXPECT_NE(drawn.pixel(24, 24), drawn.pixel(0, 0));
+  EXPECT_EQ(mTop->minimumSize(), mTop->maximumSize());
+  WPerm()->Show();
+  auto& dialog = *TopLevel("Authenticate");
+  EXPECT_NE(dialog.minimumSize(), dialog.maximumSize());
+  EXPECT_EQ(ControlWidget<QLineEdit>(dialog, "passwd").echoMode(), QLineEdit::Password);
+  EXPECT_EQ(label(dialog, "StaticText2").alignment(), Qt::AlignRight | Qt::AlignVCenter);
+}
+
+TEST_F(PresentationTest, MenuBarIsSharedAndHasItsItemsInOrder) {
+  const auto bar = MenuBar1();
+  std::string items;
+  for (const auto& menu : bar->Items()) {
+    items += Bytes(menu->Name()) + "(";
+    for (const auto& item : menu->Items()) {
+      items += Bytes(item->Name() + " " + item->Text() + " " + item->KeyboardShortcut()) +
+               (item->AutoEnable() ? ";" : "!");
+    }
+    items += ")";
+  }
+  EXPECT_EQ(
+      items,
+      "FileMenu(FileQuit &Quit Cmd+Q;mAbout About ZELTO Group Update Utility ;)"
+      "EditMenu(EditUndo &Undo Cmd+Z;UntitledMenu1 - ;EditCut Cu&t Cmd+X;EditCopy &Copy Cmd+C;"
+      "EditPaste &Paste Cmd+V;EditClear &Delete ;UntitledMenu0 - ;"
+      "EditSelectAll Select &All Cmd+A;)");
+  EXPECT_TRUE(MenuBar1() == bar && mWindow->MenuBar() == bar);
+  EXPECT_FALSE(bar->Child("EditCut"));
+  EXPECT_TRUE(bar->Lookup("EditCut") == bar->Child("EditMenu")->Child("EditCut"));
+  EXPECT_FALSE(mWindow->CallMenuHandler("EditCut"));
+}
+
 TEST_F(PresentationTest, MenuItemsAreEnabledWhenTheyApply) {
   QApplication::clipboard()->clear();
   mLine->setFocus();
@@ -99,6 +147,7 @@ TEST_F(PresentationTest, AboutShowsTheVersionAndClosesOnMouseReleaseOrEscape) {
   for (const QPoint& place : {QPoint(1, 1), QPoint(150, 60), QPoint(150, 195)}) {
     show([&](QWidget& about) {
       EXPECT_EQ(about.size(), QSize(310, 245));
+      EXPECT_EQ(about.windowModality(), Qt::WindowModal);
       QStringList texts(about.windowTitle());
       for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
       EXPECT_EQ(texts, QStringList({"About", MainTitle, "Version " ZELTO_VERSION,

@@ -53,6 +53,12 @@ TEST(PropertyLists, ValuesThatNothingShowsAreStored) {
   EXPECT_EQ(Bytes(text->Properties().DataField), "x");
 }
 
+TEST(PropertyLists, KeysMatchInEitherCase) {
+  const auto text = RuntimeNewObject<StaticText>();
+  RuntimeMassPropertySetter(*text, "tabINDEX \1\1\1\1");
+  EXPECT_EQ(text->Properties().TabIndex, 0x01010101);
+}
+
 TEST(PropertyLists, MalformedListsAreRefused) {
   using namespace std::string_literals;
   for (const auto& list : {"Colour \0\0\0\1"s, "Enabled \2"s, "Text \0\0\0\5abcd"s,

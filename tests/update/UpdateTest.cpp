@@ -8,6 +8,7 @@
 #include <QProgressBar>
 
 #include "platform/Files.h"
+#include "platform/Framework.h"
 #include "tests/Fixtures.h"
 
 using namespace zelto;
@@ -23,9 +24,18 @@ class UpdateTest : public RecordTest {
   // Presses Update, and then the button of the dialog. Returns the texts of the dialog.
   std::string Install(const std::string& button) {
     std::string labels;
-    WhenModalPress(button, &labels);
+    WhenWithinWindow([&] { WhenModalPress(button, &labels); });
     Press(mWindow->pbUpdate());
     return labels;
+  }
+  // Calls the action with the next dialog, which must belong to the main window. Records what the
+  // main window shows behind it.
+  void WhenWithinWindow(const std::function<void()>& action) {
+    WhenModal([=, this](QWidget& dialog) {
+      EXPECT_EQ(dialog.windowModality(), Qt::WindowModal);
+      mBehind = Shown();
+      action();
+    });
   }
   std::string Shown() {
     return Bytes(mWindow->EditField1()->Text() + "|" + mWindow->stProduct()->Text() + "|" +
@@ -35,6 +45,7 @@ class UpdateTest : public RecordTest {
                  (mWindow->pbTest()->Enabled() ? "on" : "off"));
   }
 
+  std::string mBehind;
   std::string mGood = mStubs.Update("good one.tar.Gz", GoodRecord);
 };
 
@@ -48,11 +59,16 @@ TEST_F(UpdateTest, ValidFileShowsItsMetadataAndEnablesTheButtons) {
   dropped->FolderItem(FolderItem::At(mGood));
   InvokeHandler([&] { mWindow->EditField1_DropObject(dropped, 0); });
   EXPECT_EQ(Shown(), mGood + GoodLine + "Ready|on|on");
+  EXPECT_EQ(Bytes(Globals::thePatchName), mGood);
+  EXPECT_EQ(mStubs.Calls("su").size(), 3U);  // the first verifies the password
   Choose(mGood + "x");
   EXPECT_EQ(Shown(), mGood + "x" + GoodLine + "Ready|on|on");
   Choose("");
   EXPECT_EQ(Shown(), GoodLine + "Ready|off|off");
   EXPECT_EQ(Read("/tmp/.KVX.Content"), GoodRecord);
+  const std::string withoutDot = mStubs.Update("notdotgz", GoodRecord);
+  Choose(withoutDot);
+  EXPECT_EQ(Shown(), withoutDot + GoodLine + "Ready|on|on");
 }
 
 TEST_F(UpdateTest, RecordIsShownAsPlainText) {
@@ -91,7 +107,7 @@ TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
         << path;
     EXPECT_EQ(Shown(), GoodLine + "Ready|off|off") << path;
   }
-  WhenModalPress("Keep");
+  WhenWithinWindow([] { WhenModalPress("Keep"); });
   Choose(bad[0]);
   EXPECT_EQ(Shown(), bad[0] + GoodLine + "Ready|on|on");
 }
@@ -115,6 +131,7 @@ TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
             "Update Completed Successfullly|The update was applied successfully\n\nWould "
             "you like to apply another patch file or quit?|");
   EXPECT_EQ(during, "Installing Update...");
+  EXPECT_EQ(mBehind, mGood + GoodLine + "Update completed successfully|on|on");
   EXPECT_EQ(Shown(), "||||Update completed successfully|off|off");
   EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
   const auto calls = mStubs.Calls("sudo");
@@ -151,6 +168,7 @@ TEST_F(UpdateTest, QuitInTheSuccessDialogEndsTheProgram) {
   Install("Quit");
   EXPECT_THROW(ThrowIfQuitting(), EndException);
   EXPECT_EQ(Shown(), mGood + GoodLine + "Update completed successfully|on|on");
+  EXPECT_EQ(State().ExitStatus, 0);
 }
 
 TEST_F(UpdateTest, CheckAndInstallLockTheRecord) {
@@ -168,7 +186,7 @@ TEST_F(UpdateTest, FailedInstallShowsTheOutputAndCanBeRepeated) {
   mStubs.Script("tar", "echo /a/member; echo 'tar: no room' >&2; exit 2");
   EXPECT_EQ(Install("OK"), "Bad update file|Errors were reported when testing the file " + mGood +
                                "\n\n/a/member\ntar: no room\n|");
-  EXPECT_EQ(Shown(), mGood + GoodLine + "Update File Read Error|on|on");
+  EXPECT_EQ(mBehind, mGood + GoodLine + "Update File Read Error|on|on");
   mStubs.Script("tar", "exec /bin/tar \"$@\"");
   Install("Install Another");
   EXPECT_EQ(Read(mStubs.Path("installed/member")), "the member");
@@ -199,18 +217,25 @@ TEST_F(UpdateTest, TestButtonRunsTarWithoutSudo) {
   const std::string plain = mStubs.Update("plain.gz", GoodRecord);
   Choose(plain);
   const auto before = mStubs.Calls("su").size();
+  mStubs.Script("tar", mStubs.Blocker() + "; exec /bin/tar \"$@\"");
+  Once([&] { return mStubs.Calls("tar").size() == 1; },
+       [&] {
+         EXPECT_EQ(Bytes(mWindow->EditField2()->Text()), "");
+         mStubs.Release();
+       });
   Press(mWindow->pbTest());
   EXPECT_EQ(Shown(), plain + "|Zelto Core|4.2.1||Update File Is Valid|on|on");
+  mStubs.Script("tar", "exec /bin/tar \"$@\"");
   EXPECT_EQ(mStubs.Calls("su").size(), before);
   const std::string without = mStubs.Update("none.gz", GoodRecord, "/tmp/.KVX.Other");
   for (const auto& bad : {mGood, without}) {  // the first has a blank in its name
     if (bad == without) WhenModalPress("Keep");
     Choose(bad);
     std::string labels;
-    WhenModalPress("OK", &labels);
+    WhenWithinWindow([&] { WhenModalPress("OK", &labels); });
     Press(mWindow->pbTest());
     EXPECT_EQ(labels.find("Bad update file|Errors were reported when testing the file " + bad), 0U);
-    EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Update File Read Error|off|off");
+    EXPECT_EQ(mBehind, "|Zelto Core|4.2.1||Update File Read Error|off|off");
   }
 }
 
