@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
@@ -31,6 +32,23 @@ QPointer<QObject> Once(const std::function<bool()>& condition, const std::functi
 QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
+
+// Calls the function at each paint event of the widget.
+class OnPaint : public QObject {
+ public:
+  OnPaint(QWidget& widget, std::function<void()> function) : mFunction(std::move(function)) {
+    widget.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) mFunction();
+    return false;
+  }
+
+ private:
+  std::function<void()> mFunction;
+};
 
 constexpr const char* MainTitle = "ZELTO Group Update Utility";
 // The window with this title, or null.

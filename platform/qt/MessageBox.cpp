@@ -24,15 +24,21 @@ namespace {
 
 constexpr int textWidth = 440;  // pixels
 
-// QLabel lays out its whole text. Long texts use a widget that lays out only the visible part.
-bool IsLong(std::string_view text) {
-  constexpr std::size_t widestWord = 60;  // bytes; a label does not break words
-  constexpr std::size_t longest = 1500;
+// QLabel lays out its whole text and does not break words. Long texts use a widget that lays out
+// only the visible part.
+bool IsLong(const QString& text, const QFontMetrics& font) {
+  constexpr int longest = 1500;
   constexpr int mostLines = 15;
-  const auto inWord = [](char c, char) { return c != ' ' && c != '\n'; };
-  const auto wideWord = std::search_n(text.begin(), text.end(), widestWord + 1, '\0', inWord);
-  return wideWord != text.end() || text.size() > longest ||
-         std::count(text.begin(), text.end(), '\n') > mostLines;
+  if (text.size() > longest || text.count('\n') > mostLines) return true;
+  const QStringList words = text.simplified().split(' ');
+  return std::ranges::any_of(
+      words, [&](const QString& word) { return font.horizontalAdvance(word) > textWidth; });
+}
+
+// The position of the first whole UTF-8 character from this one on.
+std::size_t CharacterFrom(std::string_view text, std::size_t at) {
+  while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
+  return at;
 }
 
 // Leaves out the middle of a text that would take the widget seconds and most of the memory.
@@ -40,9 +46,10 @@ String Abridged(const String& text) {
   constexpr std::size_t part = 8'000'000;  // bytes
   const auto bytes = text.Bytes();
   if (bytes.size() <= 2 * part) return text;
-  const std::string omitted = std::to_string(bytes.size() - 2 * part);
-  return String(bytes.substr(0, part)) + "\n[" + omitted + " bytes are not shown here]\n" +
-         bytes.substr(bytes.size() - part);
+  const auto begin = CharacterFrom(bytes, part);
+  const auto end = CharacterFrom(bytes, bytes.size() - part);
+  return bytes.substr(0, begin) + ("\n[" + std::to_string(end - begin)) +
+         " bytes are not shown here]\n" + bytes.substr(end);
 }
 
 class MessageBoxDialog : public QDialog {
@@ -115,8 +122,8 @@ class MessageBoxDialog : public QDialog {
     return code >= 1 && code <= 4 ? style()->standardIcon(icons[code - 1]) : QIcon();
   }
 
-  QLabel* NewLabel(const String& text) {
-    auto* label = new QLabel(ToDisplayText(text), this);
+  QLabel* NewLabel(const QString& text) {
+    auto* label = new QLabel(text, this);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setMinimumWidth(textWidth);
@@ -125,7 +132,7 @@ class MessageBoxDialog : public QDialog {
   }
 
   QWidget* MainLine() {
-    auto* label = NewLabel(mDialog.Message());
+    auto* label = NewLabel(ToDisplayText(mDialog.Message()));
     QFont font = label->font();
     font.setBold(true);
     label->setFont(font);
@@ -133,16 +140,16 @@ class MessageBoxDialog : public QDialog {
   }
 
   QWidget* ExplanationWidget() {
-    const String& text = mDialog.Explanation();
-    if (!IsLong(text.Bytes())) return NewLabel(text);
-    constexpr Int32 longestWrapped = 50'000;  // bytes; wrapping a line of 400 kB takes 14 s
+    const QString text = ToDisplayText(Abridged(mDialog.Explanation()));
+    if (!IsLong(text, fontMetrics())) return NewLabel(text);
+    constexpr int longestWrapped = 50'000;  // wrapping a line of 400,000 letters takes 14 s
     auto* area = new QPlainTextEdit(this);
     area->setAccessibleName("Explanation");
     area->setReadOnly(true);
     area->setTabChangesFocus(true);
     area->setUndoRedoEnabled(false);
-    if (LenB(text) > longestWrapped) area->setLineWrapMode(QPlainTextEdit::NoWrap);
-    area->setPlainText(ToDisplayText(Abridged(text)));
+    if (text.size() > longestWrapped) area->setLineWrapMode(QPlainTextEdit::NoWrap);
+    area->setPlainText(text);
     area->moveCursor(QTextCursor::End);  // the last line shows the error
     area->setMinimumSize(QSize(textWidth + 160, 300).boundedTo(screen()->availableSize() / 2));
     return area;

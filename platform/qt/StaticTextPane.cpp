@@ -1,3 +1,4 @@
+#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 
@@ -11,7 +12,7 @@ namespace zelto {
 namespace {
 
 // Shows plain text, set smaller until it fits. If no readable size fits, text without wrapping is
-// shortened and the tool tip shows all of it.
+// shortened, and the tool tip shows all of it in place of the help tag.
 class Label : public QLabel {
  public:
   explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
@@ -24,19 +25,23 @@ class Label : public QLabel {
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);  // that of the text
     painter.setPen(
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
-    const QFont font = FittedFont(this->font(), text(), size(), Flags());
-    painter.setFont(font);
-    painter.drawText(rect(), Flags(), Fitting(font));
+    painter.setFont(Font());
+    painter.drawText(rect(), Flags(), FittingText());
+  }
+
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip) {
+      setToolTip(ToolTip(FittingText() == text() ? mHelpTag : text()));
+    }
+    return QLabel::event(event);
   }
 
  private:
   int Flags() const { return int(alignment()) | (wordWrap() ? int(Qt::TextWordWrap) : 0); }
-
-  QString Fitting(const QFont& font) {
-    QString shortened =
-        wordWrap() ? text() : QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
-    setToolTip(ToolTip(shortened == text() ? mHelpTag : text()));
-    return shortened;
+  QFont Font() const { return FittedFont(font(), text(), size(), Flags()); }
+  QString FittingText() const {
+    if (wordWrap()) return text();
+    return QFontMetrics(Font()).elidedText(text(), Qt::ElideRight, width());
   }
 
   QString mHelpTag;

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <array>
 
 #include "tests/Fixtures.h"
 #include "ui/WPerm.h"
@@ -29,6 +30,17 @@ class WPermTest : public testing::Test {
 };
 
 }  // namespace
+
+// Gives each account a full name.
+extern "C" passwd* getpwuid(uid_t id) {
+  static passwd found;
+  static char name[] = "Full Name,,,";
+  static std::array<char, 65536> text;
+  passwd* result = nullptr;
+  getpwuid_r(id, &found, text.data(), text.size(), &result);
+  if (result) result->pw_gecos = name;
+  return result;
+}
 
 // Replaces the toolkit's function and counts the beeps, which make no sound offscreen.
 void QApplication::beep() { ++beeps; }

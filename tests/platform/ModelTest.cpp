@@ -86,17 +86,6 @@ class StubbornApp : public zelto::App {
   std::string Handled;
 };
 
-class Paints : public QObject {
- public:
-  int Count = 0;
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    Count += event->type() == QEvent::Paint ? 1 : 0;
-    return false;
-  }
-};
-
 class ModelTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -264,10 +253,10 @@ TEST_F(ModelTest, UpdateNowPaintsBeforeItReturns) {
   auto& top = *TopLevel("painted");
   Until([&] { return top.isActiveWindow(); });
   QApplication::processEvents();
-  Paints paints;
-  top.installEventFilter(&paints);
+  int paints = 0;
+  const OnPaint observer(top, [&] { ++paints; });
   UpdateNowMBS(window);
-  EXPECT_EQ(paints.Count, 1);
+  EXPECT_EQ(paints, 1);
 }
 
 TEST_F(ModelTest, ChangedFileTypeIsNotRegistered) {

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QElapsedTimer>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -220,10 +221,18 @@ TEST_F(UpdateTest, TestButtonRunsTarWithoutSudo) {
   mStubs.Script("tar", mStubs.Blocker() + "; exec /bin/tar \"$@\"");
   Once([&] { return mStubs.Calls("tar").size() == 1; },
        [&] {
-         EXPECT_EQ(Bytes(mWindow->EditField2()->Text()), "");
+         EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BusyCursor);
          mStubs.Release();
        });
+  bool isClearedBefore = false;
+  const OnPaint clearing(*mTop->findChild<QPlainTextEdit*>()->viewport(), [&] {
+    isClearedBefore = isClearedBefore || (!HandlerWaits() && mWindow->EditField2()->Text().IsNil());
+  });
+  String painted;
+  const OnPaint painting(*mTop, [&] { painted = mWindow->stStatus()->Text(); });
   Press(mWindow->pbTest());
+  EXPECT_TRUE(isClearedBefore);
+  EXPECT_EQ(Bytes(painted), "Update File Is Valid");
   EXPECT_EQ(Shown(), plain + "|Zelto Core|4.2.1||Update File Is Valid|on|on");
   mStubs.Script("tar", "exec /bin/tar \"$@\"");
   EXPECT_EQ(mStubs.Calls("su").size(), before);
