@@ -141,7 +141,10 @@ class MessageBoxDialog : public QDialog {
 
   QWidget* ExplanationWidget() {
     const QString text = ToDisplayText(Abridged(mDialog.Explanation()));
-    if (!IsLong(text, fontMetrics())) return NewLabel(text);
+    if (!IsLong(text, fontMetrics())) {
+      layout()->setSizeConstraint(QLayout::SetFixedSize);
+      return NewLabel(text);
+    }
     constexpr int longestWrapped = 50'000;  // wrapping a line of 400,000 letters takes 14 s
     auto* area = new QPlainTextEdit(this);
     area->setAccessibleName("Explanation");
