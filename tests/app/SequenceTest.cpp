@@ -11,6 +11,7 @@
 #include "core/FileTypes1.h"
 #include "platform/Application.h"
 #include "tests/Fixtures.h"
+#include "ui/MenuBar1.h"
 
 using namespace zelto;
 
@@ -23,6 +24,17 @@ Int32 RunProgram() {
   finalize();
   return RuntimeExit();
 }
+
+// Records at its end whether the globals still had their values.
+class Witness : public Window {
+ public:
+  static inline bool IsFirstReleased = false;
+  const Class& ClassOf() const override { return ClassTable(); }
+  ~Witness() override {
+    IsFirstReleased = !Globals::User.IsNil() && FileTypes1::gzipTarFile() &&
+                      GetAppObject()->MenuBar() == MenuBar1();
+  }
+};
 
 // Fails the test if the main window moves after it was shown.
 class PlacedFirst : public QObject {
@@ -95,11 +107,13 @@ TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   QSize screen;
   const auto position = MainWindowPosition([&](QWidget& dialog) {
     screen = dialog.screen()->size();
+    RuntimeNewObject<Witness>();
     ControlWidget<QLineEdit>(dialog, "authuser").setText("zt");
     ControlWidget<QLineEdit>(dialog, "passwd").setText("secret");
     WhenModalPress("Authenticate");
   });
   EXPECT_EQ(position, QPoint((screen.width() - 488) / 2, (screen.height() - 298) / 3));
+  EXPECT_TRUE(Witness::IsFirstReleased);
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_FALSE(FileTypes1::gzipTarFile());
 }

@@ -244,6 +244,7 @@ TEST_F(ModelTest, HandlersOfATimerRunOnItsWindow) {
   EXPECT_TRUE(dialog->Timer1()->Self() == dialog);
   EXPECT_THROW(RuntimeCreateDelegate(&RecorderWindow::Open).Call(*dialog, {}),
                IllegalCastException);
+  EXPECT_THROW(RuntimeCheckCast<RecorderWindow>(dialog), IllegalCastException);
 }
 
 TEST_F(ModelTest, UpdateNowPaintsBeforeItReturns) {

@@ -47,11 +47,6 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
 
 }  // namespace
 
-TEST_F(WidgetsTest, ControlsHaveTheGeometryOfTheirLists) {
-  EXPECT_EQ(ControlWidget(*mTop, "EditField1").geometry(), QRect(82, 74, 359, 22));
-  EXPECT_EQ(ControlWidget(*mTop, "EditField2").geometry(), QRect(20, 130, 448, 127));
-}
-
 TEST_F(WidgetsTest, ControlsKeepTheirPlacesInARightToLeftLocale) {
   const auto places = [this] {
     std::vector<QRect> found;

@@ -95,8 +95,9 @@ TEST_F(UpdateTest, InvalidFileOffersKeepAndCancel) {
   Choose(mGood);
   for (const auto& path : bad) {
     std::string labels;
-    WhenModalPress("Cancel", &labels);
+    WhenWithinWindow([&] { WhenModalPress("Cancel", &labels); });
     Choose(path);
+    EXPECT_EQ(mBehind.find(path + GoodLine + "Ready"), 0U) << mBehind;
     EXPECT_EQ(
         labels,
         "Invalid Update File|"
@@ -126,6 +127,7 @@ TEST_F(UpdateTest, InstallReportsSuccessAndClearsTheFields) {
   Once([&] { return mStubs.Calls("tar").size() == 1; },
        [&] {
          during = Bytes(mWindow->stStatus()->Text());
+         EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::BusyCursor);
          mStubs.Release();
        });
   EXPECT_EQ(Install("Install Another"),
@@ -268,7 +270,7 @@ TEST_F(UpdateTest, CancelledOrUnreadableChoiceShowsAnErrorAndClearsTheFields) {
     Choose(mGood);
     std::string labels;
     WhenModal([&](QWidget& shown) {
-      WhenModalPress("OK", &labels);
+      WhenWithinWindow([&] { WhenModalPress("OK", &labels); });
       if (result == QDialog::Accepted)
         std::filesystem::permissions(mGood, std::filesystem::perms::none);
       dynamic_cast<QFileDialog&>(shown).selectFile(QString::fromStdString(mGood));
@@ -276,7 +278,7 @@ TEST_F(UpdateTest, CancelledOrUnreadableChoiceShowsAnErrorAndClearsTheFields) {
     });
     Press(mWindow->BevelButton1());
     EXPECT_EQ(labels, "Unable to access file.|I am unable to open the file selected for reading.|");
-    EXPECT_EQ(Shown(), "|Zelto Core|4.2.1||Ready|off|off");
+    EXPECT_EQ(mBehind, "|Zelto Core|4.2.1||Ready|off|off");
     EXPECT_FALSE(std::filesystem::exists(getenv("XDG_CONFIG_HOME") + "/QtProject.conf"s));
   }
 }
