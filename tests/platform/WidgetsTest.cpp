@@ -4,8 +4,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QMimeData>
 #include <QRubberBand>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTest>
 
 #include "platform/Files.h"
@@ -62,6 +65,30 @@ TEST_F(WidgetsTest, ControlsKeepTheirPlacesInARightToLeftLocale) {
   Until([this] { return mTop->layoutDirection() == Qt::RightToLeft; });
   EXPECT_EQ(places(), leftToRight);
   QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(WidgetsTest, LowFieldHasAFrameAndAFocusRing) {
+  const auto edge = [this] {  // a column of pixels from outside the field to its text
+    const QImage image =
+        mTop->grab(QRect(mLine->mapTo(mTop, QPoint(180, -1)), QSize(1, 6))).toImage();
+    std::vector<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) colours.push_back(image.pixel(0, y));
+    return colours;
+  };
+  const QString before = QApplication::style()->name();
+  for (const auto* const name : {"Fusion", "Breeze"}) {
+    if (!QStyleFactory::keys().contains(name)) continue;
+    QApplication::setStyle(name);
+    mLine->setFocus();
+    const auto focused = edge();
+    ControlWidget(*mTop, "EditField2").setFocus();
+    const auto plain = edge();
+    EXPECT_NE(plain, focused) << name;
+    for (const auto colour : {plain.front(), plain.back()}) {
+      EXPECT_TRUE(std::ranges::any_of(plain, [&](QRgb c) { return qGray(c) < qGray(colour); }));
+    }
+  }
+  QApplication::setStyle(before);
 }
 
 TEST_F(WidgetsTest, ReturnPressesTheDefaultButtonOnlyIfEnabled) {
@@ -198,6 +225,32 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   QTest::keyClick(mLine, Qt::Key_Backspace);
   QTest::keyClick(mLine, Qt::Key_X);
   EXPECT_FALSE(mLine->isUndoAvailable());  // the undo history would hold the letters
+}
+
+TEST(OpenDialog, StartsInDownloadsAndThenInTheLastUsedFolder) {
+  const StubPrograms stubs;
+  const std::string home = getenv("HOME");
+  for (const auto* const name : {"Downloads", "used"}) {
+    std::filesystem::create_directory(stubs.Folder() / name);
+  }
+  const QString chosen = QString::fromStdString(stubs.Update("used/a.tgz", GoodRecord));
+  setenv("HOME", stubs.Folder().c_str(), 1);
+  {
+    const ApplicationFixture application;
+    RuntimeRegisterFileType("archive", {}, {}, "tgz");
+    std::string folders;
+    for (int i = 0; i < 2; ++i) {
+      WhenModal([&](QWidget& shown) {
+        auto& dialog = dynamic_cast<QFileDialog&>(shown);
+        folders += dialog.directory().dirName().toStdString() + " ";
+        dialog.selectFile(chosen);
+        dynamic_cast<QDialog&>(dialog).accept();
+      });
+      RuntimeGetOpenFolderItem("archive");
+    }
+    EXPECT_EQ(folders, "Downloads used ");
+  }
+  setenv("HOME", home.c_str(), 1);
 }
 
 // A second screen is above and to the left of the primary screen.

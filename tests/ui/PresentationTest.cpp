@@ -330,10 +330,13 @@ TEST_F(PresentationTest, DialogAsksForAttentionAndIsNotAnsweredByTypeAhead) {
 TEST(Pictures, LoadOnFirstUseAndAreCached) {
   const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
   if (!IsRunAgain()) {
-    const StubPrograms programs;
-    std::filesystem::copy("/proc/self/exe", programs.Path("bin/copy"));
-    std::filesystem::copy(folder / "Resources", programs.Path("Resources"));
-    return RunAgain("", programs.Path("bin/copy"));
+    for (const std::string scale : {"1", "2"}) {
+      const StubPrograms programs;
+      std::filesystem::copy("/proc/self/exe", programs.Path("bin/copy"));
+      std::filesystem::copy(folder / "Resources", programs.Path("Resources"));
+      RunAgain("env QT_SCALE_FACTOR=" + scale, programs.Path("bin/copy"));
+    }
+    return;
   }
   const auto get = x_MacBGrayscale48x48::MacBGrayscale48x48;
   const ApplicationFixture application;
@@ -354,7 +357,8 @@ TEST(Pictures, LoadOnFirstUseAndAreCached) {
   std::filesystem::remove_all(folder / "Resources");
   EXPECT_TRUE(get() == picture);
   const QImage image = MaskedImage(*picture);
-  EXPECT_EQ(image.size(), QSize(48, 48));
-  EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
-  EXPECT_EQ(qAlpha(image.pixel(24, 24)), 255);
+  EXPECT_EQ(image.size(), QSize(48, 48) * qApp->devicePixelRatio());
+  EXPECT_EQ(qAlpha(image.pixel(image.rect().topLeft())), 0);
+  EXPECT_EQ(qAlpha(image.pixel(image.rect().center())), 255);
+  EXPECT_EQ(qAlpha(image.pixel(image.rect().bottomRight())), 0);
 }
