@@ -102,7 +102,6 @@ class EditPane : public WidgetPane<EditField, FramedEdit<Widget>, EditFieldPane>
   bool mIsWriting = false;
 };
 
-std::unique_ptr<EditFieldPane> NewLinePane(EditField& field, TopLevel& top);
 std::unique_ptr<EditFieldPane> NewAreaPane(EditField& field, TopLevel& top);
 
 }  // namespace zelto

@@ -35,9 +35,8 @@ Ref<FolderItem> RuntimeGetOpenFolderItem(const String& filter) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   const bool isChosen = dialog.exec() == QDialog::Accepted;
   ThrowIfQuitting();
-  if (!isChosen) return nullptr;
   const auto files = dialog.selectedFiles();  // may be empty if the file was just made unreadable
-  if (files.isEmpty()) return nullptr;
+  if (!isChosen || files.isEmpty()) return nullptr;
   lastFolder = QFileInfo(files.constFirst()).absolutePath();
   return FolderItem::At(FromQString(files.constFirst()));
 }
