@@ -61,8 +61,6 @@ class MessageBoxDialog : public QDialog {
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(12);
-    // Window managers that disregard the flags do not maximise a window of fixed size.
-    if (!IsLong(dialog.Explanation().Bytes())) layout->setSizeConstraint(QLayout::SetFixedSize);
     auto* head = new QHBoxLayout;
     layout->addLayout(head);
     AddIcon(*head);
