@@ -1,9 +1,7 @@
 #include <QApplication>
 #include <QTest>
-#include <tuple>
 
 #include "platform/Files.h"
-#include "platform/MessageDialog.h"
 #include "platform/PropertyLists.h"
 #include "platform/Window.h"
 #include "platform/runtime/Wait.h"
@@ -65,25 +63,6 @@ class RecorderWindow : public Window {
   void Activated() { Log += "Activate "; }
   void Deactivated() { Log += "Deactivate "; }
   void Enabling() { Log += "EnableMenuItems "; }
-};
-
-// An application that handles exceptions and does not let the program end.
-class StubbornApp : public zelto::App {
- public:
-  static Ref<StubbornApp> Registered() {
-    auto app = RuntimeNewObject<StubbornApp>();
-    InstallInstanceEventHandler(*app, On("UnhandledException", &StubbornApp::Handle));
-    InstallInstanceEventHandler(*app, On("CancelClose", &StubbornApp::Refuse));
-    RuntimeRegisterAppObject(app);
-    return app;
-  }
-  bool Handle(const RuntimeException* exception) {
-    Handled = Bytes(exception->ClassName());
-    return true;
-  }
-  bool Refuse() { return true; }
-
-  std::string Handled;
 };
 
 class ModelTest : public testing::Test {
@@ -218,14 +197,6 @@ TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
   EXPECT_TRUE(WindowSupport::Windows().empty());
 }
 
-TEST_F(ModelTest, ApplicationCanHandleAnExceptionAndRefuseToEnd) {
-  const auto app = StubbornApp::Registered();
-  InvokeHandler([] { throw OutOfBoundsException(); });  // shows no dialog, which would block
-  EXPECT_EQ(app->Handled, "OutOfBoundsException");
-  EXPECT_THROW(Quit(0), EndException);
-  EXPECT_NO_THROW(ThrowIfQuitting());
-}
-
 TEST_F(ModelTest, ActivationRaisesItsEventsInOrder) {
   const auto window = ImplicitWindow<RecorderWindow>();
   for (const auto& binding :
@@ -234,9 +205,16 @@ TEST_F(ModelTest, ActivationRaisesItsEventsInOrder) {
     InstallInstanceEventHandler(*window, binding);
   }
   RecorderWindow::Log.clear();
-  window->CallActivated();
-  window->CallDeactivated();
+  window->Width(99);
+  window->Height(99);
+  window->Show();
+  Until([] { return QApplication::activeWindow(); });
+  WAbout()->Show();
+  Until([] { return TopLevel("About")->isActiveWindow(); });
   EXPECT_EQ(RecorderWindow::Log, "Activate EnableMenuItems Deactivate EnableMenuItems ");
+  RecorderWindow::Log.clear();
+  window->EnableMenuItems({});
+  EXPECT_EQ(RecorderWindow::Log, "EnableMenuItems ");
 }
 
 TEST_F(ModelTest, HandlersOfATimerRunOnItsWindow) {
@@ -285,57 +263,4 @@ TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {
   };
   EXPECT_THROW(install("Action"), KeyNotFoundException);
   EXPECT_THROW(install("DropObject"), TypeMismatchException);
-}
-
-TEST_F(ModelTest, OnlyEndExceptionsAreIgnored) {
-  const auto run = [](const std::function<void()>& function) {
-    GetAppObject()->CallFunctionWithExceptionHandling(function);
-  };
-  EXPECT_NO_THROW(run([] { throw EndException(); }));
-  EXPECT_NO_THROW(run([] { throw ThreadEndException(); }));
-  EXPECT_THROW(run([] { throw 7; }), int);
-  std::string labels;
-  WhenModalPress("OK", &labels);
-  testing::internal::CaptureStderr();
-  run([] { throw UnsupportedFormatException("why"); });
-  const auto said = testing::internal::GetCapturedStderr();
-  EXPECT_NE(labels.find("UnsupportedFormatException: why"), std::string::npos);
-  EXPECT_NE(said.find("zelto-update-utility: UnsupportedFormatException: why\n"),
-            std::string::npos);
-  RuntimeRun();  // must return at once
-  EXPECT_EQ(RuntimeExit(), 1);
-  RuntimeInit();
-}
-
-TEST_F(ModelTest, NewDialogHasOneVisibleButton) {
-  const auto window = ImplicitWindow<RecorderWindow>();
-  const auto dialog = window->New<MessageDialog>();
-  EXPECT_FALSE(dialog->CancelButton()->Visible());
-  EXPECT_FALSE(dialog->AlternateActionButton()->Visible());
-  const auto buttons = [&] {
-    return std::tuple(dialog->ActionButton().Get(), dialog->CancelButton().Get(),
-                      dialog->AlternateActionButton().Get());
-  };
-  const auto before = buttons();
-  dialog->ActionButton(nullptr);  // has no effect, like the other two
-  dialog->CancelButton(nullptr);
-  dialog->AlternateActionButton(nullptr);
-  EXPECT_EQ(buttons(), before);
-  dialog->Message("<b>main</b>");
-  dialog->Explanation("one\n<img src=x>\xFF\x01");
-  std::string labels;
-  WhenModalPress("OK", &labels);
-  EXPECT_TRUE(dialog->ShowModalWithin(window) == dialog->ActionButton());
-  EXPECT_EQ(labels, "<b>main</b>|one\n<img src=x>\xEF\xBF\xBD|");
-}
-
-TEST_F(ModelTest, DismissedDialogReturnsItsCancelButton) {
-  const auto window = ImplicitWindow<RecorderWindow>();
-  const auto dialog = window->New<MessageDialog>();
-  const auto dismiss = [](QWidget& shown) { shown.close(); };
-  WhenModal(dismiss);
-  EXPECT_TRUE(dialog->ShowModal() == dialog->ActionButton());
-  dialog->CancelButton()->Visible(true);
-  WhenModal(dismiss);
-  EXPECT_TRUE(dialog->ShowModalWithin(window) == dialog->CancelButton());
 }
