@@ -105,15 +105,18 @@ TEST(Sequence, AcceptedUserSeesTheMainWindowAtItsPosition) {
   const StubPrograms programs;
   std::signal(SIGCHLD, SIG_IGN);  // as if inherited from a parent process
   QSize screen;
+  Ref<MenuBar> bar;
   const auto position = MainWindowPosition([&](QWidget& dialog) {
     screen = dialog.screen()->size();
     RuntimeNewObject<Witness>();
+    bar = MenuBar1();
     ControlWidget<QLineEdit>(dialog, "authuser").setText("zt");
     ControlWidget<QLineEdit>(dialog, "passwd").setText("secret");
     WhenModalPress("Authenticate");
   });
   EXPECT_EQ(position, QPoint((screen.width() - 488) / 2, (screen.height() - 298) / 3));
   EXPECT_TRUE(Witness::IsFirstReleased);
+  EXPECT_FALSE(MenuBar1() == bar);  // a new one: the first is released
   EXPECT_TRUE(Globals::User.IsNil() && Globals::Passwd.IsNil());
   EXPECT_FALSE(FileTypes1::gzipTarFile());
 }
