@@ -32,7 +32,7 @@ fs::path ProgramFolder() {
 #endif
 }
 
-// The lists of a group's members do not contain the accounts with that primary group.
+// A group's list of members does not contain the accounts that have it as their primary group.
 bool IsPrimaryGroupOfOthers(gid_t id) {
   bool isFound = false;
   setpwent();
@@ -43,7 +43,7 @@ bool IsPrimaryGroupOfOthers(gid_t id) {
   return isFound;
 }
 
-// True if a group with this number has the name, and none of them has a member with another name.
+// True if a group with this number has this name, and no group with this number has another member.
 bool HasNoOtherMember(gid_t id, const std::string& name) {
   bool isFound = false;
   bool hasOthers = false;
@@ -100,14 +100,12 @@ bool IsSafeFolder(const fs::path& path, bool mayOthersAdd) {
 
 bool IsTrustworthy(const fs::path& file) {
   constexpr const char* special = ":$`\\\"";  // PATH splits at the colon, and bash expands BASH_ENV
-  if (!file.is_absolute() || file.native().find_first_of(special) != std::string::npos)
-    return false;
-  if (!IsSafeFile(file)) return false;
-  bool isParent = false;
-  for (auto folder = file.parent_path();; folder = folder.parent_path()) {
-    if (!IsSafeFolder(folder, isParent)) return false;
+  const bool isPlain = file.native().find_first_of(special) == std::string::npos;
+  if (!file.is_absolute() || !isPlain || !IsSafeFile(file)) return false;
+  const auto own = file.parent_path();
+  for (auto folder = own;; folder = folder.parent_path()) {
+    if (!IsSafeFolder(folder, folder != own)) return false;
     if (folder == folder.root_path()) return true;
-    isParent = true;
   }
 }
 

@@ -84,11 +84,11 @@ def check(file, expected, command):
 
 
 def main():
-    spec = {"file": {"type": "str", "required": True}, "command": {"type": "str", "required": True},
-            "expected": {"type": "list", "elements": "str", "default": []}}
-    module = AnsibleModule(argument_spec=spec, supports_check_mode=True)
+    parameters = {"file": {"type": "str", "required": True}, "command": {"type": "str", "required": True},
+                  "expected": {"type": "list", "elements": "str", "default": []}}
+    module = AnsibleModule(argument_spec=parameters, supports_check_mode=True)
     try:
-        result = check(**{name: module.params[name] for name in spec})
+        result = check(**{name: module.params[name] for name in parameters})
     except ValueError as error:
         module.fail_json(msg=str(error))
     except (OSError, EOFError, MemoryError, tarfile.TarError) as error:

@@ -25,23 +25,24 @@ class Label : public QLabel {
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);  // that of the text
     painter.setPen(
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
-    painter.setFont(Font());
-    painter.drawText(rect(), Flags(), FittingText());
+    const QFont font = Fitting();
+    painter.setFont(font);
+    painter.drawText(rect(), Flags(), Shortened(font));
   }
 
   bool event(QEvent* event) override {
     if (event->type() == QEvent::ToolTip) {
-      setToolTip(ToolTip(FittingText() == text() ? mHelpTag : text()));
+      setToolTip(ToolTip(Shortened(Fitting()) == text() ? mHelpTag : text()));
     }
     return QLabel::event(event);
   }
 
  private:
   int Flags() const { return int(alignment()) | (wordWrap() ? int(Qt::TextWordWrap) : 0); }
-  QFont Font() const { return FittedFont(font(), text(), size(), Flags()); }
-  QString FittingText() const {
+  QFont Fitting() const { return FittedFont(font(), text(), size(), Flags()); }
+  QString Shortened(const QFont& font) const {
     if (wordWrap()) return text();
-    return QFontMetrics(Font()).elidedText(text(), Qt::ElideRight, width());
+    return QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
   }
 
   QString mHelpTag;

@@ -54,10 +54,16 @@ TEST_F(ApplicationTest, OnlyEndExceptionsAreIgnored) {
   WhenModalPress("OK", &labels);
   testing::internal::CaptureStderr();
   run([] { throw UnsupportedFormatException("why"); });
+  try {
+    throw OutOfBoundsException();
+  } catch (...) {
+    ReportCaughtException();
+  }
   const auto said = testing::internal::GetCapturedStderr();
   EXPECT_NE(labels.find("UnsupportedFormatException: why"), std::string::npos);
   EXPECT_NE(said.find("zelto-update-utility: UnsupportedFormatException: why\n"),
             std::string::npos);
+  EXPECT_NE(said.find("zelto-update-utility: OutOfBoundsException\n"), std::string::npos);
   RuntimeRun();  // must return at once
   EXPECT_EQ(RuntimeExit(), 1);
   RuntimeInit();
