@@ -6,17 +6,26 @@
 
 #include "platform/Application.h"
 #include "platform/Control.h"
+#include "platform/qt/FittedText.h"
 #include "platform/qt/WidgetPane.h"
 
 namespace zelto {
 
 namespace {
 
-QFont CaptionFont(const QAbstractButton& button) {
-  constexpr QSize frame(8, 2);
-  return FittedFont(button.font(), button.text(), button.size() - frame,
-                    Qt::AlignCenter | Qt::TextShowMnemonic);
-}
+// A button whose caption is fitted into it.
+template <class Button>
+class FittedButton : public Fitted<Button> {
+ public:
+  using Fitted<Button>::Fitted;
+
+ protected:
+  FittedText Shown() const override {
+    constexpr QSize frame(8, 2);
+    return Fit(Button::font(), Button::text(), Button::size() - frame,
+               Qt::AlignCenter | Qt::TextShowMnemonic);
+  }
+};
 
 // Draws the button unavailable while a handler waits, without a change of its state or of the
 // focus.
@@ -27,9 +36,9 @@ void ShowWaiting(const QWidget& button, QStyleOption& option) {
   option.palette.setCurrentColorGroup(QPalette::Disabled);
 }
 
-class FittedPushButton : public QPushButton {
+class FittedPushButton : public FittedButton<QPushButton> {
  public:
-  explicit FittedPushButton(QWidget* parent) : QPushButton(parent) {
+  explicit FittedPushButton(QWidget* parent) : FittedButton(parent) {
     setAutoDefault(false);
     connect(qApp, &QApplication::focusChanged, this, [this] { update(); });
   }
@@ -48,15 +57,17 @@ class FittedPushButton : public QPushButton {
     QStylePainter painter(this);
     QStyleOptionButton option;
     initStyleOption(&option);
-    painter.setFont(CaptionFont(*this));
+    const auto shown = Shown();
+    painter.setFont(shown.Font);
     option.fontMetrics = painter.fontMetrics();
+    option.text = shown.Text;
     painter.drawControl(QStyle::CE_PushButton, option);
   }
 };
 
-class FittedToolButton : public QToolButton {
+class FittedToolButton : public FittedButton<QToolButton> {
  public:
-  using QToolButton::QToolButton;
+  using FittedButton::FittedButton;
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -64,7 +75,10 @@ class FittedToolButton : public QToolButton {
     QStyleOptionToolButton option;
     initStyleOption(&option);
     ShowWaiting(*this, option);
-    option.font = CaptionFont(*this);
+    const auto shown = Shown();
+    option.font = shown.Font;
+    option.fontMetrics = QFontMetrics(shown.Font);
+    option.text = shown.Text;
     painter.drawComplexControl(QStyle::CC_ToolButton, option);
   }
 };

@@ -4,6 +4,7 @@
 
 #include "platform/qt/CapsLock.h"
 #include "platform/qt/EditPane.h"
+#include "platform/qt/FittedText.h"
 #include "platform/runtime/Secrecy.h"
 
 namespace zelto {
@@ -33,7 +34,7 @@ class LinePane : public EditPane<QLineEdit> {
     constexpr int frame = 6;
     constexpr int toolkitsLimit = 32'767;  // characters
     // The line of text must not be higher than the field.
-    mWidget->setFont(FittedFont(mWidget->font(), "Áy", {list.Width, list.Height - frame}, 0));
+    mWidget->setFont(Fit(mWidget->font(), "Áy", {list.Width, list.Height - frame}, 0).Font);
     // Some styles leave out the frame of a low field, or clip its text to what the frame leaves.
     mWidget->setTextMargins(0, -frame, 0, -frame);
     mWidget->setFrame(list.Border);

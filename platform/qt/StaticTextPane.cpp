@@ -1,51 +1,34 @@
-#include <QEvent>
 #include <QLabel>
 #include <QPainter>
 
 #include "platform/Control.h"
 #include "platform/qt/Accessibility.h"
-#include "platform/qt/Text.h"
+#include "platform/qt/FittedText.h"
 #include "platform/qt/WidgetPane.h"
 
 namespace zelto {
 
 namespace {
 
-// Shows plain text, set smaller until it fits. If no readable size fits, text without wrapping is
-// shortened, and the tool tip shows all of it in place of the help tag.
-class Label : public QLabel {
+class Label : public Fitted<QLabel> {
  public:
-  explicit Label(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
-
-  void SetHelpTag(const QString& text) { mHelpTag = text; }
+  explicit Label(QWidget* parent) : Fitted(parent) { setTextFormat(Qt::PlainText); }
 
  protected:
+  FittedText Shown() const override { return Fit(font(), text(), size(), Flags()); }
+
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);  // that of the text
     painter.setPen(
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
-    const QFont font = Fitting();
-    painter.setFont(font);
-    painter.drawText(rect(), Flags(), Shortened(font));
-  }
-
-  bool event(QEvent* event) override {
-    if (event->type() == QEvent::ToolTip) {
-      setToolTip(ToolTip(Shortened(Fitting()) == text() ? mHelpTag : text()));
-    }
-    return QLabel::event(event);
+    const auto shown = Shown();
+    painter.setFont(shown.Font);
+    painter.drawText(rect(), Flags(), shown.Text);
   }
 
  private:
   int Flags() const { return int(alignment()) | (wordWrap() ? int(Qt::TextWordWrap) : 0); }
-  QFont Fitting() const { return FittedFont(font(), text(), size(), Flags()); }
-  QString Shortened(const QFont& font) const {
-    if (wordWrap()) return text();
-    return QFontMetrics(font).elidedText(text(), Qt::ElideRight, width());
-  }
-
-  QString mHelpTag;
 };
 
 class StaticTextPane : public WidgetPane<StaticText, Label> {
@@ -58,7 +41,6 @@ class StaticTextPane : public WidgetPane<StaticText, Label> {
     delete mBalloon;  // it is about the former text
     WidgetPane::Update();
     const auto& list = Properties();
-    mWidget->SetHelpTag(ToDisplayText(list.HelpTag));
     mWidget->setWordWrap(list.Multiline);
     mWidget->setAlignment(HorizontalAlignment(list.TextAlign) |
                           (list.Multiline ? Qt::AlignTop : Qt::AlignVCenter));

@@ -1,7 +1,5 @@
 #include "platform/qt/WidgetPane.h"
 
-#include <QFontInfo>
-
 namespace zelto {
 
 // Black is the default and means the desktop's text colour, which is light on a dark desktop.
@@ -20,21 +18,6 @@ Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus) {
 Qt::Alignment HorizontalAlignment(Int32 code) {
   if (code == 1) return Qt::AlignHCenter;
   return code == 2 ? Qt::AlignRight : Qt::AlignLeft;
-}
-
-QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags) {
-  constexpr int smallest = 9;  // pixels
-  const auto fits = [&](const QFont& candidate) {
-    // Wraps the text at the width of the space. Text without wrapping is measured on one line.
-    const QRect bounds(0, 0, textFlags & Qt::TextWordWrap ? space.width() : 0, 0);
-    const QSize needed = QFontMetrics(candidate).boundingRect(bounds, textFlags, text).size();
-    return needed.width() <= space.width() && needed.height() < space.height();
-  };
-  QFont fitted = font;
-  for (int size = QFontInfo(font).pixelSize(); size > smallest && !fits(fitted);) {
-    fitted.setPixelSize(--size);
-  }
-  return fitted;
 }
 
 }  // namespace zelto

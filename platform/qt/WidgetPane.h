@@ -14,9 +14,6 @@ Qt::FocusPolicy FocusPolicyOf(bool tabStop, bool acceptFocus);
 // 0 left, 1 centred, 2 right.
 Qt::Alignment HorizontalAlignment(Int32 code);
 
-// The font, reduced until the text fits into the space (pixels) or would be unreadable.
-QFont FittedFont(const QFont& font, const QString& text, QSize space, int textFlags);
-
 // The desktop's font, changed only where the list requires another family, size or style.
 template <class List>
 QFont FontOf(const List& list) {

@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QHelpEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 
 #include "platform/MessageDialog.h"
 #include "platform/qt/ImagePicture.h"
+#include "platform/qt/Text.h"
 #include "tests/Fixtures.h"
 #include "ui/Pictures.h"
 #include "ui/WAbout.h"
@@ -82,6 +85,23 @@ TEST_F(PresentationTest, NoTextIsClippedInAnyFontAtAnyScale) {
     }
   }
   QApplication::setFont(before);
+}
+
+TEST_F(PresentationTest, TextThatFitsInNoSizeIsShortenedAndWholeInTheToolTip) {
+  const QString text = QString("1 sentence <b>. ").repeated(100);
+  ControlWidget(*mTop, "BevelButton1").resize(44, 22);
+  for (const auto* const name : {"StaticText1", "stProduct", "pbUpdate", "BevelButton1"}) {
+    auto& widget = ControlWidget(*mTop, name);
+    widget.setProperty("text", text);
+    EXPECT_TRUE(widget.rect().adjusted(0, 1, -1, -1).contains(Ink(widget, 1))) << name;
+    QHelpEvent hover(QEvent::ToolTip, QPoint(), widget.mapToGlobal(QPoint()));
+    QApplication::sendEvent(&widget, &hover);
+    EXPECT_EQ(QToolTip::text(), ToolTip(text)) << name;
+    QToolTip::hideText();
+    const QImage image = widget.grab().toImage();  // shows the start of the text
+    widget.setProperty("text", "2" + text.mid(1));
+    EXPECT_NE(widget.grab().toImage(), image) << name;
+  }
 }
 
 TEST_F(PresentationTest, LongExplanationIsCompleteAndFitsTheScreen) {
