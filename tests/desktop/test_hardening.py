@@ -24,7 +24,7 @@ class NeverCutOff(DesktopTest):
         members = self.members(**{str(number): (b"%d" % number, 0o644) for number in range(count)})
         path, account = self.update("many.gz", members=members), self.account()
         ways = {number.name: methodcaller("kill", number) for number in map(signal.Signals, (9, 1, 2, 6, 11, 15))}
-        ways = {"display": methodcaller("end_display"), "close": methodcaller("key_until_gone", "alt+F4"), **ways}
+        ways = {"display": methodcaller("end_display"), "close": self._close, **ways}
         for way, last in zip(list(ways) * cases, random.choices(list(members), k=cases)):
             with self.subTest(way, at=last):
                 with self.running(account) as utility:
@@ -36,6 +36,10 @@ class NeverCutOff(DesktopTest):
                         self.assertEqual(utility.exit_status(), 1)
                 self.assert_installed(members)
                 shutil.rmtree(self.folder / "installed")
+
+    @staticmethod
+    def _close(utility):
+        utility.until(lambda: utility.xdotool("key", "alt+F4") or utility.poll() is not None)
 
 
 class Killed(DesktopTest):

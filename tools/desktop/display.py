@@ -85,11 +85,6 @@ class Desktop:
         """Runs xdotool on this display, for actions that the accessibility driver does not support."""
         return self._run(["xdotool", *map(str, arguments)]).stdout
 
-    def key_until_gone(self, key):
-        """Presses the key repeatedly until the program has no window."""
-        until(lambda: self.xdotool("key", key) or not self.xdotool("search", "--class", self._program.name), 30,
-              lambda: f"{key} does not end the program")
-
     def end_display(self):
         self._server.kill()
         self._server.wait()
