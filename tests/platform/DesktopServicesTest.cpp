@@ -9,9 +9,11 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QPalette>
 #include <QTest>
 
 #include "tests/Fixtures.h"
@@ -37,6 +39,7 @@ class Services : public QDBusVirtualObject {
 
   QStringList Calls;  // on two connections, so in any order
   QStringList Notifications;
+  QVariantMap Appearance;  // what the portal answers; if empty, it does not answer
 
   void InvokeNotification() {
     auto signal = QDBusMessage::createSignal("/org/freedesktop/Notifications",
@@ -56,7 +59,8 @@ class Services : public QDBusVirtualObject {
   QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
     if (message.member() == "Close" && message.path() == mRequest) mClient.clear();
-    if (message.member() == "ReadAll") return true;  // and never answers
+    if (message.member() == "ReadAll")
+      return Appearance.isEmpty() || bus.send(AllSettings(message));
     if (message.member() == "CloseNotification") Notifications.clear();
     if (message.member() == "Notify") {
       Notifications << message.arguments().at(3).toString();
@@ -86,6 +90,13 @@ class Services : public QDBusVirtualObject {
   }
 
  private:
+  QDBusMessage AllSettings(const QDBusMessage& call) const {
+    using Groups = QMap<QString, QVariantMap>;
+    qDBusRegisterMetaType<Groups>();
+    const Groups all{{"org.freedesktop.appearance", Appearance}};
+    return call.createReply(QVariant::fromValue(all));
+  }
+
   QDBusConnection mBus =
       QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
   const QVariant mNotification = 5U;
@@ -204,5 +215,16 @@ TEST(Memory, IsHiddenAtTheFirstKeyOfAPasswordIfThePortalDoesNotAnswer) {
   QTest::qWait(100);
   EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
   QTest::keyClick(&ControlWidget(*TopLevel("Authenticate"), "passwd"), Qt::Key_X);
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0);
+}
+
+TEST(Portal, AnswerOfADarkDesktopGivesDarkColoursAndHidesMemory) {
+  if (QT_VERSION < QT_VERSION_CHECK(6, 8, 0)) GTEST_SKIP() << "Qt's window frames stay light";
+  const StubPrograms stubs;
+  if (!IsRunAgain()) return RunOnPrivateBus(stubs);
+  Services portal("org.freedesktop.portal.Desktop");
+  portal.Appearance = {{"color-scheme", 1U}};
+  const ApplicationFixture application;
+  Until([] { return QGuiApplication::palette().window().color().lightness() < 127; });
   EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0);
 }
