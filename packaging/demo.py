@@ -1,7 +1,6 @@
 """Installs an update with the utility of the package that is installed in the root directory ROOT:
 demo.py ROOT PICTURES_DIR (as root). ROOT and this process must share /tmp."""
 import contextlib
-import secrets
 import shlex
 import shutil
 import sys
@@ -17,13 +16,13 @@ ENTRY = "usr/share/applications/local.zelto.update_utility.desktop"
 
 
 def main(root, pictures):
-    with tempfile.TemporaryDirectory() as folder, Account(secrets.token_urlsafe()) as account, \
+    with tempfile.TemporaryDirectory() as folder, Account() as account, \
             also_in(root, account):
         program = Path(folder, "bin", "start")
         program.parent.mkdir()
         shutil.copy("/usr/sbin/chroot", program.parent)
         program.write_text(f'#!/bin/sh\nexec "${{0%/*}}/chroot" {shlex.quote(root)} {command(root)}\n')
-        demonstrate(program, account, pictures, root, prepare=let_into_the_root)
+        demonstrate(program, account, pictures, prepare=let_into_the_root)
 
 
 def command(root):

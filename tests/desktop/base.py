@@ -2,15 +2,12 @@
 import contextlib
 import os
 import re
-import secrets
-import shutil
-import tempfile
 import unittest
 from pathlib import Path
 
 from desktop import signals
 from desktop.accounts import Account
-from desktop.updates import make_update
+from desktop.updates import make_update, shared_folder
 from desktop.utility import Utility
 import record
 
@@ -34,18 +31,13 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         if os.getuid() != 0:
             self.skipTest("only root can create accounts and run programs as them")
-        # Hexadecimal digits, because a "gz" within the path would start a check before the whole path
-        # is typed.
-        self.folder = Path(tempfile.gettempdir(), "zelto-desktop-" + secrets.token_hex(4))
-        self.folder.mkdir()
-        self.addCleanup(shutil.rmtree, self.folder)
-        self.folder.chmod(0o755)
+        self.folder = self.enterContext(shared_folder())
         if self.USES_RECORD:
             self.enterContext(record.locked())
             self.addCleanup(record.RECORD.unlink, missing_ok=True)
 
     def account(self, password=None, **options):
-        account = self.enterContext(Account(password or secrets.token_hex(8), **options))
+        account = self.enterContext(Account(password, **options))
         home = Path("~" + account.name).expanduser()
         self.addCleanup(self._assert_nothing_kept, home, set(home.rglob("*")))
         return account
@@ -75,9 +67,3 @@ class DesktopTest(unittest.TestCase):
 
     def members(self, **files):
         return {f"{self.folder}/installed/{name}": file for name, file in files.items()}
-
-    def assert_installed(self, members):
-        for name, (content, mode) in members.items():
-            found = os.stat(name)
-            self.assertEqual((found.st_uid, found.st_gid, oct(found.st_mode & 0o7777)), (0, 0, oct(mode)), name)
-            self.assertEqual(Path(name).read_bytes(), content, name)

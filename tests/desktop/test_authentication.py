@@ -1,6 +1,7 @@
 import secrets
 
 from desktop.accounts import Account
+from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 from base import PROGRAM, DesktopTest
 
@@ -29,9 +30,8 @@ class OddPasswords(DesktopTest):
                 utility.authenticate(account.name, password)
                 utility.install(path)
                 utility.outcome()
-                utility.click("Quit")
-                self.assertEqual(utility.exit_status(), 0)
-                self.assert_installed(members)
+                utility.quit()
+                assert_installed(members)
 
 
 class Refusals(DesktopTest):

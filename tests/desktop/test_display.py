@@ -36,7 +36,7 @@ class Ended(DesktopTest):
 
     def traces(self):
         """What a demonstration or a test leaves behind if it does not clean up, apart from its processes."""
-        folders = Path(tempfile.gettempdir()).glob("*desktop-*"), Path(tempfile.gettempdir()).glob("zelto-demo-*")
+        folders = Path(tempfile.gettempdir()).glob("desktop-*"), Path(tempfile.gettempdir()).glob("zelto-*")
         return {user.pw_name for user in pwd.getpwall()}.union(*folders)
 
     def test_signal_or_closed_terminal_leaves_nothing(self):

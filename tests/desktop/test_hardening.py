@@ -13,6 +13,7 @@ import psutil
 
 from archives import LIMIT, archives
 from desktop.memory import copies
+from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
 from base import LONG, PROGRAM, DesktopTest
 from record import RECORD
@@ -34,7 +35,7 @@ class NeverCutOff(DesktopTest):
                     utility.await_all_processes()
                     if way == "display":
                         self.assertEqual(utility.exit_status(), 1)
-                self.assert_installed(members)
+                assert_installed(members)
                 shutil.rmtree(self.folder / "installed")
 
     @staticmethod
@@ -55,7 +56,7 @@ class Killed(DesktopTest):
                         if (process := psutil.Process(pid)).name() == victim:
                             process.kill()
                 texts = utility.dialog("OK", limit=60)
-                self.assert_installed(members)
+                assert_installed(members)
                 self.assertNotIn(account.password, "".join(texts))
             shutil.rmtree(self.folder / "installed")
 

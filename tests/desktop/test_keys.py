@@ -1,3 +1,4 @@
+from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from base import PROGRAM, DesktopTest
 
@@ -44,7 +45,7 @@ class Keys(DesktopTest):
         utility.fill("Patchfile:", self.update("good.gz", "Sample", "2.0", members=members))
         utility.shows("Sample", "2.0", "A sample update.")
         self.hold_return(utility, "Quit", "Install Another")
-        self.assert_installed(members)
+        assert_installed(members)
         utility.answer("Install Another")
         utility.fill("Patchfile:", self.update("bad.gz", record=bytes(1 << 20))[:-1])
         utility.xdotool("key", "z")

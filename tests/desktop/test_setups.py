@@ -5,6 +5,7 @@ import subprocess
 from pathlib import Path
 
 from desktop.accounts import run
+from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from base import PROGRAM, DesktopTest
 
@@ -47,7 +48,7 @@ class SetUps(DesktopTest):
                 utility.shows(account.name, "1.0", "A sample update.")
                 utility.start()
                 utility.outcome()
-                self.assert_installed(members)
+                assert_installed(members)
                 # The folder is no member.
                 self.assertEqual(oct(os.stat(self.folder / "installed" / account.name).st_mode), oct(0o40755))
                 utility.answer("Install Another")

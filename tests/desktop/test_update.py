@@ -1,5 +1,6 @@
 import os
 
+from desktop.updates import assert_installed
 from desktop.wait import until
 from base import DesktopTest
 
@@ -36,12 +37,11 @@ class Install(DesktopTest):
             if members is many:
                 utility.until(lambda: utility.status() == "Installing Update...")
             utility.outcome()
-            self.assert_installed(members)
+            assert_installed(members)
             if way != "chosen":
                 utility.answer("Install Another")
                 utility.shows("", "", "")
                 self.assertEqual((utility.text("Patchfile:"), utility.status()), ("", "Update completed successfully"))
-        utility.click("Quit")
-        self.assertEqual(utility.exit_status(), 0)
+        utility.quit()
         until(lambda: account.processes() <= idle, 10, lambda: "something is left running")
         self.assertEqual(os.listdir(markers), [], "a part of the path was run")

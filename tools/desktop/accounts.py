@@ -17,8 +17,8 @@ SUDO_MEMORY = ("/var/lib/sudo/ts", "/var/lib/sudo/lectured", "/run/sudo/ts")
 
 
 class Account:
-    def __init__(self, password, sudo=True, name=None):
-        self.password = password
+    def __init__(self, password=None, sudo=True, name=None):
+        self.password = password or secrets.token_hex(8)
         self.sudo = sudo
         self.name = name or "zelto-" + secrets.token_hex(3)
         # The removal of an account kills all processes with its uid, even those in containers. A random uid

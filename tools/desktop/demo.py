@@ -1,48 +1,35 @@
 """Installs a sample update on a virtual desktop: /usr/bin/python3 demo.py PROGRAM PICTURES_DIR (as root)."""
-import secrets
-import shutil
 import sys
-import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop import signals
 from desktop.accounts import Account
-from desktop.updates import make_update
-from desktop.utility import AUTHENTICATE, MAIN, Utility
+from desktop.updates import assert_installed, make_update, shared_folder
+from desktop.utility import AUTHENTICATE, Utility
 
-DESCRIPTION = "Two small files that show how an update is installed."
+TEXTS = "Sample Tools", "2.5", "Two small files that show how an update is installed."
 
 
 def main(program, pictures):
-    with Account(secrets.token_urlsafe()) as account:
+    with Account() as account:
         demonstrate(program, account, pictures)
 
 
-def demonstrate(program, account, pictures, root="", **session):
-    """root: the directory that is / for the program."""
+def demonstrate(program, account, pictures, **session):
     pictures = Path(pictures)
     pictures.mkdir(parents=True, exist_ok=True)
-    unique = "zelto-demo-" + secrets.token_hex(4)
-    target, folder = Path("/opt", unique), Path(tempfile.gettempdir(), unique)
-    members = {f"{target}/bin/hello": (b"#!/bin/sh\necho hello\n", 0o755),
-               f"{target}/share/greeting": (b"Good day.\n", 0o644)}
-    folder.mkdir()
-    try:
-        folder.chmod(0o755)
-        update = folder / "sample.tar.gz"
-        make_update(update, "Sample Tools", "2.5", DESCRIPTION, members)
-        with Utility(account.name, program, **session) as utility:
-            status = show(utility, account, update, pictures)
-        assert status == 0, f"exit status {status}"
-        for name, (content, mode) in members.items():
-            check(Path(root + name), content, mode)
-            print(f"installed: {name}")
-        print(f"pictures: {pictures}")
-    finally:
-        shutil.rmtree(folder)
-        shutil.rmtree(f"{root}{target}", ignore_errors=True)
-        Path(f"{root}/tmp/.KVX.Content").unlink(missing_ok=True)  # other users cannot remove a file of root
+    with shared_folder() as folder:
+        members = {f"{folder}/bin/hello": (b"#!/bin/sh\necho hello\n", 0o755),
+                   f"{folder}/share/greeting": (b"Good day.\n", 0o644)}
+        make_update(folder / "sample.tar.gz", *TEXTS, members)
+        try:
+            with Utility(account.name, program, **session) as utility:
+                show(utility, account, folder / "sample.tar.gz", pictures)
+        finally:
+            Path("/tmp/.KVX.Content").unlink(missing_ok=True)  # other users cannot remove a file of root
+        assert_installed(members)
+        print(*(f"installed: {name}" for name in members), f"pictures: {pictures}", sep="\n")
 
 
 def show(utility, account, update, pictures):
@@ -53,14 +40,11 @@ def show(utility, account, update, pictures):
     utility.screenshot(pictures / "02-main-window.png")
     print("authenticated: the main window shows")
 
-    utility.key("alt+f", "Down", "Return")
-    utility.window("About")
-    utility.screenshot(pictures / "03-about.png")
-    utility.key("Escape")
-    utility.window(MAIN)
+    with utility.about():
+        utility.screenshot(pictures / "03-about.png")
 
     utility.fill("Patchfile:", str(update))
-    utility.shows("Sample Tools", "2.5", DESCRIPTION)
+    utility.shows(*TEXTS)
     utility.screenshot(pictures / "04-update-chosen.png")
     print("update file chosen: product, version and description show")
 
@@ -69,16 +53,7 @@ def show(utility, account, update, pictures):
     utility.screenshot(pictures / "05-installed.png")
     print("update installed")
 
-    utility.click("Quit")
-    status = utility.exit_status()
-    print(f"quit: exit status {status}")
-    return status
-
-
-def check(path, content, mode):
-    found = path.stat()
-    assert path.read_bytes() == content, f"{path}: wrong content"
-    assert (found.st_uid, found.st_gid, found.st_mode & 0o777) == (0, 0, mode), f"{path}: wrong owner or mode"
+    utility.quit()
 
 
 if __name__ == "__main__":

@@ -1,4 +1,6 @@
 """Actions of a user of the program."""
+import contextlib
+
 from .session import Session
 
 AUTHENTICATE, MAIN = "Authenticate", "ZELTO Group Update Utility"
@@ -38,6 +40,15 @@ class Utility(Session):
         self.fill("File name:", path)
         self.key("Return")
 
+    @contextlib.contextmanager
+    def about(self):
+        """Shows the About window in the `with` block."""
+        self.key("alt+f", "Down", "Return")
+        self.window("About")
+        yield
+        self.key("Escape")
+        self.window(MAIN)
+
     def record(self):
         return self.label_after(MAIN, "Product:"), self.label_after(MAIN, "Version:"), self.text("Description")
 
@@ -75,3 +86,8 @@ class Utility(Session):
     def answer(self, button):
         self.click(button)
         self.dialog("Choose update file", "Update")
+
+    def quit(self):
+        self.click("Quit")
+        status = self.exit_status()
+        assert status == 0, f"exit status {status}"
