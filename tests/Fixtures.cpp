@@ -1,17 +1,8 @@
 #include "tests/Fixtures.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QTest>
-#include <QTimer>
-
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
 #include "platform/runtime/Plugins.h"
-#include "ui/MenuBar1.h"
 
 ApplicationFixture::ApplicationFixture() {
   zelto::RuntimeInit();
@@ -28,10 +19,7 @@ ApplicationFixture::~ApplicationFixture() {
 }
 
 void Until(const std::function<bool()>& condition) {
-  QElapsedTimer timer;
-  timer.start();
-  while (!condition() && timer.elapsed() < 20'000) QApplication::processEvents({}, 10);
-  EXPECT_TRUE(condition());
+  EXPECT_TRUE(QTest::qWaitFor(condition, 20'000));
 }
 
 QPointer<QObject> Once(const std::function<bool()>& condition,
@@ -51,9 +39,23 @@ QPointer<QObject> WhenModal(const std::function<void(QWidget&)>& action) {
   return Once(
       [] {
         const auto* window = QApplication::activeModalWidget();
-        return window && window->isVisible();
+        return window && window->isVisible() && !qobject_cast<const QFileDialog*>(window);
       },
       [=] { action(*QApplication::activeModalWidget()); });
+}
+
+void AnswerFileDialog(const std::string& file, int result,
+                      const std::function<void(const QFileDialog&)>& look) {
+  const auto dialog = [] { return qobject_cast<QFileDialog*>(QApplication::activeModalWidget()); };
+  Once(dialog, [=] {
+    look(*dialog());
+    dialog()->selectFile(QString::fromStdString(file));
+    static_cast<QDialog*>(dialog())->done(result);
+  });
+}
+
+void Press(const zelto::Ref<zelto::RectControl>& button) {
+  zelto::InvokeHandler([&] { button->Raise("Action"); });
 }
 
 void WhenModalPress(const std::string& button, std::string* labels) {

@@ -1,19 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <QEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPointer>
-#include <QWidget>
+#include <QtTest>
+#include <QtWidgets>
 #include <functional>
-#include <stdexcept>
 #include <string>
 
 #include "core/App.h"
 #include "core/Globals.h"
+#include "platform/Framework.h"
+#include "platform/MessageDialog.h"
 #include "tests/StubPrograms.h"
+#include "ui/MenuBar1.h"
+#include "ui/WAbout.h"
+#include "ui/WPerm.h"
 #include "ui/Window1.h"
 
 // The program without its main window: the toolkit, the class tables, the application object.
@@ -28,26 +29,34 @@ void Until(const std::function<bool()>& condition);
 
 // Calls the action once, when the condition becomes true. Delete the result to cancel.
 QPointer<QObject> Once(const std::function<bool()>& condition, const std::function<void()>& action);
-// Calls the action with the next modal window when it is shown.
+// Calls the action with the next modal window that is not a file dialog, when it is shown.
 QPointer<QObject> WhenModal(const std::function<void(QWidget& window)>& action);
 // Records the label texts of the next modal window and then presses the button.
 void WhenModalPress(const std::string& button, std::string* labels = nullptr);
+// Ends the next file dialog with the file, after a call of `look`.
+void AnswerFileDialog(
+    const std::string& file, int result = QDialog::Accepted,
+    const std::function<void(const QFileDialog& dialog)>& look = [](const QFileDialog&) {});
+// Presses the button. Returns when its handler has ended.
+void Press(const zelto::Ref<zelto::RectControl>& button);
 
-// Calls the function at each paint event of the widget.
-class OnPaint : public QObject {
+// Calls the function before each event of the type for the object, or for any object if it is qApp.
+class OnEvent : public QObject {
  public:
-  OnPaint(QWidget& widget, std::function<void()> function) : mFunction(std::move(function)) {
-    widget.installEventFilter(this);
+  OnEvent(QObject& object, QEvent::Type type, std::function<void(QObject& receiver)> function)
+      : mType(type), mFunction(std::move(function)) {
+    object.installEventFilter(this);
   }
 
  protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) mFunction();
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    if (event->type() == mType) mFunction(*receiver);
     return false;
   }
 
  private:
-  std::function<void()> mFunction;
+  QEvent::Type mType;
+  std::function<void(QObject&)> mFunction;
 };
 
 constexpr const char* MainTitle = "ZELTO Group Update Utility";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <string>

@@ -1,17 +1,10 @@
-#include <QAbstractButton>
-#include <QApplication>
-#include <QLineEdit>
-#include <QScreen>
-#include <QTest>
 #include <csignal>
 #include <filesystem>
 #include <optional>
 
 #include "app/Sequence.h"
 #include "core/FileTypes1.h"
-#include "platform/Application.h"
 #include "tests/Fixtures.h"
-#include "ui/MenuBar1.h"
 
 using namespace zelto;
 

@@ -1,14 +1,9 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
 #include <array>
 
 #include "tests/Fixtures.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 

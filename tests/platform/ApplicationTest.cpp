@@ -1,9 +1,6 @@
-#include <QWidget>
 #include <tuple>
 
-#include "platform/MessageDialog.h"
 #include "tests/Fixtures.h"
-#include "ui/WAbout.h"
 
 using namespace zelto;
 

@@ -5,19 +5,9 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusMetaType>
-#include <QDBusUnixFileDescriptor>
-#include <QDBusVirtualObject>
-#include <QElapsedTimer>
-#include <QPalette>
-#include <QTest>
+#include <QtDBus>
 
 #include "tests/Fixtures.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 

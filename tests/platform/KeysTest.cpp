@@ -1,12 +1,4 @@
-#include <QAbstractButton>
-#include <QApplication>
-#include <QClipboard>
-#include <QPlainTextEdit>
-#include <QTest>
-
-#include "platform/MessageDialog.h"
 #include "tests/Fixtures.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 

@@ -1,13 +1,6 @@
-#include <QApplication>
-#include <QTest>
-
 #include "platform/Files.h"
-#include "platform/PropertyLists.h"
-#include "platform/Window.h"
 #include "platform/runtime/Wait.h"
 #include "tests/Fixtures.h"
-#include "ui/WAbout.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 
@@ -233,7 +226,7 @@ TEST_F(ModelTest, UpdateNowPaintsBeforeItReturns) {
   Until([&] { return top.isActiveWindow(); });
   QApplication::processEvents();
   int paints = 0;
-  const OnPaint observer(top, [&] { ++paints; });
+  const OnEvent observer(top, QEvent::Paint, [&](QObject&) { ++paints; });
   UpdateNowMBS(window);
   EXPECT_EQ(paints, 1);
 }

@@ -1,20 +1,9 @@
 #include <stdlib.h>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QClipboard>
-#include <QDropEvent>
-#include <QFileDialog>
-#include <QMimeData>
-#include <QRubberBand>
-#include <QStyle>
-#include <QStyleFactory>
-#include <QTest>
-
+#include "core/FileTypes1.h"
 #include "platform/Files.h"
 #include "platform/qt/Text.h"
 #include "tests/Fixtures.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 
@@ -49,23 +38,6 @@ class WidgetsTest : public WindowTest<QuietWindow1> {
 };
 
 }  // namespace
-
-TEST_F(WidgetsTest, ControlsKeepTheirPlacesInARightToLeftLocale) {
-  const auto places = [this] {
-    std::vector<QRect> found;
-    for (const auto* widget : mTop->findChildren<QWidget*>()) {
-      if (widget->objectName().isEmpty() || !widget->isVisible()) continue;
-      found.emplace_back(widget->mapTo(mTop, QPoint()), widget->size());
-    }
-    return found;
-  };
-  const auto leftToRight = places();
-  EXPECT_GT(leftToRight.size(), 10U);
-  QApplication::setLayoutDirection(Qt::RightToLeft);
-  Until([this] { return mTop->layoutDirection() == Qt::RightToLeft; });
-  EXPECT_EQ(places(), leftToRight);
-  QApplication::setLayoutDirection(Qt::LeftToRight);
-}
 
 TEST_F(WidgetsTest, LowFieldHasAFrameAndAFocusRing) {
   const auto edge = [this] {  // a column of pixels from outside the field to its text
@@ -233,20 +205,16 @@ TEST(OpenDialog, StartsInDownloadsAndThenInTheLastUsedFolder) {
   for (const auto* const name : {"Downloads", "used"}) {
     std::filesystem::create_directory(stubs.Folder() / name);
   }
-  const QString chosen = QString::fromStdString(stubs.Update("used/a.tgz", GoodRecord));
+  Write(stubs.Path("used/a.tgz"), "");
   setenv("HOME", stubs.Folder().c_str(), 1);
   {
     const ApplicationFixture application;
-    RuntimeRegisterFileType("archive", {}, {}, "tgz");
     std::string folders;
     for (int i = 0; i < 2; ++i) {
-      WhenModal([&](QWidget& shown) {
-        auto& dialog = dynamic_cast<QFileDialog&>(shown);
+      AnswerFileDialog(stubs.Path("used/a.tgz"), QDialog::Accepted, [&](const auto& dialog) {
         folders += dialog.directory().dirName().toStdString() + " ";
-        dialog.selectFile(chosen);
-        dynamic_cast<QDialog&>(dialog).accept();
       });
-      RuntimeGetOpenFolderItem("archive");
+      RuntimeGetOpenFolderItem(*FileTypes1::gzipTarFile());
     }
     EXPECT_EQ(folders, "Downloads used ");
   }

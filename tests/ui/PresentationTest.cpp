@@ -1,21 +1,7 @@
-#include <QAbstractScrollArea>
-#include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
-#include <QElapsedTimer>
-#include <QHelpEvent>
-#include <QScreen>
-#include <QScrollBar>
-#include <QTest>
-#include <QToolTip>
-
-#include "platform/MessageDialog.h"
 #include "platform/qt/ImagePicture.h"
 #include "platform/qt/Text.h"
 #include "tests/Fixtures.h"
 #include "ui/Pictures.h"
-#include "ui/WAbout.h"
-#include "ui/WPerm.h"
 
 using namespace zelto;
 
