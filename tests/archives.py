@@ -68,6 +68,9 @@ def archives():
         "after-folder": (SHOWN, packed(folder, inside, good)),
         "after-link": (SHOWN, packed(link, inside, good)),
         "then-hard-link": (SHOWN, packed(good, other, special(tarfile.LNKTYPE, "/opt/other"))),
+        "upward-in-folder": (SHOWN, packed(folder, member(CONTROL + "/../.KVX.Evil"), good)),
+        "through-link": (SHOWN, packed(folder, member(CONTROL + "/to", b"", tarfile.SYMTYPE, linkname="/tmp"),
+                                       member(CONTROL + "/to/.KVX.Evil"), good)),
         "inside-only": (None, packed(folder, inside)),
         "missing": (None, packed(other)),
         # what its name is
@@ -106,6 +109,7 @@ def archives():
         "one-line": ("P||", record(b"a=P")),
         "second-sign": ("P|V|D", record(b"a=P=x\nb=V=\nc=D=y\n")),
         "carriage-returns": (SHOWN, record(b"a=P\r\nb=V\r\nc=D\r\n")),
+        "markup": ("<b>P</b>|&amp;|<i>D", record(b"a=<b>P</b>\nb=&amp;\nc=<i>D\n")),
         "not-utf-8": ("\ufffd|V|\ufffdD", record(b"a=\xff\nb=V\nc=\xc3D\n")),
         # what is around it
         "no-end": (SHOWN, gzip.compress(good)),
