@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <QtTest>
+#include <QTest>
 #include <QtWidgets>
 #include <functional>
 #include <string>
