@@ -34,6 +34,11 @@ class Utility(Session):
         self.until(lambda: bool(self.description(PASSWORD_FIELD)) == stays)
         return reason
 
+    def check(self, path):
+        """Types the path of a file, which its check must accept."""
+        self.fill("Patchfile:", path)
+        self.until(self.can_update)
+
     def choose(self, path):
         self.click("Choose update file")
         self.window("Open")
