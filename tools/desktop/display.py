@@ -99,7 +99,6 @@ class Desktop:
 
     def _lay_out(self):
         """Copies the programs for the user, because the originals can be in a folder that only root can enter."""
-        self._folder.chmod(0o755)
         shutil.copytree(self._program.parent, self._folder / "bin")
         shutil.copytree(Path(__file__).parent, self._folder / "driver",
                         ignore=shutil.ignore_patterns("__pycache__"))
@@ -108,9 +107,7 @@ class Desktop:
                 shutil.copytree(beside, self._folder / name)
         (self._folder / "without-frames.xml").write_text(WITHOUT_FRAMES)
         self._prepare(self._folder)
-        for place, _, names in os.walk(self._folder):
-            for copied in [place, *(os.path.join(place, name) for name in names)]:
-                os.chmod(copied, 0o755)
+        subprocess.run(["chmod", "-R", "755", self._folder], check=True)
         self._runtime.mkdir(0o700)
         os.chown(self._runtime, self._user.pw_uid, self._user.pw_gid)
 

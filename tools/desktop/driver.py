@@ -1,5 +1,5 @@
-"""Runs inside the virtual desktop as its user. driver.py DESCRIPTOR SCALE COMMAND... starts the
-program and answers requests, each one line of JSON."""
+"""Runs inside the virtual desktop as its user. driver.py DESCRIPTOR SCALE COMMAND... starts the program and answers
+requests, each one line of JSON."""
 import contextlib
 import ctypes
 import json
@@ -17,22 +17,21 @@ import input
 from wait import until
 
 LIMIT = 15
-BUTTONS = (Atspi.Role.PUSH_BUTTON,)
-FIELDS = (Atspi.Role.TEXT, Atspi.Role.ENTRY, Atspi.Role.PASSWORD_TEXT)
+PLAIN_FIELDS = Atspi.Role.TEXT, Atspi.Role.ENTRY
+FIELDS = *PLAIN_FIELDS, Atspi.Role.PASSWORD_TEXT
 PR_SET_CHILD_SUBREAPER = 36
 
 
 class Driver:
-    """The public methods are the requests. Of several windows with the same title, the active one is
-    used. A balloon does not count as a window."""
+    """The public methods are the requests. Of several windows with the same title, the active one is used. A balloon
+    does not count as a window."""
 
     def __init__(self, scale, command):
         # Orphans of the program become children of this process, so that the session finds them.
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)
         # A shell starts background processes with SIGINT ignored, and children inherit that.
         signal.signal(signal.SIGINT, signal.SIG_DFL)
-        # The program answers only after its handler has returned. The handler of a check takes longer than
-        # the default timeout of 800 ms.
+        # The program answers only after its handler has returned, for a check later than the default of 800 ms.
         Atspi.set_timeout(LIMIT * 1000, LIMIT * 1000)
         self._scale, self._heard = scale, []
         self._program = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
@@ -72,23 +71,18 @@ class Driver:
         return self._wait(lambda: _texts(self._window(title)), f"no window {title!r}")
 
     def buttons(self, title):
-        return self._wait(lambda: [node.get_name() for node in _showing(self._window(title))
-                                   if node.get_role() in BUTTONS], f"no window {title!r}")
+        return self._wait(lambda: _texts(self._window(title), (Atspi.Role.PUSH_BUTTON,)), f"no window {title!r}")
 
     def roles(self, title):
         """Role of the window, then the roles of all that it shows."""
-        def found():
-            window = self._window(title)
-            return [node.get_role_name() for node in (window, *_showing(window))]
-        return self._wait(found, f"no window {title!r}")
+        return self._wait(lambda: [node.get_role_name() for node in _showing(self._window(title))],
+                          f"no window {title!r}")
 
     def label_after(self, title, text):
         """Finds the label whose text starts with the given text. Returns the text of the next label."""
-        def found():
-            labels = [node.get_name() for node in _showing(self._window(title)) if node.get_role() == Atspi.Role.LABEL]
-            at, = (number for number, name in enumerate(labels) if name.startswith(text))
-            return labels[at + 1]
-        return self._wait(found, f"no label after {text!r} in {title!r}")
+        labels = self._wait(lambda: _texts(self._window(title), (Atspi.Role.LABEL,)), f"no window {title!r}")
+        at, = (number for number, label in enumerate(labels) if label.startswith(text))
+        return labels[at + 1]
 
     def state(self, name):
         node = self._control(name)
@@ -187,13 +181,12 @@ class Driver:
 
 
 def _children(node):
-    children = (node.get_child_at_index(i) for i in range(node.get_child_count()))
-    return [child for child in children if child]
+    return filter(None, map(node.get_child_at_index, range(node.get_child_count())))
 
 
 def _walk(node):
+    yield node
     for child in _children(node):
-        yield child
         yield from _walk(child)
 
 
@@ -209,11 +202,10 @@ def _showing(window):
     return [node for node in _walk(window) if _has(node, Atspi.StateType.SHOWING)]
 
 
-def _texts(window):
-    """Texts of labels and fields, without password fields."""
-    return [node.get_name() if node.get_role() == Atspi.Role.LABEL else _text_of(node)
-            for node in _showing(window)
-            if node.get_role() in (Atspi.Role.LABEL, Atspi.Role.TEXT, Atspi.Role.ENTRY)]
+def _texts(window, roles=(Atspi.Role.LABEL, *PLAIN_FIELDS)):
+    """Texts of what the window shows in these roles."""
+    return [_text_of(node) if node.get_role() in FIELDS else node.get_name()
+            for node in _showing(window) if node.get_role() in roles]
 
 
 def main():
