@@ -1,7 +1,6 @@
 """The playbook, with this machine as each of its hosts."""
 import gzip
 import hashlib
-import io
 import os
 import re
 import shutil
@@ -12,6 +11,7 @@ import time
 import unittest
 from pathlib import Path
 
+from archives import member, packed
 from desktop.updates import make_update
 import record
 from record import RECORD
@@ -79,12 +79,8 @@ class Fleet(unittest.TestCase):
 
     def test_nothing_is_copied_if_a_file_or_a_variable_is_refused(self):
         update_file, other = f"update_file={self.folder}", self.folder / "other.gz"
-        huge = tarfile.TarInfo("/huge")
-        huge.size, huge.type = 600 << 20, tarfile.GNUTYPE_LONGNAME
-        with gzip.open(other, "w", 1) as packed:
-            packed.write(huge.tobuf())
-            for _ in range(600):
-                packed.write(bytes(1 << 20))
+        name = member("/huge", b"", tarfile.GNUTYPE_LONGNAME, size=600 << 20)
+        other.write_bytes(gzip.compress(name) + gzip.compress(bytes(1 << 20)) * 600)
         for words, reason in [
                 (["-e", "update_file=good.gz"], "Give the absolute path .* not set for one, two"),
                 (["-e", "batch=abc"], "Give batch as"), (["-e", "copies=abc"], "copies, max_failures and wait"),
@@ -133,16 +129,10 @@ class Fleet(unittest.TestCase):
                       self.ansible("--check", "-e", "batch=2", "-e", "max_failures=50"))
 
     def test_members_are_those_of_tar(self):
-        member = tarfile.TarInfo(f"{self.installed}/second")
-        with gzip.open(self.update) as packed:
-            content = packed.read()
-        with gzip.open(self.update, "w") as packed, tarfile.open(fileobj=io.BytesIO(content)) as archive:
-            end = max(each.offset_data + (each.size + 511) // 512 * 512 for each in archive)
-            packed.write(content[:end])
-        with gzip.open(self.update, "a") as packed:
-            packed.write(member.tobuf() + bytes(1024))
+        first, second = (member(f"{self.installed}/{name}") for name in ("first", "second"))
+        self.update.write_bytes(gzip.compress(member() + first) + packed(second))
         self.hosts("one")
-        self.assertIn('"29 paths"', self.ansible("--check"))
+        self.assertIn('"2 paths"', self.ansible("--check"))
 
     def test_leftovers_of_interrupted_runs_are_removed(self):
         copies = [self.folder / f"remote/ansible-tmp-{name}/zelto-update.tar.gz" for name in ("old", "open", "new")]
