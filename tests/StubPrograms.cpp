@@ -33,9 +33,14 @@ StubPrograms::StubPrograms() : mPathBefore(getenv("PATH")) {
          "printf 'Password: ' >&2; read -r password\n"
          "case \"$password: $* \" in 'secret:'*' zt '*) ;;"
          " *) echo 'su: Authentication failure' >&2; exit 1;; esac\n"
-         "while [ \"$1\" != -c ]; do shift; done\nexec sh -c \"$2\"");
+         "while [ \"$1\" != -c ]; do shift; done\n"
+         "calls=$(wc -c <'" +
+             Path("su.calls") +
+             "'); echo \"Before $calls.\"\n"
+             "sh -c \"$2\"; status=$?; echo \"After $calls.\"; exit $status");
   Script("sudo",
          "case $1 in -K) exit;; -S) shift; read -r password;; esac\n"
+         "echo 'This call is recorded.' >&2\n"
          "[ \"$password\" = secret ] || { echo 'sudo: no password was provided' >&2; exit 1; }\n"
          "exec \"$@\"");
 }

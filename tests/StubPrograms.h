@@ -11,7 +11,7 @@
 
 // A temporary folder with scripts for `su` and `sudo`, first in PATH. The scripts accept the user
 // "zt" with the password "secret", record their arguments, and run their commands with the rights
-// of the test.
+// of the test. They also print messages, which no output of a command may contain.
 class StubPrograms {
  public:
   StubPrograms();
@@ -48,9 +48,10 @@ zelto::Ref<zelto::Shell> NewShell();
 inline int Cases(int few, int many) { return std::getenv("ZELTO_LONG") ? many : few; }
 
 // RunAgain runs the current test again in a new process, with the command line `start` `program`.
-// `program` is the test program. In the new process, IsRunAgain returns True.
+// `program` is this program or a copy. In the new process, IsRunAgain returns True.
 bool IsRunAgain();
-void RunAgain(const std::string& start, const std::string& program);
+void RunAgain(const std::string& start,
+              const std::string& program = std::filesystem::read_symlink("/proc/self/exe"));
 
 std::string Read(const std::filesystem::path& file);
 void Write(const std::filesystem::path& file, const std::string& text);

@@ -1,11 +1,8 @@
 #include <grp.h>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <optional>
 #include <utility>
 
 #include "exec/Wrapper.h"
@@ -15,14 +12,15 @@ using namespace zelto;
 
 namespace {
 
-struct Group {
-  std::string Name;
-  std::vector<const char*> Members;
-};
-// Empty: the groups of the system. The other tests run in a clone that a private group can change.
-std::optional<Group> groupOfTest;
-bool isListed = false;
-bool isPrimaryOfAnother = false;  // reset by the first use
+// The user's group is private by default, so that the other tests accept a clone that it can
+// change.
+struct GroupOfUser {
+  std::string Name = getpwuid(geteuid())->pw_name;
+  const char* Member = nullptr;
+  bool IsPrimaryOfAnother = false;
+} groupOfUser;
+bool isListed = false;         // getgrent has returned the group
+bool isAnotherListed = false;  // getpwent has returned the other account
 
 }  // namespace
 
@@ -31,28 +29,20 @@ extern "C" {
 void setgrent() { isListed = false; }
 
 group* getgrent() {
+  static char* members[2] = {};
   static group found;
-  static std::array<char, 65536> text;
-  group* result = nullptr;
-  if (std::exchange(isListed, true)) return nullptr;
-  if (!groupOfTest) {
-    getgrgid_r(getegid(), &found, text.data(), text.size(), &result);
-    return result;
-  }
-  static std::vector<char*> members;
-  members.clear();
-  for (const auto* name : groupOfTest->Members) members.push_back(const_cast<char*>(name));
-  members.push_back(nullptr);
-  found = {groupOfTest->Name.data(), nullptr, getpwuid(geteuid())->pw_gid, members.data()};
-  return &found;
+  members[0] = const_cast<char*>(groupOfUser.Member);
+  found = {groupOfUser.Name.data(), nullptr, getpwuid(geteuid())->pw_gid, members};
+  return std::exchange(isListed, true) ? nullptr : &found;
 }
+
+void setpwent() { isAnotherListed = !groupOfUser.IsPrimaryOfAnother; }
 
 passwd* getpwent() {
   static passwd other;
-  if (!std::exchange(isPrimaryOfAnother, false)) return nullptr;
   other.pw_uid = geteuid() + 1;
   other.pw_gid = getpwuid(geteuid())->pw_gid;
-  return &other;
+  return std::exchange(isAnotherListed, true) ? nullptr : &other;
 }
 
 // An account with the name of its shell, apart from real ones.
@@ -69,8 +59,8 @@ passwd* getpwnam(const char* name) {
 class WrapperTest : public testing::Test {
  protected:
   // True if others can change the file in the folder with these modes and this group.
-  bool IsUnsafe(mode_t folder, mode_t file, gid_t group, Group members) {
-    groupOfTest = std::move(members);
+  bool IsUnsafe(mode_t folder, mode_t file, const GroupOfUser& user = {}, gid_t group = mGroup) {
+    groupOfUser = user;
     for (const auto& [path, mode] : {std::pair(mFolder, folder), std::pair(mFile, file)}) {
       EXPECT_EQ(chown(path.c_str(), static_cast<uid_t>(-1), group), 0);
       EXPECT_EQ(chmod(path.c_str(), mode), 0);
@@ -82,40 +72,36 @@ class WrapperTest : public testing::Test {
     std::filesystem::create_directory(mFolder);
     Write(mFile, "");
   }
-  ~WrapperTest() override { groupOfTest.reset(); }
+  ~WrapperTest() override { groupOfUser = {}; }
 
+  static inline const gid_t mGroup = getpwuid(geteuid())->pw_gid;
   StubPrograms mStubs;
   std::string mFolder = mStubs.Path("wrapper");
   std::string mFile = mFolder + "/sudo";
-  const passwd& mUser = *getpwuid(geteuid());
 };
 
 TEST_F(WrapperTest, IsUsedOnlyIfNoOtherUserCanChangeIt) {
-  const auto group = mUser.pw_gid;
-  const std::string name = mUser.pw_name;
-  EXPECT_FALSE(IsUnsafe(0700, 0700, group, {name, {}}));  // no other account must be able to enter
-  EXPECT_TRUE(IsUnsafe(01777, 0555, group, {name, {}}));  // others could add a `su`
-  EXPECT_TRUE(IsUnsafe(0777, 0755, group, {name, {}}));
-  EXPECT_TRUE(IsUnsafe(0755, 0757, group, {name, {}}));
+  const std::string name = GroupOfUser().Name;
+  EXPECT_FALSE(IsUnsafe(0700, 0700));  // no other account must be able to enter
+  EXPECT_TRUE(IsUnsafe(01777, 0555));  // others could add a `su`
+  EXPECT_TRUE(IsUnsafe(0777, 0755));
+  EXPECT_TRUE(IsUnsafe(0755, 0757));
   // The group of the user alone may write.
-  EXPECT_FALSE(IsUnsafe(0775, 0775, group, {name, {}}));
-  EXPECT_FALSE(IsUnsafe(0775, 0775, group, {name, {mUser.pw_name}}));
-  EXPECT_TRUE(IsUnsafe(0775, 0755, group, {name, {"other"}}));
-  EXPECT_TRUE(IsUnsafe(0755, 0775, group, {"users", {}}));
-  isPrimaryOfAnother = true;
-  EXPECT_TRUE(IsUnsafe(0775, 0755, group, {name, {}}));
+  EXPECT_FALSE(IsUnsafe(0775, 0775));
+  EXPECT_FALSE(IsUnsafe(0775, 0775, {.Member = name.c_str()}));
+  EXPECT_TRUE(IsUnsafe(0775, 0755, {.Member = "other"}));
+  EXPECT_TRUE(IsUnsafe(0755, 0775, {.Name = "users"}));
+  EXPECT_TRUE(IsUnsafe(0775, 0755, {.IsPrimaryOfAnother = true}));
   if (getuid() == 0) {
-    EXPECT_TRUE(IsUnsafe(0775, 0755, group + 1, {name, {}}));
-    EXPECT_FALSE(IsUnsafe(0755, 0755, group + 1, {"users", {"other"}}));
+    EXPECT_TRUE(IsUnsafe(0775, 0755, {}, mGroup + 1));
+    EXPECT_FALSE(IsUnsafe(0755, 0755, {.Name = "users", .Member = "other"}, mGroup + 1));
   }
 }
 
 TEST_F(WrapperTest, HasAPathThatNoShellInterprets) {
   for (const std::string name : {"with blank", "c:d", "$(id)", "`id`", "q\"", "b\\"}) {
-    const auto file = mStubs.Path(name) + "/sudo";
-    std::filesystem::create_directory(mStubs.Path(name));
-    Write(file, "");
-    EXPECT_EQ(IsTrustworthy(file), name == "with blank") << name;
+    std::filesystem::copy(mFolder, mStubs.Path(name));
+    EXPECT_EQ(IsTrustworthy(mStubs.Path(name) + "/sudo"), name == "with blank") << name;
   }
 }
 
@@ -130,13 +116,12 @@ TEST_F(WrapperTest, IsNotForShellsThatReadQuotesInAnotherWay) {
 }
 
 TEST_F(WrapperTest, IsARegularFileOfRootOrTheUserWithoutLinks) {
-  EXPECT_FALSE(IsTrustworthy("sudo"));
-  EXPECT_FALSE(IsTrustworthy(mFolder));
-  EXPECT_FALSE(IsTrustworthy(mFile + "none"));
   std::filesystem::create_symlink(mFile, mFolder + "/link");
-  EXPECT_FALSE(IsTrustworthy(mFolder + "/link"));
   std::filesystem::create_directory_symlink(mFolder, mStubs.Path("link"));
-  EXPECT_FALSE(IsTrustworthy(mStubs.Path("link/sudo")));
+  for (const std::string& other : {std::string("sudo"), mFolder, mFile + "none", mFolder + "/link",
+                                   mStubs.Path("link/sudo")}) {
+    EXPECT_FALSE(IsTrustworthy(other)) << other;
+  }
   if (getuid() != 0) GTEST_SKIP() << "needs root to give files to another user";
   for (const auto& owned : {mFolder, mFile}) {
     EXPECT_EQ(chown(owned.c_str(), 65534, 0), 0);

@@ -1,13 +1,12 @@
 // Random values against stubs that record their arguments.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 
 #include "tests/StubPrograms.h"
 
 using namespace zelto;
+using namespace std::string_literals;
 
 namespace {
 
@@ -65,7 +64,6 @@ TEST(Hardening, ValuesReachTheProgramsUnchanged) {
 
 TEST(Hardening, ValuesWithNulOrNewlineStartNothing) {
   const RecordingStubs stubs;
-  using namespace std::string_literals;
   for (const auto& value : {"\n"s, "a\nb"s, "\0"s, "a\0b"s}) {
     for (const auto& line : {CredentialCheck(value, "zt"), CredentialCheck("secret", value),
                              MemberExtract("secret", "zt", value), ListingTest(value)}) {
@@ -75,4 +73,15 @@ TEST(Hardening, ValuesWithNulOrNewlineStartNothing) {
     }
   }
   EXPECT_TRUE(stubs.Calls("su").empty() && stubs.Calls("tar").empty());
+}
+
+TEST(Hardening, MissingProgramIsReported) {
+  for (const auto& [program, reason] : {std::pair("sudo", "not found"), {"sh", "No such file"}}) {
+    const RecordingStubs stubs;
+    std::filesystem::remove(stubs.Folder() / "bin" / program);
+    const auto shell = NewShell();
+    shell->Execute(CredentialCheck("secret", "zt"));
+    EXPECT_EQ(shell->ErrorCode(), 127) << program;
+    EXPECT_THAT(Bytes(shell->ReadAll()), testing::HasSubstr(reason));
+  }
 }

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Plugins.h"
 #include "tests/StubPrograms.h"
