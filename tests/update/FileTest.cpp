@@ -1,10 +1,7 @@
 #include <unistd.h>
 
-#include <cstdlib>
-
 #include "tests/Fixtures.h"
 #include "update/ContentLock.h"
-#include "update/ContentRecord.h"
 #include "update/POSIXPath.h"
 
 using namespace zelto;
@@ -42,18 +39,4 @@ TEST(POSIXPath, IsAbsoluteForExistingAndMissingItems) {
   EXPECT_EQ(Bytes(File::POSIXPath(FolderItem::At("/no")->Child("ä"))), "/no/ä");
   EXPECT_EQ(Bytes(File::POSIXPath(FolderItem::At("/")->Child("no"))), "/no");
   EXPECT_FALSE(FolderItem::At("/")->Parent());
-}
-
-TEST(ContentRecord, IsReadByLineNumber) {
-  const char* const cases[][4] = {{"m\nproduct=P\nversion=1\ndescription=D\nx=y\n", "P", "1", "D"},
-                                  {"m\nx=1=2\nnone\nd=<b>\n", "1", "", "<b>"},
-                                  {"m\na=P\nb=1\n", "P", "1", ""},
-                                  {"m\na=P\r\nb=1\r\nc=D\r\n", "P", "1", "D"},
-                                  {"m\na=P\r\r\nb=\r\nc", "P\r", "", ""}};
-  for (const auto& [text, product, version, description] : cases) {
-    const auto record = ReadContentRecord(text);
-    EXPECT_EQ(Bytes(record.Product), product) << text;
-    EXPECT_EQ(Bytes(record.Version), version) << text;
-    EXPECT_EQ(Bytes(record.Description), description) << text;
-  }
 }
