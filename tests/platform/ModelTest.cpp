@@ -3,18 +3,22 @@
 #include "tests/Fixtures.h"
 
 using namespace zelto;
+using testing::EndsWith;
 
 namespace {
+
+// What the handlers of RecorderWindow do, and what they have recorded.
+struct {
+  bool ClosesInOpen = false;
+  bool CancelsClose = false;
+  std::string Log;
+  bool IsQuitting = false;
+  Ref<EventSource> Me;
+} recorder;
 
 // A window that records its events.
 class RecorderWindow : public Window {
  public:
-  static inline std::string Log;
-  static inline bool Cancels = false;
-  static inline bool ClosesInOpen = false;
-  static inline bool Quits = false;
-  static inline Ref<EventSource> LastMe;
-
   static const Class& ClassTable() {
     static const Class table(
         {.Name = "RecorderWindow.RecorderWindow",
@@ -28,45 +32,41 @@ class RecorderWindow : public Window {
   }
   const Class& ClassOf() const override { return ClassTable(); }
 
-  void Layout() { Log += "Layout "; }
+  void Layout() { recorder.Log += "Layout "; }
   void CreateControls() {
-    Log += "CreateControls ";
+    recorder.Log += "CreateControls ";
     AddControlRows(*this, {Row("field", {}, EditFieldList{.Text = "listed"},
                                {.Events = {On("Open", &RecorderWindow::FieldOpen),
                                            On("Close", &RecorderWindow::FieldClosed),
                                            On("TextChange", &RecorderWindow::Change)}})});
   }
-  void AddHandlers(Ref<Window> target) { Log += target.Get() == this ? "AddMenuHandlers " : "?"; }
-  void FieldOpen() { Log += "field.Open "; }
-  void FieldClosed() { Log += "field.Close "; }
+  void AddHandlers(Ref<Window> target) {
+    recorder.Log += target.Get() == this ? "AddMenuHandlers " : "?";
+  }
+  void FieldOpen() { recorder.Log += "field.Open "; }
+  void FieldClosed() { recorder.Log += "field.Close "; }
   void Change() {
-    Log += "TextChange ";
-    LastMe = Me();
+    recorder.Log += "TextChange ";
+    recorder.Me = Me();
   }
   void Open() {
-    Log += "Open ";
-    if (ClosesInOpen) Close();
-    LastMe = Me();
+    recorder.Log += "Open ";
+    if (recorder.ClosesInOpen) Close();
   }
-  void Closed() { Log += "Close "; }
+  void Closed() { recorder.Log += "Close "; }
   bool CancelClose(bool isQuitting) {
-    Quits = isQuitting;
-    return Cancels;
+    recorder.IsQuitting = isQuitting;
+    return recorder.CancelsClose;
   }
-  void Activated() { Log += "Activate "; }
-  void Deactivated() { Log += "Deactivate "; }
-  void Enabling() { Log += "EnableMenuItems "; }
+  void Activated() { recorder.Log += "Activate "; }
+  void Deactivated() { recorder.Log += "Deactivate "; }
+  void Enabling() { recorder.Log += "EnableMenuItems "; }
 };
 
-class ModelTest : public testing::Test {
+class ModelTest : public testing::Test, public ApplicationFixture {
  protected:
-  void SetUp() override {
-    RecorderWindow::Log.clear();
-    RecorderWindow::Cancels = false;
-    RecorderWindow::ClosesInOpen = false;
-  }
-  void TearDown() override { RecorderWindow::LastMe = nullptr; }
-  ApplicationFixture mApplication;
+  void SetUp() override { recorder = {}; }
+  void TearDown() override { recorder.Me = nullptr; }
 };
 
 // An About window whose canvas does not claim a mouse press.
@@ -83,7 +83,7 @@ Ref<EditField> Field(const Ref<RecorderWindow>& window) {
 
 TEST_F(ModelTest, WindowIsConstructedInOrderAndOnce) {
   const auto window = ImplicitWindow<RecorderWindow>();
-  EXPECT_EQ(RecorderWindow::Log, "Layout CreateControls AddMenuHandlers field.Open Open ");
+  EXPECT_EQ(recorder.Log, "Layout CreateControls AddMenuHandlers field.Open Open ");
   EXPECT_TRUE(ImplicitWindow<RecorderWindow>() == window);
   const auto held = Field(window);
   held->Text("x");
@@ -100,7 +100,7 @@ TEST_F(ModelTest, WindowIsConstructedInOrderAndOnce) {
 
 TEST_F(ModelTest, WindowClosedByItsOpenHandlerDoesNotBlock) {
   const auto parent = ImplicitWindow<RecorderWindow>();
-  RecorderWindow::ClosesInOpen = true;
+  recorder.ClosesInOpen = true;
   const auto window = RuntimeNewObject<RecorderWindow>();
   window->Constructor();
   window->ShowModal();
@@ -117,9 +117,9 @@ TEST_F(ModelTest, LaterEntryOfANameReplacesTheEarlier) {
   EXPECT_FALSE(first->Window());
   window->AddMenuHandler("item", RuntimeCreateDelegate(&RecorderWindow::FieldOpen));
   window->AddMenuHandler("item", RuntimeCreateDelegate(&RecorderWindow::Closed));
-  RecorderWindow::Log.clear();
+  recorder.Log.clear();
   window->CallMenuHandler("item");
-  EXPECT_EQ(RecorderWindow::Log, "Close ");
+  EXPECT_EQ(recorder.Log, "Close ");
 }
 
 TEST_F(ModelTest, SizeChangesAtOnceAndOnlyWhenItIsWritten) {
@@ -164,29 +164,26 @@ TEST_F(ModelTest, CursorOfTheOuterHandlerReturns) {
 TEST_F(ModelTest, CancelCloseKeepsTheWindowOpen) {
   const auto window = ImplicitWindow<RecorderWindow>();
   window->Show();
-  RecorderWindow::Cancels = true;
   auto* top = QApplication::topLevelWidgets().constFirst();
-  window->Close();
+  recorder.CancelsClose = true;
   window->Close();
   top->close();
   InvokeHandler([&] {
     App()->DoEvents(1);
     top->close();
     top->close();
-    EXPECT_FALSE(RecorderWindow::Quits);
+    EXPECT_FALSE(recorder.IsQuitting);
     EXPECT_THROW(Quit(0), EndException);
-    EXPECT_TRUE(RecorderWindow::Quits);
+    EXPECT_TRUE(recorder.IsQuitting);
   });
   EXPECT_NO_THROW(ThrowIfQuitting());
-  EXPECT_TRUE(top->isVisible());
+  EXPECT_TRUE(top->isVisible() && Field(window));
   EXPECT_TRUE(GetImplicitWindow("RecorderWindow.RecorderWindow") == window);
-  EXPECT_EQ(WindowSupport::Windows().size(), 1U);
-  EXPECT_TRUE(Field(window));
-  EXPECT_EQ(RecorderWindow::Log.find("Close"), std::string::npos);
-  RecorderWindow::Cancels = false;
+  EXPECT_THAT(recorder.Log, EndsWith("field.Open Open "));
+  recorder.CancelsClose = false;
   window->Close();
   window->Close();
-  EXPECT_TRUE(RecorderWindow::Log.ends_with("field.Open Open field.Close Close "));
+  EXPECT_THAT(recorder.Log, EndsWith("field.Open Open field.Close Close "));
   EXPECT_TRUE(WindowSupport::Windows().empty());
 }
 
@@ -197,17 +194,17 @@ TEST_F(ModelTest, ActivationRaisesItsEventsInOrder) {
         On("EnableMenuItems", &RecorderWindow::Enabling)}) {
     InstallInstanceEventHandler(*window, binding);
   }
-  RecorderWindow::Log.clear();
+  recorder.Log.clear();
   window->Width(99);
   window->Height(99);
   window->Show();
   Until([] { return QApplication::activeWindow(); });
   WAbout()->Show();
   Until([] { return TopLevel("About")->isActiveWindow(); });
-  EXPECT_EQ(RecorderWindow::Log, "Activate EnableMenuItems Deactivate EnableMenuItems ");
-  RecorderWindow::Log.clear();
+  EXPECT_EQ(recorder.Log, "Activate EnableMenuItems Deactivate EnableMenuItems ");
+  recorder.Log.clear();
   window->EnableMenuItems({});
-  EXPECT_EQ(RecorderWindow::Log, "EnableMenuItems ");
+  EXPECT_EQ(recorder.Log, "EnableMenuItems ");
 }
 
 TEST_F(ModelTest, HandlersOfATimerRunOnItsWindow) {
@@ -216,19 +213,6 @@ TEST_F(ModelTest, HandlersOfATimerRunOnItsWindow) {
   EXPECT_THROW(RuntimeCreateDelegate(&RecorderWindow::Open).Call(*dialog, {}),
                IllegalCastException);
   EXPECT_THROW(RuntimeCheckCast<RecorderWindow>(dialog), IllegalCastException);
-}
-
-TEST_F(ModelTest, UpdateNowPaintsBeforeItReturns) {
-  const auto window = ImplicitWindow<RecorderWindow>();
-  RuntimeMassPropertySetter(*window, WindowList{.Width = 99, .Height = 99, .Title = "painted"});
-  window->Show();
-  auto& top = *TopLevel("painted");
-  Until([&] { return top.isActiveWindow(); });
-  QApplication::processEvents();
-  int paints = 0;
-  const OnEvent observer(top, QEvent::Paint, [&](QObject&) { ++paints; });
-  UpdateNowMBS(window);
-  EXPECT_EQ(paints, 1);
 }
 
 TEST_F(ModelTest, ChangedFileTypeIsNotRegistered) {
@@ -243,11 +227,10 @@ TEST_F(ModelTest, ChangedFileTypeIsNotRegistered) {
 
 TEST_F(ModelTest, EventsCallTheirHandlersAndRefuseOtherSignatures) {
   const auto window = ImplicitWindow<RecorderWindow>();
-  EXPECT_TRUE(RecorderWindow::LastMe == window);
-  RecorderWindow::Log.clear();
+  recorder.Log.clear();
   Field(window)->Text("x");
-  EXPECT_EQ(RecorderWindow::Log, "TextChange ");  // before the write returns
-  EXPECT_TRUE(RecorderWindow::LastMe == Field(window));
+  EXPECT_EQ(recorder.Log, "TextChange ");  // before the write returns
+  EXPECT_TRUE(recorder.Me == Field(window));
   EXPECT_FALSE(Me());
   EXPECT_FALSE(Field(window)->Raise("DropObject", {Ref<Object>(), Int32(0)}));
   EXPECT_NO_THROW(InstallInstanceEventHandler(*window, On("KeyDown", &RecorderWindow::Change)));
