@@ -44,11 +44,7 @@ void WPerm::PushButton1_Action() {
   if (shell->ErrorCode() != 0) {
     ++Counter;
     Beep();
-    const bool isAtRest = wiggle == 0 || wiggle >= shakeSteps;
-    if (isAtRest) origx = Left();
-    wiggle = 0;
-    Timer1()->Period(shakePeriod);
-    Timer1()->Mode(2);
+    StartShake();
     passwd()->SelectAll();
     passwd()->SetFocus();
     passwd()->ShowBalloon(Explanation(*shell, passwd()->Text(), Counter),
@@ -68,6 +64,14 @@ void WPerm::PushButton2_Action() {
 }
 
 void WPerm::Timer1::Fire() { RuntimeCheckCast<class WPerm>(Window())->Shake(); }
+
+void WPerm::StartShake() {
+  const bool isAtRest = wiggle == 0 || wiggle >= shakeSteps;
+  if (isAtRest) origx = Left();
+  wiggle = 0;
+  Timer1()->Period(shakePeriod);
+  Timer1()->Mode(2);
+}
 
 void WPerm::Shake() {
   constexpr Int32 swing = 8;  // pixels

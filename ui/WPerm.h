@@ -25,9 +25,6 @@ class WPerm : public ListWindow<class WPerm> {
   virtual void PushButton2_Action();
   virtual void Event_Open();
 
-  // Moves the dialog by one step of its shake. The shake follows a failed attempt.
-  void Shake();
-
   class Timer1 : public Timer, public PaneChild {
    public:
     static const Class& ClassTable();
@@ -50,6 +47,11 @@ class WPerm : public ListWindow<class WPerm> {
   Int32 Counter = 0;  // failed attempts, or 3 after a success; at 3 no attempt is accepted
   Int32 origx = 0;    // left position before the shake, in pixels
   Int32 wiggle = 0;   // steps of the shake so far
+
+ private:
+  // A failed attempt shakes the dialog. Shake moves it by one step.
+  void StartShake();
+  void Shake();
 };
 
 Ref<class WPerm> WPerm();
