@@ -11,7 +11,6 @@
 #include "platform/Framework.h"
 #include "platform/MessageDialog.h"
 #include "platform/Toolkit.h"
-#include "platform/runtime/Plugins.h"
 #include "platform/runtime/Secrecy.h"
 #include "platform/runtime/Wait.h"
 
@@ -142,7 +141,6 @@ Int32 RuntimeExit() {
   const Int32 status = State().ExitStatus;
   State() = {};  // destroys the windows before the toolkit
   EndToolkit();
-  ReleasePluginEntrypoints();
   delete std::exchange(framework, nullptr);
   return status;
 }

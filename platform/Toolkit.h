@@ -65,7 +65,7 @@ class Pane {
   virtual void Refresh() = 0;
   // Accepts drops of local files of the registered type.
   virtual void AcceptFileDrop(const String& type) = 0;
-  // Shows the text next to the control until the next key press.
+  // Shows the text next to the control.
   virtual void ShowBalloon(const String& text, BalloonEnd end) = 0;
 };
 

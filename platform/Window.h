@@ -12,7 +12,6 @@ class Window : public MenuTarget {
  public:
   static constexpr std::string_view TypeName = "Window";
   static const Class& ClassTable();
-  Window() = default;
   ~Window() override;
 
   void Init() override;

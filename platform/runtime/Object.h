@@ -66,9 +66,6 @@ class Ref {
   }
 
  private:
-  template <class U>
-  friend class Ref;
-
   void Lock() {
     if (mObject) ++mObject->mLocks;
   }

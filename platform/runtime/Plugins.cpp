@@ -30,8 +30,6 @@ void InitPluginEntrypoints() {
                  RuntimeLookupPluginEntrypoint);
 }
 
-void ReleasePluginEntrypoints() { plugins = {}; }
-
 const PluginEntrypoint& PluginSlot(std::size_t slot) { return plugins.Slots.at(slot); }
 
 }  // namespace zelto

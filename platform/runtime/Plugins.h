@@ -69,9 +69,6 @@ PluginEntrypoint RuntimeLookupPluginEntrypoint(std::string_view key);
 // Fills the slots with the registered entry points. Call it before Glink.
 void InitPluginEntrypoints();
 
-// Clears the registered entry points and the slots.
-void ReleasePluginEntrypoints();
-
 // The entry point in the slot, or empty.
 const PluginEntrypoint& PluginSlot(std::size_t slot);
 
