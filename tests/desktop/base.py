@@ -14,9 +14,7 @@ import record
 PROGRAM = os.environ["ZELTO_PROGRAM"]
 LONG = "ZELTO_LONG" in os.environ  # minutes instead of seconds
 
-
 signals.clean_up_on_signals()
-signals.end_with_parent()
 
 
 class DesktopTest(unittest.TestCase):
@@ -45,8 +43,8 @@ class DesktopTest(unittest.TestCase):
     def _assert_nothing_kept(self, home, before):
         # The window manager, sudo, the accessibility bus and the portal create these files. Other programs of the
         # session can leave a core file. test_hardening.Secret looks for a core file of the utility.
-        others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/(dconf|gtk-3\.0).*)?|\.local(/share(/(flatpak.*|recently-used.xbel))?)?"
-                            r"|\.sudo_as_admin_successful|core)$")
+        others = re.compile(r"/(\.cache(/openbox.*)?|\.config(/(dconf|gtk-3\.0).*)?|\.sudo_as_admin_successful|core"
+                            r"|\.local(/share(/(flatpak.*|recently-used.xbel))?)?)$")
         kept = [str(path) for path in set(home.rglob("*")) - before if not others.search(str(path))]
         self.assertEqual(kept, [])
 

@@ -13,7 +13,6 @@ from desktop.display import Desktop
 from desktop.wait import until
 from base import PROGRAM, DesktopTest
 
-BUILD, SOURCE = Path(PROGRAM).resolve().parent.parent, Path(__file__).resolve().parent.parent.parent
 PR_SET_CHILD_SUBREAPER = 36
 
 
@@ -31,8 +30,7 @@ class Stranger(DesktopTest):
 
 class Ended(DesktopTest):
     USES_RECORD = False  # but the test that it starts does
-    DEMO = [sys.executable, "-B", SOURCE / "tools/desktop/demo.py", PROGRAM]
-    TEST = ["ctest", "--test-dir", BUILD, "-V", "-R", "desktop.test_update.Install"]
+    TEST = ["ctest", "--test-dir", Path(PROGRAM).resolve().parents[1], "-V", "-R", "desktop.test_update.Install"]
 
     def traces(self):
         """What a demonstration or a test leaves behind if it does not clean up, apart from its processes."""
@@ -41,11 +39,9 @@ class Ended(DesktopTest):
 
     def test_signal_or_closed_terminal_leaves_nothing(self):
         ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1)  # orphans become children of this process
-        before = self.traces()
-        for command, line, end in [([*self.DEMO, self.folder], "main window", signal.SIGTERM),
-                                   ([*self.DEMO, self.folder], "update file chosen", signal.SIGINT),
-                                   ([*self.DEMO, self.folder], "authenticating", signal.SIGHUP),
-                                   ([*self.DEMO, self.folder], "update installed", None),
+        before, demo = self.traces(), [sys.executable, "-B", "-m", "desktop.demo", PROGRAM, self.folder]
+        for command, line, end in [(demo, "main window", signal.SIGTERM), (demo, "update file chosen", signal.SIGINT),
+                                   (demo, "authenticating", signal.SIGHUP), (demo, "update installed", None),
                                    (self.TEST, "Start", signal.SIGTERM), (self.TEST, "Start", None)]:
             with self.subTest(command=command[0], end=end):
                 pid, terminal = pty.fork()

@@ -17,8 +17,9 @@ REFUSED = {
     "gpasswd -d $NAME sudo": "This account may not use sudo.",
     "defaults requiretty": "sudo accepts this account only on a terminal (requiretty).",
     "defaults rootpw": "sudo asks for the password of another account (rootpw or targetpw).",
-    "usermod -s /bin/tcsh $NAME": "The account cannot use the utility's wrapper for sudo: its login shell reads commands "
-                                  "in another way than sh. Use an account whose login shell is bash or zsh."}
+    "usermod -s /bin/tcsh $NAME":
+        "The account cannot use the utility's wrapper for sudo: its login shell reads commands in another way than sh. "
+        "Use an account whose login shell is bash or zsh."}
 
 
 class SetUps(DesktopTest):

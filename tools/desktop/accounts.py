@@ -2,10 +2,8 @@
 import contextlib
 import os
 import secrets
-import shutil
 import signal
 import subprocess
-from pathlib import Path
 
 import psutil
 
@@ -41,11 +39,7 @@ class Account:
 
     def _remove(self):
         until(self._removed, 10, lambda: f"the account {self.name} cannot be removed")
-        for trace in (Path(folder, str(who)) for folder in SUDO_MEMORY for who in (self.name, self.uid)):
-            if trace.is_dir():
-                shutil.rmtree(trace)
-            else:
-                trace.unlink(missing_ok=True)
+        run(["rm", "-rf", *(f"{folder}/{who}" for folder in SUDO_MEMORY for who in (self.name, self.uid))])
 
     def processes(self):
         """The ids of the account's processes. Includes the su and sudo that it started, although these run as root."""

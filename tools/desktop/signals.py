@@ -1,10 +1,8 @@
 """Clean-up of a tool or a test that a signal ends."""
 import contextlib
-import ctypes
 import signal
 
 ENDING = signal.SIGHUP, signal.SIGINT, signal.SIGTERM
-PR_SET_PDEATHSIG = 1
 
 
 def clean_up_on_signals():
@@ -16,11 +14,6 @@ def clean_up_on_signals():
 
     for number in ENDING:
         signal.signal(number, interrupt)
-
-
-def end_with_parent():
-    """Sends this process SIGTERM when its parent ends, for example a killed ctest."""
-    ctypes.CDLL(None).prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
 
 
 @contextlib.contextmanager
