@@ -51,6 +51,9 @@ class Desktop:
     def _start_display(self, undo):
         cookie = self._new_cookie()
         self.variables = {"DISPLAY": self._start_server(cookie, undo), "XAUTHORITY": str(cookie)}
+        self._start_manager(undo)
+
+    def _start_manager(self, undo):
         self.manager = Manager(self.connect())
         undo.callback(self.manager.close)
         options = [] if self._frames else ["--config-file", self._folder / "without-frames.xml"]

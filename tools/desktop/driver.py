@@ -50,6 +50,10 @@ class Driver:
     def click(self, name):
         input.click(*self._centre(name))
 
+    def act(self, name):
+        """Presses a button or focuses a field, where the place of a window on the screen is not known."""
+        self._control(name).get_action_iface().do_action(0)
+
     def drop(self, path, name):
         input.drag_file(path, *self._centre(name))
 

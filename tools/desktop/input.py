@@ -7,7 +7,7 @@ from pathlib import Path
 
 from wait import until
 
-ON_WAYLAND = "WAYLAND_DISPLAY" in os.environ
+HAS_X_SERVER = "DISPLAY" in os.environ
 
 
 def xdotool(*arguments, text=None):
@@ -24,7 +24,7 @@ def click(x, y):
 
 
 def key(*keys):
-    if ON_WAYLAND:
+    if not HAS_X_SERVER:
         for each in keys:
             *modifiers, last = each.split("+")
             wtype(*(word for name in modifiers for word in ("-M", name)), "-k", last)
@@ -33,7 +33,7 @@ def key(*keys):
 
 
 def type_text(text):
-    if ON_WAYLAND:
+    if not HAS_X_SERVER:
         return wtype("-d", 30, "-", text=text)
     xdotool("type", "--clearmodifiers", "--delay", 10, "--file", "-", text=text)
 

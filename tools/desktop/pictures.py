@@ -1,5 +1,5 @@
-"""Saves a picture of every window and dialog, light and dark, at scales 1 and 2:
-/usr/bin/python3 pictures.py PROGRAM PICTURES_DIR (as root). Creates the account "anna"."""
+"""Saves a picture of every window and dialog, light and dark, at scales 1 and 2, or on another desktop:
+/usr/bin/python3 pictures.py PROGRAM PICTURES_DIR [gnome|kwin] (as root). Creates the account "anna"."""
 import itertools
 import shutil
 import subprocess
@@ -9,6 +9,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop import signals
 from desktop.accounts import Account
+from desktop.nested import NestedUtility
 from desktop.updates import make_update
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 
@@ -25,6 +26,9 @@ ForegroundNormal=252,252,252
 BackgroundNormal=61,174,233
 ForegroundNormal=252,252,252
 """
+DARK_GNOME = """[org/gnome/desktop/interface]
+color-scheme='prefer-dark'
+"""
 HOME = Path("/home/anna")
 UPDATE, CUT = HOME / "Downloads/zelto-core-4.2.tar.gz", HOME / "Downloads/cut.tar.gz"
 TEXTS = "ZELTO Core Services", "4.2", "Faster start, and a fix for reports that stayed in the queue."
@@ -35,15 +39,14 @@ THEMES = {"light": {}, "dark": {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSI
                                 "XDG_CONFIG_HOME": f"{HOME}/.dark"}}
 
 
-def main(program, pictures):
+def main(program, pictures, shell=None):
     pictures = Path(pictures)
     shutil.rmtree(pictures, ignore_errors=True)
     pictures.mkdir(parents=True)
     with Account(name="anna") as account:
         make_files()
-        for theme, scale in itertools.product(THEMES, (1, 2)):
-            with Utility(account.name, program, scale=scale, width=1280 * scale, height=1024 * scale, frames=False,
-                         environment=THEMES[theme]) as utility:
+        for theme, scale in itertools.product(THEMES, (1,) if shell else (1, 2)):
+            with session(account.name, program, shell, theme, scale) as utility:
                 show(utility, account, camera(utility, f"{pictures}/{theme}-{scale}x"))
     print(f"pictures: {pictures}")
 
@@ -52,10 +55,17 @@ def make_files():
     UPDATE.parent.mkdir()
     make_update(UPDATE, *TEXTS, MEMBERS)
     CUT.write_bytes(UPDATE.read_bytes()[:10_000])
-    (HOME / ".dark").mkdir()
+    keyfile = HOME / ".dark/glib-2.0/settings/keyfile"
+    keyfile.parent.mkdir(parents=True)
+    keyfile.write_text(DARK_GNOME)
     (HOME / ".dark/kdeglobals").write_text(DARK)
-    for folder in UPDATE.parent, HOME / ".dark":
-        folder.chmod(0o755)
+
+
+def session(user, program, shell, theme, scale):
+    if shell:
+        return NestedUtility(shell, f"{HOME}/.{theme}", user, program)
+    return Utility(user, program, scale=scale, width=1280 * scale, height=1024 * scale, frames=False,
+                   environment=THEMES[theme])
 
 
 def camera(utility, prefix):
@@ -76,17 +86,14 @@ def show(utility, account, shoot):
     shoot("authenticate", AUTHENTICATE)
     utility.authenticate(account.name, account.password)
     shoot("main-window", MAIN)
-    for menu, name in ("alt+f", "file-menu"), ("alt+e", "edit-menu"):
-        utility.key(menu)
+    for key, name in ("alt+f", "file-menu"), ("Right", "edit-menu"):
+        utility.key(key)
         shoot(name)
-        utility.key("Escape", "Escape")
+    utility.key("Escape", "Escape")
     with utility.about():
         shoot("about", "About")
-    utility.click("Choose update file")
-    utility.window("Open")
-    shoot("choose", "Open")
-    utility.key("Escape")
-    answer(utility, shoot, "no-access", "OK")
+    if not isinstance(utility, NestedUtility):
+        choose_nothing(utility, shoot)
     utility.fill("Patchfile:", str(UPDATE))
     utility.shows(*TEXTS)
     utility.until(utility.can_update)
@@ -100,6 +107,14 @@ def show(utility, account, shoot):
     answer(utility, shoot, "invalid-file", "Keep", "Cancel")
     utility.start()
     answer(utility, shoot, "failed", "OK")
+
+
+def choose_nothing(utility, shoot):
+    utility.click("Choose update file")
+    utility.window("Open")
+    shoot("choose", "Open")
+    utility.key("Escape")
+    answer(utility, shoot, "no-access", "OK")
 
 
 def answer(utility, shoot, name, *buttons):

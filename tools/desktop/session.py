@@ -18,6 +18,7 @@ class Session(Desktop):
         super().__init__(user, program, **desktop)
         self._scale = scale
         self._environment = environment  # additional variables of the program
+        self._compositor = []  # a command that starts one on the session's bus and then its arguments
 
     def __enter__(self):
         super().__enter__()
@@ -29,7 +30,7 @@ class Session(Desktop):
             near, far = socket.socketpair()
             with near, far:
                 self._driver = self.launch(
-                    ["dbus-run-session", "--", "/usr/bin/python3", "-X", "faulthandler",
+                    ["dbus-run-session", "--", *self._compositor, "/usr/bin/python3", "-X", "faulthandler",
                      self._folder / "driver/driver.py", str(far.fileno()), str(self._scale), "/usr/bin/env",
                      *(f"{name}={value}" for name, value in environment.items()),
                      self.copy_of(self._program.name)], pass_fds=[far.fileno()])
