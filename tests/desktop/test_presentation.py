@@ -1,4 +1,6 @@
-from desktop import wayland
+import functools
+
+from desktop.nested import NestedUtility
 from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, MAIN, Utility
 from base import PROGRAM, DesktopTest
@@ -35,12 +37,7 @@ class Keyboard(DesktopTest):
 
 
 class Wayland(Keyboard):
-    UTILITY = wayland.WaylandUtility
-
-    def setUp(self):
-        if missing := wayland.missing():
-            self.skipTest(f"not installed: {', '.join(missing)}")
-        super().setUp()
+    UTILITY = staticmethod(functools.partial(NestedUtility, "sway"))
 
 
 class Speech(DesktopTest):

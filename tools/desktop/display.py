@@ -36,11 +36,7 @@ class Desktop:
 
     def __enter__(self):
         with contextlib.ExitStack() as undo:
-            self._folder = Path(tempfile.mkdtemp(prefix="desktop-"))
-            undo.callback(shutil.rmtree, self._folder)
-            self._runtime = self._folder / "runtime"
-            self._lay_out()
-            self._start_display(undo)
+            self._start(undo)
             self._undo = undo.pop_all()
         return self
 
@@ -48,7 +44,11 @@ class Desktop:
         with signals.delayed():
             self._undo.close()
 
-    def _start_display(self, undo):
+    def _start(self, undo):
+        self._folder = Path(tempfile.mkdtemp(prefix="desktop-"))
+        undo.callback(shutil.rmtree, self._folder)
+        self._runtime = self._folder / "runtime"
+        self._lay_out()
         cookie = self._new_cookie()
         self.variables = {"DISPLAY": self._start_server(cookie, undo), "XAUTHORITY": str(cookie)}
         self._start_manager(undo)

@@ -1,5 +1,4 @@
 """Mouse and keyboard of the display."""
-import os
 import subprocess
 import sys
 import tempfile
@@ -7,16 +6,9 @@ from pathlib import Path
 
 from wait import until
 
-HAS_X_SERVER = "DISPLAY" in os.environ
-
 
 def xdotool(*arguments, text=None):
     subprocess.run(["xdotool", *map(str, arguments)], input=text, text=True, check=True, timeout=120)
-
-
-def wtype(*arguments, text=None):
-    """Runs wtype. Waits first, because the compositor drops keys until it knows the new keyboard."""
-    subprocess.run(["wtype", "-s", "500", *map(str, arguments)], input=text, text=True, check=True, timeout=120)
 
 
 def click(x, y):
@@ -24,17 +16,10 @@ def click(x, y):
 
 
 def key(*keys):
-    if not HAS_X_SERVER:
-        for each in keys:
-            *modifiers, last = each.split("+")
-            wtype(*(word for name in modifiers for word in ("-M", name)), "-k", last)
-        return
     xdotool("key", "--clearmodifiers", *keys)
 
 
 def type_text(text):
-    if not HAS_X_SERVER:
-        return wtype("-d", 30, "-", text=text)
     xdotool("type", "--clearmodifiers", "--delay", 10, "--file", "-", text=text)
 
 

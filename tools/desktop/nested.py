@@ -15,17 +15,25 @@ kwin_wayland --x11-display "$DISPLAY" --width 1280 --height 1024 --no-lockscreen
 until [ -S "$XDG_RUNTIME_DIR/wayland-0" ]; do kill -0 $!; sleep 0.2; done
 exec "$@"
 """
+SWAY = """
+printf '%s\n' 'xwayland disable' 'output * resolution 1280x1024' 'for_window [app_id=".*"] floating enable' >"$XDG_RUNTIME_DIR/sway"
+sway -c "$XDG_RUNTIME_DIR/sway" &
+until [ -S "$XDG_RUNTIME_DIR/wayland-1" ]; do kill -0 $!; sleep 0.2; done
+exec "$@"
+"""
 SHELLS = {
     "gnome": (GNOME, {"XDG_CURRENT_DESKTOP": "GNOME", "GSETTINGS_BACKEND": "keyfile",
                       "MUTTER_DEBUG_DUMMY_MODE_SPECS": "1280x1024"}),
-    "kwin": (KWIN, {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "6", "QT_QPA_PLATFORMTHEME": "kde"})}
+    "kwin": (KWIN, {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "6", "QT_QPA_PLATFORMTHEME": "kde"}),
+    "sway": (SWAY, {"WAYLAND_DISPLAY": "wayland-1", "WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman"})}
 
 
 class NestedUtility(Utility):
-    def __init__(self, shell, settings, user, program):
+    def __init__(self, shell, user, program, settings=""):
+        """settings: the directory of the desktop's settings, if not the usual one."""
         super().__init__(user, program)
         script, self._desktop = SHELLS[shell]
-        self._settings = settings  # the directory of the desktop's settings
+        self._settings = settings
         self._compositor = ["sh", "-ec", script, shell]
 
     def fill(self, field, text):
@@ -44,6 +52,6 @@ class NestedUtility(Utility):
         super().screenshot(path)
 
     def _start_manager(self, undo):
-        self.variables |= self._desktop | {
+        self.variables |= {
             "XDG_CONFIG_HOME": self._settings, "XDG_SESSION_TYPE": "wayland", "WAYLAND_DISPLAY": "wayland-0",
-            "QT_QPA_PLATFORM": "wayland", "LIBGL_ALWAYS_SOFTWARE": "1"}
+            "QT_QPA_PLATFORM": "wayland", "LIBGL_ALWAYS_SOFTWARE": "1"} | self._desktop

@@ -6,7 +6,6 @@ import subprocess
 
 import psutil
 
-from . import signals
 from .display import PATH, Desktop, end
 from .wait import until
 
@@ -20,28 +19,20 @@ class Session(Desktop):
         self._environment = environment  # additional variables of the program
         self._compositor = []  # a command that starts one on the session's bus and then its arguments
 
-    def __enter__(self):
-        super().__enter__()
-        with contextlib.ExitStack() as undo:
-            undo.push(super().__exit__)
-            environment = {"PATH": PATH, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-                           "QT_SCALE_FACTOR": str(self._scale)} | self._environment
-            # A socket, because the session's services also write to the driver's stdout.
-            near, far = socket.socketpair()
-            with near, far:
-                self._driver = self.launch(
-                    ["dbus-run-session", "--", *self._compositor, "/usr/bin/python3", "-X", "faulthandler",
-                     self._folder / "driver/driver.py", str(far.fileno()), str(self._scale), "/usr/bin/env",
-                     *(f"{name}={value}" for name, value in environment.items()),
-                     self.copy_of(self._program.name)], pass_fds=[far.fileno()])
-                self._link = near.makefile("rw")
-            undo.callback(self._end_driver)
-            self._undo_session = undo.pop_all()
-        return self
-
-    def __exit__(self, *_):
-        with signals.delayed():
-            self._undo_session.close()
+    def _start(self, undo):
+        super()._start(undo)
+        environment = {"PATH": PATH, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                       "QT_SCALE_FACTOR": str(self._scale)} | self._environment
+        # A socket, because the session's services also write to the driver's stdout.
+        near, far = socket.socketpair()
+        with near, far:
+            self._driver = self.launch(
+                ["dbus-run-session", "--", *self._compositor, "/usr/bin/python3", "-X", "faulthandler",
+                 self._folder / "driver/driver.py", str(far.fileno()), str(self._scale), "/usr/bin/env",
+                 *(f"{name}={value}" for name, value in environment.items()),
+                 self.copy_of(self._program.name)], pass_fds=[far.fileno()])
+            self._link = near.makefile("rw")
+        undo.callback(self._end_driver)
 
     def __getattr__(self, verb):
         if verb.startswith("_"):
