@@ -155,8 +155,8 @@ class MakeUpdate(unittest.TestCase):
     def test_check_reports_what_the_utility_shows(self):
         odd = {RECORD: (b"x=1\xff=2\r\nnone\ny=3", 0)}
         for update, pattern in [
-                ({"product": "\x1bP\x7f", "version": "V\x85", "description": ""},
-                 r"Product: P\nVersion: V\nDescription: \nWarning: .*empty\nContent: 1 members, 37 bytes .*\n"),
+                ({"product": "P\u202e\x1b[1mQ\x1bP\x7f", "version": "V\rW\x85\r", "description": ""},
+                 r"Product: PQ\nVersion: V W\nDescription: \nWarning: .*empty\nContent: 1 members, 49 bytes .*\n"),
                 ({"members": odd}, rf'Product: 1\ufffd\nWarning: .* second "=" .*\nVersion: \nWarning: .*empty\n'
                  rf"Description: 3\nWarning: .* UTF-8.*\nContent: 2 .*\nWarning: {RECORD} \(2 .*\n"),
                 ({"record": b"version=1\nproduct=P\ndescription=D\n"},

@@ -7,11 +7,15 @@ from make_update.messages import Refusal
 CONTROL = "/tmp/.KVX.Content"
 RECORD_LIMIT = 65_536  # bytes, as in the utility
 TEXTS = "product", "version", "description"
+# Escape sequences, control characters except tabs, bidirectional controls and the byte order mark.
+HIDDEN = re.compile(
+    "(\x1b\\[|\x9b)[0-?]*[ -/]*[@-~]|\x1b[]PX^_][^\x07\x1b\n]*(\x07|\x1b\\\\)|\x1b[ -/]*[0-~]|"
+    "[\0-\x08\n-\x0c\x0e-\x1f\x7f-\x9f\u061c\u200e\u200f\u202a-\u202e\u2066-\u2069\ufeff]")
 
 
 def displayed(text):
-    """Removes the control characters. The utility does not show them either, except tabs."""
-    return re.sub(r"[\0-\x08\n-\x1f\x7f-\x9f]", "", text)
+    """Returns the text as the utility shows it."""
+    return HIDDEN.sub("", text).replace("\r", " ")
 
 
 def is_utf8(data):
@@ -41,7 +45,7 @@ def new_record(texts):
 
 def report(record):
     """Yields what the utility shows of a record, with warnings."""
-    lines = [line.split("=") for line in record.decode(errors="replace").split("\n")]
+    lines = [line.removesuffix("\r").split("=") for line in record.decode(errors="replace").split("\n")]
     for name, (key, *fields) in zip(TEXTS, lines + [[""]] * len(TEXTS)):
         value = displayed(fields[0]) if fields else ""
         yield f"{name.capitalize()}: {value}"
