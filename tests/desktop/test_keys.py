@@ -7,13 +7,10 @@ class Keys(DesktopTest):
     def hold_return(self, utility, *buttons):
         """Holds Return for 8 seconds. Expects that the dialog with the buttons opens once and stays open."""
         utility.xdotool("keydown", "Return")
-        try:
-            if buttons:
-                utility.dialog(*buttons, limit=30)
-                opened = utility.manager.window(MAIN)
-            utility.xdotool("sleep", 8)
-        finally:
-            utility.xdotool("keyup", "Return")
+        if buttons:
+            utility.dialog(*buttons, limit=30)
+            opened = utility.manager.window(MAIN)
+        utility.xdotool("sleep", 8, "keyup", "Return")
         if buttons:
             self.assertEqual(sorted(utility.buttons(MAIN)), sorted(buttons))
             self.assertEqual(utility.manager.window(MAIN), opened)

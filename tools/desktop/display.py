@@ -84,9 +84,9 @@ class Desktop:
         """The path of the copy of a program."""
         return self._folder / "bin" / name
 
-    def xdotool(self, *arguments):
-        """Runs xdotool on this display, for actions that the accessibility driver does not support."""
-        return self._run(["xdotool", *map(str, arguments)]).stdout
+    def xdotool(self, *arguments, text=None):
+        """Uses the mouse, the keyboard or windows of the display."""
+        return self._run(["xdotool", *map(str, arguments)], text).stdout
 
     def end_display(self):
         self._server.kill()
@@ -97,8 +97,9 @@ class Desktop:
         window = "root" if title is None else str(self.manager.window(title))
         self._run(["import", "-window", window, path]).check_returncode()
 
-    def _run(self, command):
-        return subprocess.run(command, env={"PATH": PATH, **self.variables}, capture_output=True, text=True, timeout=60)
+    def _run(self, command, text=None):
+        return subprocess.run(command, env={"PATH": PATH, **self.variables}, input=text, text=True, capture_output=True,
+                              timeout=60)
 
     def _lay_out(self):
         """Copies the programs for the user, because the originals can be in a folder that only root can enter."""

@@ -13,7 +13,6 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib
 
-import input
 from wait import until
 
 LIMIT = 15
@@ -47,23 +46,18 @@ class Driver:
             return []
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
-    def click(self, name):
-        input.click(*self._centre(name))
-
     def act(self, name):
         """Presses a button or focuses a field, where the place of a window on the screen is not known."""
         self._control(name).get_action_iface().do_action(0)
 
-    def drop(self, path, name):
-        input.drag_file(path, *self._centre(name))
+    def centre(self, name):
+        """The centre of the control in pixels of the screen."""
+        box = self._control(name).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return [round((start + size / 2) * self._scale) for start, size in ((box.x, box.width), (box.y, box.height))]
 
-    def key(self, *keys):
-        self._wait_for_keyboard()
-        input.key(*keys)
-
-    def type(self, text):
-        self._wait_for_keyboard()
-        input.type_text(text)
+    def await_keyboard(self):
+        self._wait(lambda: any(_has(window, Atspi.StateType.ACTIVE) for window in self._windows()) or None,
+                   "no window has the keyboard")
 
     def set_text(self, field, text):
         self._control(field, FIELDS).get_editable_text_iface().set_text_contents(text)
@@ -142,10 +136,6 @@ class Driver:
                 return value is not None and [value]
         return until(tried, limit, lambda: f"{complaint}; {self._screen()}")[0]
 
-    def _wait_for_keyboard(self):
-        self._wait(lambda: any(_has(window, Atspi.StateType.ACTIVE) for window in self._windows()) or None,
-                   "no window has the keyboard")
-
     def _windows(self):
         desktop = Atspi.get_desktop(0)
         desktop.set_cache_mask(Atspi.Cache.NONE)
@@ -169,11 +159,6 @@ class Driver:
                      and _has(node, Atspi.StateType.SHOWING)]
             return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
         return self._wait(found, f"nothing named {name!r}")
-
-    def _centre(self, name):
-        """The centre of the control in pixels of the screen."""
-        box = self._control(name).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
-        return [round((start + size / 2) * self._scale) for start, size in ((box.x, box.width), (box.y, box.height))]
 
     def _screen(self):
         if self._program.poll() is not None:

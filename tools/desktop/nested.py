@@ -15,8 +15,9 @@ kwin_wayland --x11-display "$DISPLAY" --width 1280 --height 1024 --no-lockscreen
 until [ -S "$XDG_RUNTIME_DIR/wayland-0" ]; do kill -0 $!; sleep 0.2; done
 exec "$@"
 """
-SWAY = """
-printf '%s\n' 'xwayland disable' 'output * resolution 1280x1024' 'for_window [app_id=".*"] floating enable' >"$XDG_RUNTIME_DIR/sway"
+SWAY = r"""
+printf '%s\n' 'xwayland disable' 'output * resolution 1280x1024' 'for_window [app_id=".*"] floating enable' \
+  >"$XDG_RUNTIME_DIR/sway"
 sway -c "$XDG_RUNTIME_DIR/sway" &
 until [ -S "$XDG_RUNTIME_DIR/wayland-1" ]; do kill -0 $!; sleep 0.2; done
 exec "$@"

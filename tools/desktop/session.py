@@ -1,6 +1,7 @@
 """A program on a private virtual desktop, run as any user and driven by requests. Needs root."""
 import contextlib
 import json
+import select
 import socket
 import subprocess
 
@@ -38,6 +39,36 @@ class Session(Desktop):
         if verb.startswith("_"):
             raise AttributeError(verb)
         return lambda *arguments, **options: self._ask(verb, arguments, options)
+
+    def click(self, name):
+        self.xdotool("mousemove", *self.centre(name), "click", 1)
+
+    def key(self, *keys):
+        self.await_keyboard()
+        self.xdotool("key", "--clearmodifiers", *keys)
+
+    def type(self, text):
+        self.await_keyboard()
+        # On standard input, because other processes can read arguments.
+        self.xdotool("type", "--clearmodifiers", "--delay", 10, "--file", "-", text=text)
+
+    def drop(self, path, name):
+        """Drags the file from another program's window to the control and drops it once it is accepted."""
+        x, y = self.centre(name)
+        with self.launch(["/usr/bin/python3", self._folder / "driver/drag_source.py", path],
+                         stdout=subprocess.PIPE) as source:
+            try:
+                source.stdout.readline()  # the window shows
+                self.xdotool("mousemove", 32, 32, "mousedown", 1)
+                for step in range(1, 31):
+                    self.xdotool("mousemove", 32 + (x - 32) * step // 30, 32 + (y - 32) * step // 30)
+                # A source reports no move until the target has answered the previous report.
+                self.until(lambda: self.xdotool("mousemove", x + 1, y, "mousemove", x, y)
+                           or select.select([source.stdout], [], [], 0)[0])
+                self.xdotool("mouseup", 1)
+                self.until(lambda: source.poll() is not None)
+            finally:
+                source.kill()
 
     def until(self, condition, limit=15):
         """Waits for a condition. A failure reports the texts on the screen."""
