@@ -1,4 +1,6 @@
 """Installs a sample update on a virtual desktop: /usr/bin/python3 demo.py PROGRAM PICTURES_DIR (as root)."""
+import itertools
+import subprocess
 import sys
 from pathlib import Path
 
@@ -6,7 +8,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
 from desktop import signals
 from desktop.accounts import Account
 from desktop.updates import assert_installed, make_update, shared_folder
-from desktop.utility import AUTHENTICATE, Utility
+from desktop.utility import AUTHENTICATE, MAIN, Utility
 
 TEXTS = "Sample Tools", "2.5", "Two small files that show how an update is installed."
 
@@ -17,43 +19,52 @@ def main(program, pictures):
 
 
 def demonstrate(program, account, pictures, **session):
-    pictures = Path(pictures)
-    pictures.mkdir(parents=True, exist_ok=True)
+    Path(pictures).mkdir(parents=True, exist_ok=True)
     with shared_folder() as folder:
         members = {f"{folder}/bin/hello": (b"#!/bin/sh\necho hello\n", 0o755),
                    f"{folder}/share/greeting": (b"Good day.\n", 0o644)}
         make_update(folder / "sample.tar.gz", *TEXTS, members)
         try:
             with Utility(account.name, program, **session) as utility:
-                show(utility, account, folder / "sample.tar.gz", pictures)
+                show(utility, account, folder / "sample.tar.gz", TEXTS, camera(utility, f"{pictures}/"))
+                utility.quit()
         finally:
             Path("/tmp/.KVX.Content").unlink(missing_ok=True)  # other users cannot remove a file of root
         assert_installed(members)
         print(*(f"installed: {name}" for name in members), f"pictures: {pictures}", sep="\n")
 
 
-def show(utility, account, update, pictures):
+def camera(utility, prefix):
+    """A function that saves a numbered picture of the window with a title or of all windows."""
+    numbers = itertools.count(1)
+
+    def shoot(name, title=None):
+        picture = f"{prefix}{next(numbers):02}-{name}.png"
+        utility.screenshot(picture, title)
+        if title is None:  # the border of the picture is empty screen
+            subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
+    return shoot
+
+
+def show(utility, account, update, texts, shoot):
+    """Authenticates and installs the update, with a picture of each step. Ends in the dialog of the success."""
     utility.window(AUTHENTICATE)
-    utility.screenshot(pictures / "01-authenticate.png")
+    utility.key("Home")  # shows the caret
+    shoot("authenticate", AUTHENTICATE)
     print(f"authenticating as {account.name}")
     utility.authenticate(account.name, account.password)
-    utility.screenshot(pictures / "02-main-window.png")
+    shoot("main-window", MAIN)
     print("authenticated: the main window shows")
-
     with utility.about():
-        utility.screenshot(pictures / "03-about.png")
-
-    utility.fill("Patchfile:", str(update))
-    utility.shows(*TEXTS)
-    utility.screenshot(pictures / "04-update-chosen.png")
+        shoot("about", "About")
+    utility.check(str(update))
+    utility.shows(*texts)
+    shoot("chosen", MAIN)
     print("update file chosen: product, version and description show")
-
     utility.start()
     utility.outcome()
-    utility.screenshot(pictures / "05-installed.png")
+    shoot("installed")
     print("update installed")
-
-    utility.quit()
 
 
 if __name__ == "__main__":

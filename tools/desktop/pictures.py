@@ -2,30 +2,17 @@
 /usr/bin/python3 pictures.py PROGRAM PICTURES_DIR [gnome|kwin] (as root). Creates the account "anna"."""
 import itertools
 import shutil
-import subprocess
 import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent.parent))
-from desktop import signals
+from desktop import demo, signals
 from desktop.accounts import Account
 from desktop.nested import NestedUtility
 from desktop.updates import make_update
-from desktop.utility import AUTHENTICATE, MAIN, Utility
+from desktop.utility import MAIN, Utility
 
-DARK = """[Colors:Window]
-BackgroundNormal=42,46,50
-ForegroundNormal=252,252,252
-[Colors:View]
-BackgroundNormal=27,30,32
-ForegroundNormal=252,252,252
-[Colors:Button]
-BackgroundNormal=49,54,59
-ForegroundNormal=252,252,252
-[Colors:Selection]
-BackgroundNormal=61,174,233
-ForegroundNormal=252,252,252
-"""
+DARK = {"Window": "42,46,50", "View": "27,30,32", "Button": "49,54,59", "Selection": "61,174,233"}
 DARK_GNOME = """[org/gnome/desktop/interface]
 color-scheme='prefer-dark'
 """
@@ -47,7 +34,7 @@ def main(program, pictures, shell=None):
         make_files()
         for theme, scale in itertools.product(THEMES, (1,) if shell else (1, 2)):
             with session(account.name, program, shell, theme, scale) as utility:
-                show(utility, account, camera(utility, f"{pictures}/{theme}-{scale}x"))
+                show(utility, account, demo.camera(utility, f"{pictures}/{theme}-{scale}x-"))
     print(f"pictures: {pictures}")
 
 
@@ -58,7 +45,8 @@ def make_files():
     keyfile = HOME / ".dark/glib-2.0/settings/keyfile"
     keyfile.parent.mkdir(parents=True)
     keyfile.write_text(DARK_GNOME)
-    (HOME / ".dark/kdeglobals").write_text(DARK)
+    (HOME / ".dark/kdeglobals").write_text("".join(
+        f"[Colors:{kind}]\nBackgroundNormal={colour}\nForegroundNormal=252,252,252\n" for kind, colour in DARK.items()))
 
 
 def session(user, program, shell, theme, scale):
@@ -68,41 +56,21 @@ def session(user, program, shell, theme, scale):
                    environment=THEMES[theme])
 
 
-def camera(utility, prefix):
-    """A function that saves a numbered picture of the window with a title or of all windows."""
-    numbers = itertools.count(1)
-
-    def shoot(name, title=None):
-        picture = f"{prefix}-{next(numbers):02}-{name}.png"
-        utility.screenshot(picture, title)
-        if title is None:  # the border of the picture is empty screen
-            subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
-    return shoot
-
-
 def show(utility, account, shoot):
-    utility.window(AUTHENTICATE)
-    utility.key("Home")  # shows the caret
-    shoot("authenticate", AUTHENTICATE)
-    utility.authenticate(account.name, account.password)
-    shoot("main-window", MAIN)
+    demo.show(utility, account, UPDATE, TEXTS, shoot)
+    utility.answer("Install Another")
     for key, name in ("alt+f", "file-menu"), ("Right", "edit-menu"):
         utility.key(key)
         shoot(name)
     utility.key("Escape", "Escape")
-    with utility.about():
-        shoot("about", "About")
     if not isinstance(utility, NestedUtility):
         choose_nothing(utility, shoot)
-    utility.fill("Patchfile:", str(UPDATE))
-    utility.shows(*TEXTS)
-    utility.until(utility.can_update)
-    shoot("chosen", MAIN)
+    utility.check(str(UPDATE))
     utility.start()
     utility.until(lambda: utility.status() == "Installing Update..." and "progress bar" in utility.roles(MAIN))
     shoot("installing", MAIN)
     utility.outcome()
-    answer(utility, shoot, "installed", "Install Another", "Quit")
+    utility.answer("Install Another")
     utility.fill("Patchfile:", str(CUT))
     answer(utility, shoot, "invalid-file", "Keep", "Cancel")
     utility.start()
