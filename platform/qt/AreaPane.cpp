@@ -1,5 +1,4 @@
 #include <QPlainTextEdit>
-#include <QStyleOptionFrame>
 
 #include "platform/qt/EditPane.h"
 

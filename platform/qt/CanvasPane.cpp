@@ -27,7 +27,7 @@ class CanvasWidget : public QWidget {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (!mBackdrop.isNull()) painter.drawImage(QPoint(), mBackdrop);
     if (hasFocus() && mCanvas.Properties().UseFocusRing)
-      qDrawPlainRect(&painter, rect(), FocusColor());
+      qDrawPlainRect(&painter, rect(), palette().color(QPalette::Highlight));
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -44,8 +44,6 @@ class CanvasWidget : public QWidget {
   static Arguments Place(const QMouseEvent& event) {
     return {event.position().toPoint().x(), event.position().toPoint().y()};
   }
-
-  QColor FocusColor() const { return palette().color(QPalette::Highlight); }
 
   Canvas& mCanvas;
   QImage mBackdrop;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStyleOptionFrame>
+
 #include "platform/Application.h"
 #include "platform/Control.h"
 #include "platform/qt/FileDrops.h"

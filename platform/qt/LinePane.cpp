@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QLineEdit>
-#include <QStyleOptionFrame>
 
 #include "platform/qt/CapsLock.h"
 #include "platform/qt/EditPane.h"
