@@ -52,7 +52,7 @@ StubPrograms::~StubPrograms() {
   std::filesystem::remove_all(mFolder);
 }
 
-void StubPrograms::Release() const { EXPECT_EQ(write(mGate, "\n\n\n\n", 4), 4); }
+void StubPrograms::Release() const { EXPECT_EQ(write(mGate, "\n", 1), 1); }
 
 // The script first logs the arguments of its call, each followed by NUL, and then a record
 // separator.
@@ -71,17 +71,17 @@ std::vector<std::vector<std::string>> StubPrograms::Calls(const std::string& pro
   return calls;
 }
 
-std::string StubPrograms::Update(const std::string& name, const std::string& record,
-                                 const std::string& control) const {
+std::string StubPrograms::Update(const std::string& name, const std::string& record) const {
   const std::string tree = Path("tree-" + std::to_string(std::hash<std::string>()(name)));
   std::filesystem::create_directory(tree);
   Write(tree + "/control", record);
   Write(tree + "/member", "the member");
   // tar renames the members as it adds them, so no file is created at their absolute names.
   setenv("ARCHIVE", Path(name).c_str(), 1);
-  const std::string command = "tar -C " + tree + " -czPf \"$ARCHIVE\" --transform='s,^control$," +
-                              control + ",;s,^member$," + Path("installed/member") +
-                              ",' control member";
+  const std::string command = "tar -C " + tree +
+                              " -czPf \"$ARCHIVE\" --transform='"
+                              "s,^control$,/tmp/.KVX.Content,;s,^member$," +
+                              Path("installed/member") + ",' control member";
   EXPECT_EQ(system(command.c_str()), 0);
   return Path(name);
 }

@@ -26,9 +26,8 @@ class StubPrograms {
   void Release() const;
   // The arguments of each call of the program so far.
   std::vector<std::vector<std::string>> Calls(const std::string& program) const;
-  // Makes an update file with one member below the folder and the control member. Returns its path.
-  std::string Update(const std::string& name, const std::string& record,
-                     const std::string& control = "/tmp/.KVX.Content") const;
+  // Makes an update file with the record and one member below the folder. Returns its path.
+  std::string Update(const std::string& name, const std::string& record) const;
 
  private:
   std::filesystem::path mFolder;

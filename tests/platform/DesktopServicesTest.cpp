@@ -1,10 +1,8 @@
 #include <poll.h>
-#include <stdlib.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
+#include <QLocalServer>
 #include <QtDBus>
 
 #include "tests/Fixtures.h"
@@ -32,10 +30,9 @@ class Services : public QDBusVirtualObject {
   QVariantMap Appearance;  // what the portal answers; if empty, it does not answer
 
   void InvokeNotification() {
-    auto signal = QDBusMessage::createSignal("/org/freedesktop/Notifications",
-                                             "org.freedesktop.Notifications", "ActionInvoked");
-    signal.setArguments({mNotification, "default"});
-    mBus.send(signal);
+    const auto signal = QDBusMessage::createSignal(
+        "/org/freedesktop/Notifications", "org.freedesktop.Notifications", "ActionInvoked");
+    mBus.send(QDBusMessage(signal) << mNotification << "default");
   }
 
   // The number of services whose inhibition is in effect.
@@ -95,32 +92,18 @@ class Services : public QDBusVirtualObject {
   QString mRequest;  // the object of the portal that ends the inhibition
 };
 
-class DesktopServicesTest : public RecordTest {
+class DesktopServicesTest : public WindowTest<> {
  protected:
-  // Installs an update. The installation ends when both inhibitions are in effect.
-  void Install(Services& services, const std::string& end, const std::string& button) {
-    Choose(mStubs.Update("a.gz", GoodRecord));
-    mStubs.Script("tar", "until [ -e " + mStubs.Path("go") + " ]; do sleep 0.01; done; " + end);
-    const auto held =
-        Once([&] { return services.Holding() == 2; }, [&] { Write(mStubs.Path("go"), ""); });
+  // Installs an update. `tar` ends with the status when both inhibitions are in effect.
+  void Install(const Services& services, int status, const std::string& button) {
+    mStubs.Script("tar", mStubs.Blocker() + "; exit " + std::to_string(status));
+    const auto held = Once([&] { return services.Holding() == 2; }, [this] { mStubs.Release(); });
     WhenModal([&](QWidget&) {
       Until([&] { return services.Holding() == 0; });
       WhenModalPress(button);
     });
     Press(mWindow->pbUpdate());
     EXPECT_FALSE(held);
-    mStubs.Script("tar", "exec /bin/tar \"$@\"");
-    std::filesystem::remove(mStubs.Path("go"));
-  }
-
-  // A socket that accepts connections and never answers. Returns its path.
-  std::string SilentBus() {
-    sockaddr_un address{.sun_family = AF_UNIX};
-    mStubs.Path("bus").copy(address.sun_path, sizeof address.sun_path - 1);
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    EXPECT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    EXPECT_EQ(listen(socket, 9), 0);
-    return address.sun_path;
   }
 };
 
@@ -146,23 +129,24 @@ TEST_F(DesktopServicesTest, InstallInhibitsShutdownSleepAndLogout) {
       "org.gnome.SessionManager|local.zelto.update_utility|0|Installing an update|5";
   {
     Services services("org.gnome.SessionManager");
-    Install(services, "true", "Install Another");
-    Install(services, "exit 2", "OK");
+    Install(services, 0, "Install Another");
+    Install(services, 2, "OK");
     services.Calls.sort();
     EXPECT_EQ(services.Calls, QStringList({logind, logind, session, session}));
   }
   Services services("org.freedesktop.portal.Desktop");
-  Install(services, "true", "Install Another");
+  Install(services, 0, "Install Another");
   services.Calls.sort();
   EXPECT_EQ(services.Calls,
             QStringList({logind, "org.freedesktop.portal.Inhibit||5|Installing an update"}));
 }
 
 TEST_F(DesktopServicesTest, BusThatNeverAnswersDoesNotDelayAnInstallation) {
-  const auto address = "unix:path=" + SilentBus();
-  qputenv("DBUS_SYSTEM_BUS_ADDRESS", address.data());
-  qputenv("DBUS_SESSION_BUS_ADDRESS", address.data());
-  Choose(mStubs.Update("a.gz", GoodRecord));
+  QLocalServer bus;
+  EXPECT_TRUE(bus.listen(QString::fromStdString(mStubs.Path("bus"))));
+  qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=" + bus.fullServerName().toUtf8());
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + bus.fullServerName().toUtf8());
+  mStubs.Script("tar", "");
   QElapsedTimer timer;
   timer.start();
   WhenModalPress("Install Another");
@@ -173,7 +157,7 @@ TEST_F(DesktopServicesTest, BusThatNeverAnswersDoesNotDelayAnInstallation) {
 TEST_F(DesktopServicesTest, OutcomeIsNotifiedUnlessItsWindowIsActive) {
   if (!IsRunAgain()) return RunOnPrivateBus(mStubs);
   Services services("org.freedesktop.Notifications");
-  Choose(mStubs.Update("a.gz", GoodRecord));
+  mStubs.Script("tar", "");
   QWidget other;
   WhenModal([&](QWidget& dialog) {
     mTop->showMinimized();
@@ -191,7 +175,6 @@ TEST_F(DesktopServicesTest, OutcomeIsNotifiedUnlessItsWindowIsActive) {
     EXPECT_TRUE(services.Notifications.isEmpty());
     WhenModalPress("Install Another");
   });
-  Choose(mStubs.Update("a.gz", GoodRecord));
   Press(mWindow->pbUpdate());
 }
 
