@@ -90,10 +90,8 @@ class WindowTest : public testing::Test {
 
   // The item of the menu bar with this text.
   QAction* Item(const QString& text) {
-    for (auto* menu : mTop->findChildren<QMenu*>()) {
-      for (auto* action : menu->actions()) {
-        if (action->text() == text) return action;
-      }
+    for (auto* action : mTop->findChildren<QAction*>()) {
+      if (action->text() == text) return action;
     }
     throw std::runtime_error("no such item");
   }

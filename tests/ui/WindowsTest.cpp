@@ -17,41 +17,24 @@ class WindowsTest : public WindowTest<> {
   }
 };
 
-// What a person sees of the control besides its place and its text. "12px" is a font size of its
-// own; "left", "centre" and "right" are alignments.
-std::string Style(const QWidget& widget) {
-  const auto* label = qobject_cast<const QLabel*>(&widget);
-  const auto* line = qobject_cast<const QLineEdit*>(&widget);
-  const auto* area = qobject_cast<const QAbstractScrollArea*>(&widget);
-  const auto alignment = label ? label->alignment() : Qt::Alignment();
-  const int pixels = line ? -1 : widget.font().pixelSize();
-  const std::pair<bool, std::string> traits[] = {
-      {alignment & Qt::AlignLeft, " left"},
-      {alignment & Qt::AlignHCenter, " centre"},
-      {alignment & Qt::AlignRight, " right"},
-      {label && label->font().bold(), " bold"},
-      {pixels > 0, " " + std::to_string(pixels) + "px"},
-      {line && line->echoMode() == QLineEdit::Password, " secret"},
-      {widget.property("default").toBool(), " default"},
-      {area && area->verticalScrollBar()->isVisible(), " vertical bar"},
-      {area && area->horizontalScrollBar()->isVisible(), " horizontal bar"},
-      {!widget.isVisible(), " hidden"}};
-  std::string style;
-  for (const auto& [applies, name] : traits) style += applies ? name : "";
-  return style;
+// Each control is where its list says and has the listed visibility and font.
+template <class... T>
+void ExpectListed(QWidget& top, const Ref<T>&... controls) {
+  const auto expect = [&](const auto& list) {
+    const auto& widget = ControlWidget(top, Bytes(list.Name).c_str());
+    SCOPED_TRACE(Bytes(list.Name));
+    EXPECT_EQ(widget.geometry(), QRect(list.Left, list.Top, list.Width, list.Height));
+    EXPECT_EQ(widget.isVisible(), list.Visible);
+    if constexpr (requires { list.TextSize; }) {
+      EXPECT_EQ(widget.font().bold(), list.Bold);
+      EXPECT_TRUE(list.TextSize == 0 || widget.font().pixelSize() == list.TextSize);
+    }
+  };
+  (expect(controls->Properties()), ...);
 }
 
-// A line for each control, in the order of creation.
-std::string Look(QWidget& top) {
-  std::string look;
-  for (const auto* widget : top.findChildren<QWidget*>(QRegularExpression("^(?!qt_).+"))) {
-    look += widget->objectName().toStdString();
-    for (const int part : {widget->x(), widget->y(), widget->width(), widget->height()}) {
-      look += " " + std::to_string(part);
-    }
-    look += Style(*widget) + "\n";
-  }
-  return look;
+bool IsAligned(QWidget& top, const char* label, Qt::Alignment alignment) {
+  return ControlWidget<QLabel>(top, label).alignment() & alignment;
 }
 
 // Whether the canvas shows more than one colour.
@@ -66,38 +49,35 @@ bool IsResizeable(QWidget& top) { return top.minimumSize() != top.maximumSize();
 
 }  // namespace
 
-TEST_F(WindowsTest, WindowsLookAsDesigned) {
+TEST_F(WindowsTest, MainWindowLooksAsListedInBothWritingDirections) {
   for (const auto direction : {Qt::RightToLeft, Qt::LeftToRight}) {
     QApplication::setLayoutDirection(direction);
-    EXPECT_EQ(Look(*mTop),
-              "EditField1 82 74 359 22\n"
-              "BevelButton1 446 74 22 22\n"
-              "pbTest 283 269 80 17 11px hidden\n"
-              "pbUpdate 375 269 93 17 11px default\n"
-              "StaticText1 82 14 386 48 centre\n"
-              "Canvas1 20 14 48 48\n"
-              "stStatus 20 269 251 17 left 11px\n"
-              "EditField2 20 130 448 127 vertical bar\n"
-              "StaticText2 20 75 61 20 left\n"
-              "StaticText3 20 103 48 17 left 11px\n"
-              "stProduct 71 103 183 17 left bold 11px\n"
-              "StaticText5 266 103 46 17 left 11px\n"
-              "stVersion 317 103 151 17 left bold 11px\n");
+    ExpectListed(*mTop, mWindow->EditField1(), mWindow->BevelButton1(), mWindow->pbTest(),
+                 mWindow->pbUpdate(), mWindow->StaticText1(), mWindow->Canvas1(),
+                 mWindow->stStatus(), mWindow->EditField2(), mWindow->StaticText2(),
+                 mWindow->StaticText3(), mWindow->stProduct(), mWindow->StaticText5(),
+                 mWindow->stVersion());
   }
+  EXPECT_TRUE(IsAligned(*mTop, "StaticText1", Qt::AlignHCenter));
+  EXPECT_TRUE(IsAligned(*mTop, "stStatus", Qt::AlignLeft));
+  EXPECT_TRUE(ControlWidget<QPushButton>(*mTop, "pbUpdate").isDefault());
+  const auto& area = ControlWidget<QAbstractScrollArea>(*mTop, "EditField2");
+  EXPECT_TRUE(area.verticalScrollBar()->isVisible());
+  EXPECT_FALSE(area.horizontalScrollBar()->isVisible());
   EXPECT_TRUE(ShowsPicture(*mTop));
   EXPECT_FALSE(IsResizeable(*mTop));
+}
+
+TEST_F(WindowsTest, AuthenticateLooksAsListedAndIsCancelledByEscape) {
+  const auto perm = WPerm();
   Globals::Authenticated = true;
   bool isCancelled = false;
   WhenModal([&](QWidget& dialog) {
-    EXPECT_EQ(Look(dialog),
-              "authuser 185 85 211 21\n"
-              "passwd 185 115 211 22 secret\n"
-              "PushButton1 293 173 103 20 12px default\n"
-              "StaticText1 96 86 85 20 right 12px\n"
-              "StaticText2 54 116 127 21 right 12px\n"
-              "StaticText3 89 14 307 54 left bold 12px\n"
-              "PushButton2 218 173 69 20 12px\n"
-              "Canvas1 20 20 48 48\n");
+    ExpectListed(dialog, perm->authuser(), perm->passwd(), perm->PushButton1(), perm->StaticText1(),
+                 perm->StaticText2(), perm->StaticText3(), perm->PushButton2(), perm->Canvas1());
+    EXPECT_TRUE(IsAligned(dialog, "StaticText1", Qt::AlignRight));
+    EXPECT_EQ(ControlWidget<QLineEdit>(dialog, "authuser").echoMode(), QLineEdit::Normal);
+    EXPECT_EQ(ControlWidget<QLineEdit>(dialog, "passwd").echoMode(), QLineEdit::Password);
     EXPECT_TRUE(ShowsPicture(dialog));
     EXPECT_TRUE(IsResizeable(dialog));
     EXPECT_EQ(dialog.windowModality(), Qt::ApplicationModal);
@@ -105,44 +85,29 @@ TEST_F(WindowsTest, WindowsLookAsDesigned) {
     QObject::connect(&cancel, &QPushButton::pressed, [&] { isCancelled = true; });
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
-  WPerm()->ShowModal();
+  perm->ShowModal();
   EXPECT_TRUE(isCancelled);
   EXPECT_FALSE(Globals::Authenticated);
-  WhenModal([](QWidget& about) {
-    EXPECT_EQ(Look(about),
-              "Canvas1 91 14 128 128\n"
-              "StaticText1 20 154 270 20 centre\n"
-              "StaticText2 20 186 270 20 centre 11px\n"
-              "StaticText3 20 205 270 20 centre 11px\n"
-              "Canvas2 0 0 310 245\n");
-    EXPECT_TRUE(ShowsPicture(about));
-    EXPECT_FALSE(IsResizeable(about));
-    EXPECT_EQ(about.windowModality(), Qt::WindowModal);
-    about.close();
-  });
-  mWindow->mAbout_Action();
 }
 
 TEST_F(WindowsTest, MenuBarIsSharedAndHasItsItemsInOrder) {
   const auto bar = MenuBar1();
-  std::string texts;
   std::vector<Ref<MenuItem>> items;
   for (const auto& menu : bar->Items()) {
-    texts += Bytes(menu->Name()) + "(";
     items.push_back(menu);
-    for (const auto& item : menu->Items()) {
-      texts += Bytes(item->Name() + " " + item->Text() + " " + item->KeyboardShortcut()) +
-               (item->AutoEnable() ? ";" : "!");
-      items.push_back(item);
-    }
-    texts += ")";
+    items.insert(items.end(), menu->Items().begin(), menu->Items().end());
   }
-  EXPECT_EQ(
-      texts,
-      "FileMenu(FileQuit &Quit Cmd+Q;mAbout About ZELTO Group Update Utility ;)"
-      "EditMenu(EditUndo &Undo Cmd+Z;UntitledMenu1 - ;EditCut Cu&t Cmd+X;EditCopy &Copy Cmd+C;"
-      "EditPaste &Paste Cmd+V;EditClear &Delete ;UntitledMenu0 - ;"
-      "EditSelectAll Select &All Cmd+A;)");
+  std::string texts;
+  for (const auto& item : items) {
+    texts += Bytes(item->Name() + " " + item->Text() + " " + item->KeyboardShortcut()) +
+             (item->AutoEnable() ? ";" : "!");
+  }
+  EXPECT_EQ(texts,
+            "FileMenu &File ;FileQuit &Quit Cmd+Q;mAbout About ZELTO Group Update Utility ;"
+            "EditMenu &Edit ;EditUndo &Undo Cmd+Z;UntitledMenu1 - ;EditCut Cu&t Cmd+X;EditCopy "
+            "&Copy Cmd+C;"
+            "EditPaste &Paste Cmd+V;EditClear &Delete ;UntitledMenu0 - ;"
+            "EditSelectAll Select &All Cmd+A;");
   const std::vector<Ref<MenuItem>> accessors{
       mWindow->FileMenu(),  mWindow->FileQuit(),      mWindow->mAbout(),
       mWindow->EditMenu(),  mWindow->EditUndo(),      mWindow->UntitledMenu1(),
@@ -187,18 +152,25 @@ TEST_F(WindowsTest, AboutShowsTheVersionAndClosesOnMouseReleaseOrEscape) {
     Item("About ZELTO Group Update Utility")->trigger();
     EXPECT_FALSE(GetImplicitWindow("WAbout.WAbout"));
   };
+  show([](QWidget& about) {
+    const auto window = WAbout();
+    ExpectListed(about, window->Canvas1(), window->StaticText1(), window->StaticText2(),
+                 window->StaticText3(), window->Canvas2());
+    EXPECT_TRUE(ShowsPicture(about));
+    EXPECT_FALSE(IsResizeable(about));
+    EXPECT_EQ(about.windowModality(), Qt::WindowModal);
+    QStringList texts(about.windowTitle());
+    for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
+    EXPECT_EQ(texts, QStringList({"About", MainTitle, "Version " ZELTO_VERSION,
+                                  "© 2026 ZELTO Group. All rights reserved."}));
+    QTest::keyClick(&about, Qt::Key_Escape);
+  });
   for (const QPoint& place : {QPoint(1, 1), QPoint(150, 60), QPoint(150, 195)}) {
     show([&](QWidget& about) {
-      EXPECT_EQ(about.size(), QSize(310, 245));
-      QStringList texts(about.windowTitle());
-      for (auto* label : about.findChildren<QLabel*>()) texts << label->text();
-      EXPECT_EQ(texts, QStringList({"About", MainTitle, "Version " ZELTO_VERSION,
-                                    "© 2026 ZELTO Group. All rights reserved."}));
       auto* top = about.childAt(place);
       QTest::mousePress(top, Qt::LeftButton, {}, place);
       EXPECT_TRUE(about.isVisible());
       QTest::mouseRelease(top, Qt::LeftButton, {}, place);
     });
   }
-  show([](QWidget& about) { QTest::keyClick(&about, Qt::Key_Escape); });
 }
