@@ -3,22 +3,20 @@
 using namespace zelto;
 
 TEST(CommandLines, HaveTheExactText) {
-  EXPECT_EQ(Bytes(ForgetCredentials().Text), "sudo -K");
-  EXPECT_EQ(Bytes(CredentialCheck("pw1", "ann").Text),
-            "echo pw1 | su ann -c 'echo pw1 | sudo -S /usr/bin/true'");
-  EXPECT_EQ(Bytes(CredentialCheck("", "ann").Text),
-            "echo  | su ann -c 'echo  | sudo -S /usr/bin/true'");
-  EXPECT_EQ(Bytes(MemberExtract("pw1", "ann", "/a b/c.tar.gz").Text),
-            "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\" /tmp/.KVX.Content'");
-  EXPECT_EQ(Bytes(MemberRead("pw1", "ann").Text),
-            "echo pw1 | su ann -c 'sudo cat /tmp/.KVX.Content'");
-  EXPECT_EQ(Bytes(FullExtract("pw1", "ann", "/a b/c.tar.gz").Text),
-            "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\"'");
-  EXPECT_EQ(Bytes(MemberRead("p=\xC3\xA4", "=b").Text),
-            "echo p=\xC3\xA4 | su '=b' -c 'sudo cat /tmp/.KVX.Content'");
-  EXPECT_EQ(Bytes(FullExtract("pw1", "-ann", "host:c.gz").Text),
-            "echo pw1 | su -c 'sudo tar -zxPvf \"./host:c.gz\"' -- - -ann");
-  EXPECT_EQ(Bytes(ListingTest("/a b/c.tar.gz").Text), "tar -tzf /a b/c.tar.gz /tmp/.KVX.Content");
+  const std::pair<CommandLine, const char*> cases[] = {
+      {ForgetCredentials(), "sudo -K"},
+      {CredentialCheck("pw1", "ann"), "echo pw1 | su ann -c 'echo pw1 | sudo -S /usr/bin/true'"},
+      {CredentialCheck("", "ann"), "echo  | su ann -c 'echo  | sudo -S /usr/bin/true'"},
+      {MemberExtract("pw1", "ann", "/a b/c.tar.gz"),
+       "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\" /tmp/.KVX.Content'"},
+      {MemberRead("pw1", "ann"), "echo pw1 | su ann -c 'sudo cat /tmp/.KVX.Content'"},
+      {FullExtract("pw1", "ann", "/a b/c.tar.gz"),
+       "echo pw1 | su ann -c 'sudo tar -zxPvf \"/a b/c.tar.gz\"'"},
+      {MemberRead("p=\xC3\xA4", "=b"), "echo p=\xC3\xA4 | su '=b' -c 'sudo cat /tmp/.KVX.Content'"},
+      {FullExtract("pw1", "-ann", "host:c.gz"),
+       "echo pw1 | su -c 'sudo tar -zxPvf \"./host:c.gz\"' -- - -ann"},
+      {ListingTest("/a b/c.tar.gz"), "tar -tzf /a b/c.tar.gz /tmp/.KVX.Content"}};
+  for (const auto& [command, text] : cases) EXPECT_EQ(Bytes(command.Text), text);
 }
 
 TEST(CommandLines, ListingTestSplitsOnlyAtBlanks) {

@@ -184,7 +184,6 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
   QTest::keyClicks(mLine, "abcd");
   EXPECT_EQ(mLine->text(), "abc");
   field->Set(&EditFieldList::Password, true);
-  EXPECT_EQ(mLine->displayText().count(QChar('a')), 0);
   QTest::keyClick(mLine, Qt::Key_Backspace);
   QTest::keyClick(mLine, Qt::Key_X);
   EXPECT_FALSE(mLine->isUndoAvailable());  // the undo history would hold the letters
@@ -193,9 +192,8 @@ TEST_F(WidgetsTest, PropertiesTakeEffect) {
 TEST(OpenDialog, StartsInDownloadsAndThenInTheLastUsedFolder) {
   const StubPrograms stubs;
   const std::string home = getenv("HOME");
-  for (const auto* const name : {"Downloads", "used"}) {
-    std::filesystem::create_directory(stubs.Folder() / name);
-  }
+  std::filesystem::create_directory(stubs.Path("Downloads"));
+  std::filesystem::create_directory(stubs.Path("used"));
   Write(stubs.Path("used/a.tgz"), "");
   setenv("HOME", stubs.Folder().c_str(), 1);
   {
