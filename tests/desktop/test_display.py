@@ -7,6 +7,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import unittest
 from pathlib import Path
 
 from desktop.display import Desktop
@@ -14,6 +15,16 @@ from desktop.wait import until
 from base import PROGRAM, DesktopTest
 
 PR_SET_CHILD_SUBREAPER = 36
+
+
+class WithoutDisplay(unittest.TestCase):
+    def test_start_fails_with_one_line(self):
+        for display in {}, {"DISPLAY": ":9987"}:
+            environment = {"PATH": os.environ["PATH"], **display}
+            done = subprocess.run([PROGRAM], env=environment, timeout=30,
+                                  stdin=subprocess.DEVNULL, capture_output=True, text=True)
+            self.assertEqual((done.returncode, done.stdout), (1, ""))
+            self.assertRegex(done.stderr, r"\Azelto-update-utility: no display can be opened: .+\n\Z")
 
 
 class Stranger(DesktopTest):
