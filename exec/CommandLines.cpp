@@ -40,7 +40,9 @@ String Enclosed(const String& text, char quote, std::string_view special, const 
 
 String SingleQuoted(const String& text) { return Enclosed(text, '\'', "'", R"('\')"); }
 
-String DoubleQuoted(const String& text) { return Enclosed(text, '"', R"("\$`)", "\\"); }
+// Closes and reopens the quotes before a backslash. In the encoding of the account's shell, such as
+// GBK, the byte before a backslash could form one character with it, but none does with a quote.
+String DoubleQuoted(const String& text) { return Enclosed(text, '"', R"("\$`)", R"(""\)"); }
 
 // `echo` is the fixed text, but interprets options and, in some shells, backslashes. It passes an
 // empty password and ordinary ones without a leading dash unchanged. All others need `printf`.

@@ -19,6 +19,12 @@ TEST(CommandLines, HaveTheExactText) {
   for (const auto& [command, text] : cases) EXPECT_EQ(Bytes(command.Text), text);
 }
 
+// In GBK, the last byte of this character forms one with a backslash that follows it.
+TEST(CommandLines, BackslashesFollowQuotes) {
+  EXPECT_EQ(Bytes(FullExtract("pw1", "ann", "/\xE9\xA3\x9E`x`.gz").Text),
+            "echo pw1 | su ann -c 'sudo tar -zxPvf \"/\xE9\xA3\x9E\"\"\\`x\"\"\\`.gz\"'");
+}
+
 TEST(CommandLines, ListingTestSplitsOnlyAtBlanks) {
   const StubPrograms programs;
   programs.Script("tar", "exit 0");
