@@ -1,21 +1,10 @@
 #include "exec/CommandOutput.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace zelto {
 
 namespace {
-
-std::vector<std::string_view> Pieces(std::string_view text, std::string_view delimiter) {
-  std::vector<std::string_view> pieces;
-  for (auto at = text.find(delimiter); at != std::string_view::npos; at = text.find(delimiter)) {
-    pieces.push_back(text.substr(0, at));
-    text.remove_prefix(at + delimiter.size());
-  }
-  pieces.push_back(text);
-  return pieces;
-}
 
 // The text without the characters with which a shell quotes.
 std::string Unquoted(std::string_view text) {
@@ -35,10 +24,10 @@ bool ShowsPassword(std::string_view line, std::string_view password) {
 
 std::string WithoutPassword(std::string_view text, std::string_view password) {
   std::string kept;
-  const auto lines = Pieces(text, "\n");
+  const auto lines = Split(text, "\n");
   for (const auto& line : lines) {
-    if (ShowsPassword(line, password)) continue;
-    kept += line;
+    if (ShowsPassword(line.Bytes(), password)) continue;
+    kept += line.Bytes();
     if (&line != &lines.back()) kept += '\n';
   }
   return kept;
@@ -50,18 +39,18 @@ bool HasMark(std::string_view stream, std::string_view mark) {
   return stream.find(mark) != std::string_view::npos;
 }
 
-std::string CommandText(std::string_view stream, std::string_view mark, std::string_view password) {
+std::string CommandText(const String& stream, const String& mark, const String& password) {
   constexpr std::string_view prompt = "Password: ";
-  const auto pieces = Pieces(stream, mark);
-  if (pieces.size() > 2) return std::string(pieces[1]);
-  auto text = pieces.back();
+  const auto pieces = Split(stream, mark);
+  if (pieces.size() > 2) return std::string(pieces[1].Bytes());
+  auto text = pieces.back().Bytes();
   if (pieces.size() == 1 && text.starts_with(prompt)) text.remove_prefix(prompt.size());
-  return WithoutPassword(text, password);
+  return WithoutPassword(text, password.Bytes());
 }
 
-std::string Note(std::string_view stream, std::string_view mark) {
-  const auto pieces = Pieces(stream, mark);
-  return pieces.size() > 3 ? std::string(pieces[2]) : std::string();
+String Note(const String& stream, const String& mark) {
+  const auto pieces = Split(stream, mark);
+  return pieces.size() > 3 ? pieces[2] : String();
 }
 
 void RemoveCommonPrefix(std::string& text, std::string_view check) {

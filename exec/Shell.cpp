@@ -85,7 +85,7 @@ String Shell::ReadAll() {
 void Shell::Poll() { Glink<void(Shell&)>(PluginSlotOf("Shell.Poll"), *this); }
 
 String Shell::RecordIdentity() const {
-  return mRuns.empty() ? String() : String(Note(mRuns.back().Output.Content().Bytes(), mMark));
+  return mRuns.empty() ? String() : Note(mRuns.back().Output.Content(), mMark);
 }
 
 void Shell::Wait() {
@@ -175,7 +175,7 @@ String Shell::Gathered() const {
 void Shell::AppendRuns(std::string& text, OutputFile Run::*stream) const {
   std::string check;  // what `sudo` writes of its own
   for (const auto& run : mRuns) {
-    auto written = CommandText((run.*stream).Content().Bytes(), mMark, run.Password.Bytes());
+    auto written = CommandText((run.*stream).Content(), mMark, run.Password);
     if (run.HasPassed) check = written;
     RemoveCommonPrefix(written, check);
     text += written;

@@ -19,6 +19,15 @@ void Extract(Shell& shell, const String& path) {
   AwaitCommands(shell);
 }
 
+void DescribeSuccess(MessageDialog& dialog) {
+  dialog.Message("Update Completed Successfullly");  // fixed text
+  dialog.Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
+                     "Would you like to apply another patch file or quit?");
+  dialog.ActionButton()->Caption("Quit");
+  dialog.CancelButton()->Caption("Install Another");
+  dialog.CancelButton()->Visible(true);
+}
+
 }  // namespace
 
 void Window1::pbUpdate_Action() {
@@ -36,13 +45,8 @@ void Window1::pbUpdate_Action() {
     dialog->ShowModalWithin(Ref<Window>(this));
     return;
   }
-  dialog->Message("Update Completed Successfullly");  // fixed text
-  dialog->Explanation("The update was applied successfully" + EndOfLine() + EndOfLine() +
-                      "Would you like to apply another patch file or quit?");
+  DescribeSuccess(*dialog);
   stStatus()->Text("Update completed successfully");
-  dialog->ActionButton()->Caption("Quit");
-  dialog->CancelButton()->Caption("Install Another");
-  dialog->CancelButton()->Visible(true);
   if (dialog->ShowModalWithin(Ref<Window>(this)) == dialog->ActionButton()) Quit(0);
   EditField1()->Text({});
   EditField2()->Text({});

@@ -43,7 +43,7 @@ QDBusPendingCall CallPortal(const char* interface, const char* method,
               arguments);
 }
 
-void HideMemoryAfterPortal() {
+void ReadPortalSettings() {
   const auto call = CallPortal("Settings", "ReadAll", {QStringList(appearance)});
   auto* answer = new QDBusPendingCallWatcher(call, qApp);
   QObject::connect(answer, &QDBusPendingCallWatcher::finished, answer, [answer] {

@@ -125,7 +125,7 @@ void StartToolkit() {
   QApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(&toolkit->Guard);
   SetUpAccessibility();
-  HideMemoryAfterPortal();
+  ReadPortalSettings();
   RuntimeSetWaiter(&toolkit->Waiter);
 }
 
