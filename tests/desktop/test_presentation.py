@@ -55,7 +55,7 @@ class Speech(DesktopTest):
         self.assertEqual([utility.state(button)["default"] for button in ("Keep", "Cancel")], [False, True])
         utility.answer("Cancel")
         late = self.members(zeros=(bytes(600 << 20), 0o644)) | {str(RECORD): (b"product=Late\n", 0o644)}
-        utility.fill("Patchfile:", self.update("late.gz", control=None, members=late, level=1))
+        utility.fill("Patchfile:", self.update("late.gz", control=None, members=late))
         utility.until(lambda: "progress bar" in utility.roles(MAIN))
         utility.until(lambda: utility.record()[0] == "Late", 60)
         self.assertNotIn("progress bar", utility.roles(MAIN))

@@ -1,6 +1,5 @@
 """Update files for tests and pictures, and what they install."""
 import contextlib
-import gzip
 import io
 import os
 import secrets
@@ -13,14 +12,13 @@ SPECIAL = {"link": tarfile.SYMTYPE, "device": tarfile.CHRTYPE}
 
 
 def make_update(path, product="Sample", version="1.0", description="A sample update.",
-                members={}, record=None, control="/tmp/.KVX.Content", level=9):
+                members={}, record=None, control="/tmp/.KVX.Content"):
     """members: maps each absolute name to (content, mode), (target, "link") or ("", "device"). record: the content
     of the control member (default: product, version and description). control: the name of the control member, or
-    None to omit the member. level: compression level."""
+    None to omit the member."""
     if record is None:
         record = f"product={product}\nversion={version}\ndescription={description}\n".encode()
-    with open(path, "wb") as raw, gzip.GzipFile("", "wb", level, raw, mtime=0) as packed, \
-            tarfile.open(fileobj=packed, mode="w", format=tarfile.GNU_FORMAT) as archive:
+    with tarfile.open(path, "w:gz", format=tarfile.GNU_FORMAT, compresslevel=1) as archive:
         if control is not None:
             _add(archive, control, record, 0o644)
         for name, (content, mode) in members.items():
@@ -49,13 +47,10 @@ def shared_folder():
 
 
 def _add(archive, name, content, mode):
-    entry = tarfile.TarInfo()
-    entry.name = name
+    entry = tarfile.TarInfo(name)
+    entry.uname = entry.gname = "root"
     if mode in SPECIAL:
         entry.type, entry.linkname = SPECIAL[mode], content
-        content = b""
     else:
-        entry.mode = mode
-    entry.size = len(content)
-    entry.uname = entry.gname = "root"
-    archive.addfile(entry, io.BytesIO(content))
+        entry.mode, entry.size = mode, len(content)
+    archive.addfile(entry, io.BytesIO(content) if entry.size else None)
