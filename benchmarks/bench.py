@@ -16,7 +16,7 @@ import time
 from pathlib import Path
 
 import psutil
-from Xlib import X
+from Xlib import X, display
 from Xlib.protocol import event
 
 TOOLS = Path(__file__).resolve().parent.parent / "tools"
@@ -24,7 +24,6 @@ sys.path.insert(0, str(TOOLS))
 from desktop import signals
 from desktop.accounts import Account
 from desktop.display import PATH, Desktop, end
-from desktop.manager import Manager
 from desktop.utility import AUTHENTICATE, MAIN, PASSWORD_FIELD, Utility
 from desktop.wait import until
 
@@ -59,14 +58,16 @@ def milliseconds(action):
     return 1000 * (time.perf_counter() - start)
 
 
-class Watch(Manager):
+class Watch:
     """Waits for windows by the events of a display."""
 
-    def __init__(self, display):
-        super().__init__(display)
+    def __init__(self, variables):
+        os.environ["XAUTHORITY"] = variables["XAUTHORITY"]  # the library has no parameter for it
+        self._display = display.Display(variables["DISPLAY"])
+        self._root = self._display.screen().root
         # Changes of the root window's properties, and the replies to pings, which clients send to it.
         self._root.change_attributes(event_mask=X.PropertyChangeMask | X.StructureNotifyMask)
-        display.sync()
+        self._display.sync()
 
     def time_to_window(self, action):
         """Milliseconds until another window is active and has answered a ping. Its event loop answers after all earlier
@@ -81,11 +82,11 @@ class Watch(Manager):
         return milliseconds(wait)
 
     def has_window(self):
-        return bool(self._property(self._root, "_NET_CLIENT_LIST"))
+        return bool(self._property("_NET_CLIENT_LIST"))
 
     def _active(self):
-        clients = self._property(self._root, "_NET_CLIENT_LIST")
-        return next((window for window in self._property(self._root, "_NET_ACTIVE_WINDOW") if window in clients), None)
+        clients = self._property("_NET_CLIENT_LIST")
+        return next((window for window in self._property("_NET_ACTIVE_WINDOW") if window in clients), None)
 
     def _ping(self, number):
         protocols, ping = map(self._display.intern_atom, ("WM_PROTOCOLS", "_NET_WM_PING"))
@@ -95,6 +96,10 @@ class Watch(Manager):
         self._display.flush()
         while (answer := self._next_event()).type != X.ClientMessage or answer.client_type != protocols:
             pass
+
+    def _property(self, name):
+        found = self._root.get_full_property(self._display.intern_atom(name), X.AnyPropertyType)
+        return found.value if found else ()
 
     def _next_event(self):
         if not self._display.pending_events() and not select.select([self._display], [], [], LIMIT)[0]:
@@ -113,7 +118,7 @@ class Start:
 
     def __init__(self, desktop, program):
         self._desktop, self._command = desktop, [desktop.copy_of(program.name)]
-        self._watch = Watch(desktop.connect())
+        self._watch = Watch(desktop.variables)
         self.duration()  # loads the program from the disk into the cache
 
     def duration(self):
@@ -140,7 +145,7 @@ class User(Utility):
 
     def __enter__(self):
         super().__enter__()
-        self._watch = Watch(self.connect())
+        self._watch = Watch(self.variables)
         self.window(AUTHENTICATE)
         self.fill("Name:", self._account.name)
         self.fill(PASSWORD_FIELD, self._account.password)

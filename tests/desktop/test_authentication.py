@@ -15,10 +15,7 @@ class Accounts(DesktopTest):
             path = self.update(f"{kind}.gz", members=members)
             with self.subTest(kind, started_by=starter), Utility(starter or account.name, PROGRAM) as utility:
                 utility.authenticate(account.name, password)
-                left, top, width, _ = utility.manager.place(MAIN)
-                self.assertEqual(width, 488)
-                self.assertAlmostEqual(left, (1280 - 488) / 2, delta=1)
-                self.assertAlmostEqual(top, (1024 - 298) / 3, delta=1)
+                self.assertEqual(utility.place(MAIN), [(1280 - 488) // 2, (1024 - 298) // 3, 488])
                 utility.install(path)
                 utility.outcome()
                 utility.quit()

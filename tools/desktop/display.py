@@ -10,10 +10,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from Xlib import display
-
 from . import signals
-from .manager import Manager
 from .wait import until
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
@@ -54,11 +51,10 @@ class Desktop:
         self._start_manager(undo)
 
     def _start_manager(self, undo):
-        self.manager = Manager(self.connect())
-        undo.callback(self.manager.close)
+        ready = self._runtime / "manages-windows"
         options = [] if self._frames else ["--config-file", self._folder / "without-frames.xml"]
-        undo.callback(end, self.launch(["openbox", *options]))
-        until(self.manager.is_ready, 10, lambda: "the window manager does not start")
+        undo.callback(end, self.launch(["openbox", "--startup", f"touch {ready}", *options]))
+        until(ready.exists, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
         """Starts a command as the user. Output for which no stream is given goes to the desktop's log."""
@@ -75,11 +71,6 @@ class Desktop:
                 user=self._user.pw_uid, group=self._user.pw_gid,
                 extra_groups=os.getgrouplist(self._user.pw_name, self._user.pw_gid))
 
-    def connect(self):
-        """A connection to the X server. The library has no parameter for the cookie."""
-        os.environ["XAUTHORITY"] = self.variables["XAUTHORITY"]
-        return display.Display(self.variables["DISPLAY"])
-
     def copy_of(self, name):
         """The path of the copy of a program."""
         return self._folder / "bin" / name
@@ -94,8 +85,7 @@ class Desktop:
 
     def screenshot(self, path, title=None):
         """Saves a picture of the whole screen or, with a title, of that window."""
-        window = "root" if title is None else str(self.manager.window(title))
-        self._run(["import", "-window", window, path]).check_returncode()
+        self._run(["import", "-window", title or "root", path]).check_returncode()
 
     def _run(self, command, text=None):
         return subprocess.run(command, env={"PATH": PATH, **self.variables}, input=text, text=True, capture_output=True,

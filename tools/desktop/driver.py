@@ -55,6 +55,12 @@ class Driver:
         box = self._control(name).get_component_iface().get_extents(Atspi.CoordType.SCREEN)
         return [round((start + size / 2) * self._scale) for start, size in ((box.x, box.width), (box.y, box.height))]
 
+    def place(self, title):
+        """Left, top and width of the window without its frame, in pixels of the screen at scale 1."""
+        box = self._wait(lambda: self._window(title).get_component_iface().get_extents(Atspi.CoordType.SCREEN),
+                         f"no window {title!r}")
+        return box.x, box.y, box.width
+
     def await_keyboard(self):
         self._wait(lambda: any(_has(window, Atspi.StateType.ACTIVE) for window in self._windows()) or None,
                    "no window has the keyboard")
