@@ -15,20 +15,15 @@ from .wait import until
 
 PATH = "/usr/local/bin:/usr/bin:/bin"
 FAMILY_LOCAL = 256
-WITHOUT_FRAMES = """<openbox_config xmlns="http://openbox.org/3.4/rc">
-<theme><keepBorder>yes</keepBorder></theme>
-<applications><application class="*"><decor>no</decor></application></applications>
-</openbox_config>"""
 
 
 class Desktop:
     """A display with a window manager, and a copy of the program's folder that the user can read."""
 
-    def __init__(self, user, program, width=1280, height=1024, frames=True, prepare=lambda folder: None):
+    def __init__(self, user, program, width=1280, height=1024, prepare=lambda folder: None):
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
-        self._frames = frames  # of windows; without them, a window has a thin border
         self._prepare = prepare  # called before the display starts, with the folder that contains the copied bin
 
     def __enter__(self):
@@ -52,8 +47,7 @@ class Desktop:
 
     def _start_manager(self, undo):
         ready = self._runtime / "manages-windows"
-        options = [] if self._frames else ["--config-file", self._folder / "without-frames.xml"]
-        undo.callback(end, self.launch(["openbox", "--startup", f"touch {ready}", *options]))
+        undo.callback(end, self.launch(["openbox", "--startup", f"touch {ready}"]))
         until(ready.exists, 10, lambda: "the window manager does not start")
 
     def launch(self, command, **streams):
@@ -93,13 +87,10 @@ class Desktop:
 
     def _lay_out(self):
         """Copies the programs for the user, because the originals can be in a folder that only root can enter."""
-        shutil.copytree(self._program.parent, self._folder / "bin")
-        shutil.copytree(Path(__file__).parent, self._folder / "driver",
-                        ignore=shutil.ignore_patterns("__pycache__"))
-        for name in "Resources", "libexec":
-            if (beside := self._program.parent.parent / name).is_dir():
-                shutil.copytree(beside, self._folder / name)
-        (self._folder / "without-frames.xml").write_text(WITHOUT_FRAMES)
+        shutil.copytree(Path(__file__).parent, self._folder / "driver", ignore=shutil.ignore_patterns("__pycache__"))
+        for name in "bin", "Resources", "libexec":
+            if (folder := self._program.parent.parent / name).is_dir():
+                shutil.copytree(folder, self._folder / name)
         self._prepare(self._folder)
         subprocess.run(["chmod", "-R", "755", self._folder], check=True)
         self._runtime.mkdir(0o700)

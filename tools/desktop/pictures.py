@@ -52,8 +52,7 @@ def make_files():
 def session(user, program, shell, theme, scale):
     if shell:
         return NestedUtility(shell, user, program, f"{HOME}/.{theme}")
-    return Utility(user, program, scale=scale, width=1280 * scale, height=1024 * scale, frames=False,
-                   environment=THEMES[theme])
+    return Utility(user, program, scale=scale, width=1280 * scale, height=1024 * scale, environment=THEMES[theme])
 
 
 def show(utility, account, shoot):
