@@ -22,18 +22,15 @@ def main(root, pictures):
         program.parent.mkdir()
         shutil.copy("/usr/sbin/chroot", program.parent)
         program.write_text(f'#!/bin/sh\nexec "${{0%/*}}/chroot" {shlex.quote(root)} {command(root)}\n')
-        demonstrate(program, account, pictures, prepare=let_into_the_root)
+        # The account runs chroot without the rights of root. A desktop session copies the folder with capabilities.
+        run(["setcap", "cap_sys_chroot+ep", program.with_name("chroot")])
+        demonstrate(program, account, pictures)
 
 
 def command(root):
     """The command of the desktop entry."""
     line, = (line for line in Path(root, ENTRY).read_text().splitlines() if line.startswith("Exec="))
     return line.removeprefix("Exec=")
-
-
-def let_into_the_root(folder):
-    """Gives the copy of chroot the capability, because the account runs chroot without the rights of root."""
-    run(["setcap", "cap_sys_chroot+ep", folder / "bin/chroot"])
 
 
 @contextlib.contextmanager

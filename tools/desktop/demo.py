@@ -18,14 +18,14 @@ def main(program, pictures):
         demonstrate(program, account, pictures)
 
 
-def demonstrate(program, account, pictures, **session):
+def demonstrate(program, account, pictures):
     Path(pictures).mkdir(parents=True, exist_ok=True)
     with shared_folder() as folder:
         members = {f"{folder}/bin/hello": (b"#!/bin/sh\necho hello\n", 0o755),
                    f"{folder}/share/greeting": (b"Good day.\n", 0o644)}
         make_update(folder / "sample.tar.gz", *TEXTS, members)
         try:
-            with Utility(account.name, program, **session) as utility:
+            with Utility(account.name, program) as utility:
                 show(utility, account, folder / "sample.tar.gz", TEXTS, camera(utility, f"{pictures}/"))
                 utility.quit()
         finally:

@@ -20,11 +20,10 @@ FAMILY_LOCAL = 256
 class Desktop:
     """A display with a window manager, and a copy of the program's folder that the user can read."""
 
-    def __init__(self, user, program, width=1280, height=1024, prepare=lambda folder: None):
+    def __init__(self, user, program, width=1280, height=1024):
         self._user = pwd.getpwnam(user)
         self._program = Path(program).resolve()
         self._size = f"{width}x{height}x24"
-        self._prepare = prepare  # called before the display starts, with the folder that contains the copied bin
 
     def __enter__(self):
         with contextlib.ExitStack() as undo:
@@ -91,7 +90,6 @@ class Desktop:
         for name in "bin", "Resources", "libexec":
             if (folder := self._program.parent.parent / name).is_dir():
                 shutil.copytree(folder, self._folder / name)
-        self._prepare(self._folder)
         subprocess.run(["chmod", "-R", "755", self._folder], check=True)
         self._runtime.mkdir(0o700)
         os.chown(self._runtime, self._user.pw_uid, self._user.pw_gid)
