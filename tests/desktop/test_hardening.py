@@ -13,9 +13,8 @@ from operator import methodcaller
 from pathlib import Path
 from secrets import token_hex
 
-import psutil
-
 from archives import LIMIT, archives
+from desktop.accounts import run
 from desktop.updates import assert_installed
 from desktop.utility import AUTHENTICATE, PASSWORD_FIELD, Utility
 from base import LONG, PROGRAM, DesktopTest
@@ -54,10 +53,7 @@ class Killed(DesktopTest):
             with self.subTest(victim), self.running(account) as utility:
                 utility.install(path)
                 utility.until(Path(list(members)[100]).exists, 60)
-                for pid in account.processes():
-                    with contextlib.suppress(psutil.NoSuchProcess):
-                        if (process := psutil.Process(pid)).name() == victim:
-                            process.kill()
+                run(["pkill", "-KILL", "-x", "-U", str(account.uid), victim])
                 texts = utility.dialog("OK", limit=60)
                 assert_installed(members)
                 self.assertNotIn(account.password, "".join(texts))

@@ -1,8 +1,6 @@
 """Temporary system accounts, removed at the end with all their traces."""
 import contextlib
-import os
 import secrets
-import signal
 import subprocess
 
 import psutil
@@ -51,9 +49,7 @@ class Account:
         return subprocess.run(command, capture_output=True).returncode == 0
 
     def _removed(self):
-        for pid in self.processes():
-            with contextlib.suppress(ProcessLookupError):
-                os.kill(pid, signal.SIGKILL)
+        subprocess.run(["pkill", "-KILL", "-U", str(self.uid)])
         return subprocess.run(["userdel", "-r", self.name], capture_output=True).returncode == 0
 
 

@@ -46,6 +46,15 @@ class Driver:
             return []
         return self._wait(lambda: [window.get_name() for window in self._windows()], "no answer")
 
+    def screen(self):
+        """The titles of the windows and their texts, for messages."""
+        if self._program.poll() is not None:
+            return f"the program ended with {self._program.returncode}"
+        try:
+            return f"on the screen: { {w.get_name(): _texts(w) for w in self._windows()} }"
+        except (GLib.Error, AttributeError) as error:
+            return f"the program does not answer: {error}"
+
     def act(self, name):
         """Presses a button or focuses a field, where the place of a window on the screen is not known."""
         self._control(name).get_action_iface().do_action(0)
@@ -114,7 +123,7 @@ class Driver:
         return self._program.poll()
 
     def exit_status(self, limit=LIMIT):
-        until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self._screen()}")
+        until(lambda: self._program.poll() is not None, limit, lambda: f"still running; {self.screen()}")
         return self._program.returncode
 
     def await_all_processes(self, limit=60):
@@ -136,11 +145,11 @@ class Driver:
         """Returns the first result of reading() other than None. Ignores errors of windows that just closed."""
         def tried():
             if self._program.poll() is not None:
-                raise RuntimeError(f"{complaint}; {self._screen()}")
+                raise RuntimeError(f"{complaint}; {self.screen()}")
             with contextlib.suppress(GLib.Error, AttributeError):
                 value = reading()
                 return value is not None and [value]
-        return until(tried, limit, lambda: f"{complaint}; {self._screen()}")[0]
+        return until(tried, limit, lambda: f"{complaint}; {self.screen()}")[0]
 
     def _windows(self):
         desktop = Atspi.get_desktop(0)
@@ -165,14 +174,6 @@ class Driver:
                      and _has(node, Atspi.StateType.SHOWING)]
             return min(nodes, key=lambda node: not _has(node, Atspi.StateType.FOCUSABLE), default=None)
         return self._wait(found, f"nothing named {name!r}")
-
-    def _screen(self):
-        if self._program.poll() is not None:
-            return f"the program ended with {self._program.returncode}"
-        try:
-            return f"on the screen: { {w.get_name(): _texts(w) for w in self._windows()} }"
-        except (GLib.Error, AttributeError) as error:
-            return f"the program does not answer: {error}"
 
 
 def _children(node):
@@ -209,9 +210,9 @@ def main():
         driver = Driver(float(scale), command)
         requests = link.makefile("rw")
         for line in requests:
-            verb, arguments, options = json.loads(line)
+            verb, arguments = json.loads(line)
             try:
-                answer = {"value": getattr(driver, verb)(*arguments, **options)}
+                answer = {"value": getattr(driver, verb)(*arguments)}
             except Exception as error:
                 answer = {"error": f"{type(error).__name__}: {error}"}
             print(json.dumps(answer), file=requests, flush=True)

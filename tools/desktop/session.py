@@ -38,7 +38,7 @@ class Session(Desktop):
     def __getattr__(self, verb):
         if verb.startswith("_"):
             raise AttributeError(verb)
-        return lambda *arguments, **options: self._ask(verb, arguments, options)
+        return lambda *arguments: self._ask(verb, arguments)
 
     def click(self, name):
         self.xdotool("mousemove", *self.centre(name), "click", 1)
@@ -72,31 +72,26 @@ class Session(Desktop):
 
     def until(self, condition, limit=15):
         """Waits for a condition. A failure reports the texts on the screen."""
-        return until(condition, limit, lambda: f"the condition was not met; on the screen: "
-                     f"{ {title: self.texts(title) for title in self.windows()} }")
+        return until(condition, limit, lambda: f"the condition was not met; {self.screen()}")
 
     def log(self):
         """What the programs of the session have printed."""
         return (self._folder / "desktop.log").read_text(errors="replace")
 
-    def _ask(self, verb, arguments, options):
+    def _ask(self, verb, arguments):
         try:
-            print(json.dumps([verb, arguments, options]), file=self._link, flush=True)
+            print(json.dumps([verb, arguments]), file=self._link, flush=True)
             line = self._link.readline()
         except ConnectionError:
             line = ""
         if not line:
-            raise self._no_driver()
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                self._driver.wait(5)
+            raise RuntimeError(f"no driver in the session (exit status {self._driver.returncode}): {self.log()}")
         answer = json.loads(line)
         if "error" in answer:
             raise AssertionError(f"{verb}: {answer['error']}")
         return answer["value"]
-
-    def _no_driver(self):
-        with contextlib.suppress(subprocess.TimeoutExpired):
-            self._driver.wait(5)
-        return RuntimeError(f"no driver in the session (exit status {self._driver.returncode}): "
-                            + self.log())
 
     def _end_driver(self):
         started = psutil.Process(self._driver.pid).children(recursive=True)
