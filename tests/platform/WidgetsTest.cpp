@@ -50,12 +50,11 @@ TEST_F(WidgetsTest, LowFieldHasAFrameAndAFocusRing) {
   const QString before = QApplication::style()->name();
   for (const auto* const name : {"Fusion", "Breeze"}) {
     if (!QStyleFactory::keys().contains(name)) continue;
-    QApplication::setStyle(name);
-    mLine->setFocus();
-    const auto focused = edge();
     ControlWidget(*mTop, "EditField2").setFocus();
+    QApplication::setStyle(name);
     const auto plain = edge();
-    EXPECT_NE(plain, focused) << name;
+    mLine->setFocus();
+    Until([&] { return edge() != plain; });  // Breeze fades the ring in
     EXPECT_LT(std::ranges::min(plain), std::min(plain.front(), plain.back())) << name;
   }
   QApplication::setStyle(before);
