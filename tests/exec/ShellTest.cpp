@@ -17,14 +17,6 @@ class ShellTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ShellTest, BlocksInMode0AndKeepsTheLastStatus) {
-  for (const auto& [command, status] : {std::pair("exit 3", 3), {"true", 0}, {"kill -9 $$", 137}}) {
-    mShell->Execute({command});
-    EXPECT_FALSE(mShell->IsRunning());
-    EXPECT_EQ(mShell->ErrorCode(), status);
-  }
-}
-
 TEST_F(ShellTest, QueuesInMode2FirstInFirstOut) {
   mShell->Mode(2);
   mShell->Execute({mStubs.Blocker() + "; head -c 9999999 /dev/zero; echo one; exit 1"});

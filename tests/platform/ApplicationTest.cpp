@@ -8,13 +8,6 @@ namespace {
 // An application that handles exceptions and does not let the program end.
 class StubbornApp : public zelto::App {
  public:
-  static Ref<StubbornApp> Registered() {
-    auto app = RuntimeNewObject<StubbornApp>();
-    InstallInstanceEventHandler(*app, On("UnhandledException", &StubbornApp::Handle));
-    InstallInstanceEventHandler(*app, On("CancelClose", &StubbornApp::Refuse));
-    RuntimeRegisterAppObject(app);
-    return app;
-  }
   bool Handle(const RuntimeException* exception) {
     Handled = Bytes(exception->ClassName());
     return true;
@@ -29,7 +22,10 @@ class ApplicationTest : public testing::Test, public ApplicationFixture {};
 }  // namespace
 
 TEST_F(ApplicationTest, ApplicationCanHandleAnExceptionAndRefuseToEnd) {
-  const auto app = StubbornApp::Registered();
+  const auto app = RuntimeNewObject<StubbornApp>();
+  InstallInstanceEventHandler(*app, On("UnhandledException", &StubbornApp::Handle));
+  InstallInstanceEventHandler(*app, On("CancelClose", &StubbornApp::Refuse));
+  RuntimeRegisterAppObject(app);
   InvokeHandler([] { throw OutOfBoundsException(); });  // shows no dialog, which would block
   EXPECT_EQ(app->Handled, "OutOfBoundsException");
   EXPECT_THROW(Quit(0), EndException);
