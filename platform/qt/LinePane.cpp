@@ -34,7 +34,7 @@ class LinePane : public EditPane<QLineEdit> {
     constexpr int toolkitsLimit = 32'767;  // characters
     // The line of text must not be higher than the field.
     mWidget->setFont(Fit(mWidget->font(), "Áy", {list.Width, list.Height - frame}, 0).Font);
-    // Some styles leave out the frame of a low field, or clip its text to what the frame leaves.
+    // Some styles clip the text of a low field to what the frame leaves.
     mWidget->setTextMargins(0, -frame, 0, -frame);
     mWidget->setFrame(list.Border);
     mWidget->setEchoMode(list.Password ? QLineEdit::Password : QLineEdit::Normal);
