@@ -94,7 +94,7 @@ class Session(Desktop):
         return answer["value"]
 
     def _end_driver(self):
-        started = psutil.Process(self._driver.pid).children(recursive=True)
+        started = [] if self._driver.poll() is not None else psutil.Process(self._driver.pid).children(recursive=True)
         with contextlib.suppress(BrokenPipeError, subprocess.TimeoutExpired):
             self._link.close()  # ends the driver, and then its bus
             self._driver.wait(5)
