@@ -57,6 +57,7 @@ TEST_F(WindowsTest, MainWindowLooksAsListedInBothWritingDirections) {
                  mWindow->stStatus(), mWindow->EditField2(), mWindow->StaticText2(),
                  mWindow->StaticText3(), mWindow->stProduct(), mWindow->StaticText5(),
                  mWindow->stVersion());
+    EXPECT_EQ(ControlWidget(*mTop, "stStatus").layoutDirection(), Qt::LeftToRight);
   }
   EXPECT_TRUE(IsAligned(*mTop, "StaticText1", Qt::AlignHCenter));
   EXPECT_TRUE(IsAligned(*mTop, "stStatus", Qt::AlignLeft));
