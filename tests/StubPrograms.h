@@ -20,8 +20,8 @@ class StubPrograms {
   std::filesystem::path Folder() const { return mFolder; }
   std::string Path(const std::string& name) const { return mFolder / name; }
   void Script(const std::string& name, const std::string& body) const;
-  // A shell command for use in a script. It blocks until Release is called or this object is
-  // destroyed.
+  // A shell command for use in a script. It blocks until Release, which lets one script go on, or
+  // until this object is destroyed.
   std::string Blocker() const { return "read -r line <'" + Path("gate") + "'"; }
   void Release() const;
   // The arguments of each call of the program so far.
