@@ -14,6 +14,7 @@ class CallbackModule(CallbackBase):
     def __init__(self):
         super().__init__()
         self._outcomes = {}
+        self._item_reasons = collections.defaultdict(list)  # by host; the result of a loop need not contain them
 
     def v2_playbook_on_play_start(self, play):
         for host in play.get_variable_manager().get_vars(play=play)["ansible_play_hosts_all"]:
@@ -25,9 +26,11 @@ class CallbackModule(CallbackBase):
             waiting = "to be changed" if found["differing"] else "already equal"
             self._note(result, "installed" if found["changed"] else waiting)
 
+    def v2_runner_item_on_failed(self, result):
+        self._item_reasons[result._host.get_name()].append(message(result))
+
     def v2_runner_on_failed(self, result, ignore_errors=False):
-        items = [item for item in result._result.get("results", []) if item.get("failed")]
-        reasons = [str(item.get("msg", "")).partition("\n")[0] for item in items or [result._result]]
+        reasons = self._item_reasons.pop(result._host.get_name(), [message(result)])
         self._note(result, "failed", "; ".join(reasons))
 
     def v2_runner_on_unreachable(self, result):
@@ -43,6 +46,10 @@ class CallbackModule(CallbackBase):
 
     def _note(self, result, outcome, reason=""):
         self._outcomes[result._host.get_name()] = (outcome, reason)
+
+
+def message(result):
+    return str(result._result.get("msg", "")).partition("\n")[0]
 
 
 def some(names):
