@@ -1,6 +1,5 @@
 """Installs a sample update on a virtual desktop: /usr/bin/python3 demo.py PROGRAM PICTURES_DIR (as root)."""
 import itertools
-import subprocess
 import sys
 from pathlib import Path
 
@@ -39,10 +38,7 @@ def camera(utility, prefix):
     numbers = itertools.count(1)
 
     def shoot(name, title=None):
-        picture = f"{prefix}{next(numbers):02}-{name}.png"
-        utility.screenshot(picture, title)
-        if title is None:  # the border of the picture is empty screen
-            subprocess.run(["mogrify", "-trim", "+repage", picture], check=True)
+        utility.screenshot(f"{prefix}{next(numbers):02}-{name}.png", title)
     return shoot
 
 

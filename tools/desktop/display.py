@@ -77,8 +77,9 @@ class Desktop:
         self._server.wait()
 
     def screenshot(self, path, title=None):
-        """Saves a picture of the whole screen or, with a title, of that window."""
-        self._run(["import", "-window", title or "root", path]).check_returncode()
+        """Saves a picture of the window with the title, or of all windows without the empty screen around them."""
+        window = [title] if title else ["root", "-trim", "+repage"]
+        self._run(["import", "-window", *window, path]).check_returncode()
 
     def _run(self, command, text=None):
         return subprocess.run(command, env={"PATH": PATH, **self.variables}, input=text, text=True, capture_output=True,

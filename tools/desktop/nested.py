@@ -50,7 +50,7 @@ class NestedUtility(Utility):
         self.act(name)
 
     def screenshot(self, path, title=None):
-        """Saves a picture of the whole screen."""
+        """Saves a picture of all windows."""
         time.sleep(2)  # the desktop animates windows
         super().screenshot(path)
 
