@@ -27,6 +27,7 @@ QPalette DarkColours() {
 // would also stay light.
 void AdoptColourScheme(const QDBusMessage& answer) {
   if (QT_VERSION < QT_VERSION_CHECK(6, 8, 0)) return;
+  if (answer.signature() != "a{sa{sv}}") return;  // the cast crashes on some other types
   const auto settings = qdbus_cast<QMap<QString, QVariantMap>>(answer.arguments().value(0));
   const bool isDark = settings.value(appearance).value("color-scheme").toUInt() == 1;
   const bool isShownLight = QGuiApplication::palette().window().color().lightness() > 127;

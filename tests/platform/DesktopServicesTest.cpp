@@ -27,7 +27,7 @@ class Services : public QDBusVirtualObject {
 
   QStringList Calls;  // on two connections, so in any order
   QStringList Notifications;
-  QVariantMap Appearance;  // what the portal answers; if empty, it does not answer
+  QVariant Settings;  // what the portal answers; if invalid, it does not answer
 
   void InvokeNotification() {
     const auto signal = QDBusMessage::createSignal(
@@ -47,7 +47,7 @@ class Services : public QDBusVirtualObject {
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
     if (message.member() == "Close" && message.path() == mRequest) mClient.clear();
     if (message.member() == "ReadAll")
-      return Appearance.isEmpty() || bus.send(AllSettings(message));
+      return !Settings.isValid() || bus.send(message.createReply(Settings));
     if (message.member() == "CloseNotification") Notifications.clear();
     if (message.member() == "Notify") {
       Notifications << message.arguments().at(3).toString();
@@ -77,13 +77,6 @@ class Services : public QDBusVirtualObject {
   }
 
  private:
-  QDBusMessage AllSettings(const QDBusMessage& call) const {
-    using Groups = QMap<QString, QVariantMap>;
-    qDBusRegisterMetaType<Groups>();
-    const Groups all{{"org.freedesktop.appearance", Appearance}};
-    return call.createReply(QVariant::fromValue(all));
-  }
-
   QDBusConnection mBus =
       QDBusConnection::connectToBus(getenv("DBUS_SESSION_BUS_ADDRESS"), "services");
   const QVariant mNotification = 5U;
@@ -195,8 +188,20 @@ TEST(Portal, AnswerOfADarkDesktopGivesDarkColoursAndHidesMemory) {
   const StubPrograms stubs;
   if (!IsRunAgain()) return RunOnPrivateBus(stubs);
   Services portal("org.freedesktop.portal.Desktop");
-  portal.Appearance = {{"color-scheme", 1U}};
+  using Groups = QMap<QString, QVariantMap>;
+  qDBusRegisterMetaType<Groups>();
+  portal.Settings =
+      QVariant::fromValue(Groups{{"org.freedesktop.appearance", {{"color-scheme", 1U}}}});
   const ApplicationFixture application;
   Until([] { return QGuiApplication::palette().window().color().lightness() < 127; });
   EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0);
+}
+
+TEST(Portal, AnswerOfAnotherTypeOnlyHidesMemory) {
+  const StubPrograms stubs;
+  if (!IsRunAgain()) return RunOnPrivateBus(stubs);
+  Services portal("org.freedesktop.portal.Desktop");
+  portal.Settings = QVariantMap{{"org.freedesktop.appearance", 1U}};
+  const ApplicationFixture application;
+  Until([] { return prctl(PR_GET_DUMPABLE) == 0; });
 }
